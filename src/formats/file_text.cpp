@@ -1,0 +1,159 @@
+#include "formats/file_text.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <vector>
+
+#include "model/errors.h"
+
+namespace tavilo {
+
+namespace {
+
+// Closes a descriptor on every way out.
+struct Descriptor {
+  int fd = -1;
+  ~Descriptor() {
+    if (fd >= 0) ::close(fd);
+  }
+};
+
+}  // namespace
+
+std::string ReadFileBytes(const std::string& path) {
+  Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+  if (file.fd < 0) throw FileNotFoundError(path);
+  struct stat info {};
+  if (::fstat(file.fd, &info) != 0 || S_ISDIR(info.st_mode)) throw FileNotFoundError(path);
+
+  std::string bytes;
+  if (S_ISREG(info.st_mode) && info.st_size > 0) bytes.reserve(static_cast<size_t>(info.st_size));
+  char buffer[1 << 16];
+  for (;;) {
+    ssize_t n = ::read(file.fd, buffer, sizeof buffer);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      throw FileAccessError("cannot read " + path + ": " + std::strerror(errno));
+    }
+    if (n == 0) break;
+    bytes.append(buffer, static_cast<size_t>(n));
+  }
+  return bytes;
+}
+
+void WriteFileAtomically(const std::string& path, std::string_view bytes) {
+  std::string pattern = path + ".tmp-XXXXXX";
+  std::vector<char> name(pattern.begin(), pattern.end());
+  name.push_back('\0');
+  Descriptor file{::mkstemp(name.data())};
+  if (file.fd < 0) throw FileAccessError("cannot write " + path + ": " + std::strerror(errno));
+  const std::string tempPath(name.data());
+
+  auto fail = [&](const char* what) {
+    int error = errno;
+    ::unlink(tempPath.c_str());
+    throw FileAccessError(std::string(what) + " " + path + ": " + std::strerror(error));
+  };
+  // Keep the permissions of a file being replaced; new files get the usual 0666 & ~umask.
+  struct stat old {};
+  if (::stat(path.c_str(), &old) == 0) {
+    ::fchmod(file.fd, old.st_mode & 07777);
+  } else {
+    mode_t mask = ::umask(0);
+    ::umask(mask);
+    ::fchmod(file.fd, 0666 & ~mask);
+  }
+  const char* p = bytes.data();
+  size_t left = bytes.size();
+  while (left > 0) {
+    ssize_t n = ::write(file.fd, p, left);
+    if (n < 0) {
+      if (errno == EINTR) continue;
+      fail("cannot write");
+    }
+    p += n;
+    left -= static_cast<size_t>(n);
+  }
+  if (::close(file.fd) != 0) {
+    file.fd = -1;
+    fail("cannot write");
+  }
+  file.fd = -1;
+  if (::rename(tempPath.c_str(), path.c_str()) != 0) fail("cannot replace");
+}
+
+bool IsValidUtf8(std::string_view bytes) {
+  size_t i = 0;
+  const size_t n = bytes.size();
+  while (i < n) {
+    unsigned char c = static_cast<unsigned char>(bytes[i]);
+    if (c < 0x80) {
+      ++i;
+      continue;
+    }
+    int length;
+    unsigned minimum;
+    unsigned code;
+    if ((c & 0xE0) == 0xC0) {
+      length = 2, minimum = 0x80, code = c & 0x1F;
+    } else if ((c & 0xF0) == 0xE0) {
+      length = 3, minimum = 0x800, code = c & 0x0F;
+    } else if ((c & 0xF8) == 0xF0) {
+      length = 4, minimum = 0x10000, code = c & 0x07;
+    } else {
+      return false;
+    }
+    if (i + length > n) return false;
+    for (int k = 1; k < length; ++k) {
+      unsigned char next = static_cast<unsigned char>(bytes[i + k]);
+      if ((next & 0xC0) != 0x80) return false;
+      code = (code << 6) | (next & 0x3F);
+    }
+    if (code < minimum || code > 0x10FFFF || (code >= 0xD800 && code <= 0xDFFF)) return false;
+    i += length;
+  }
+  return true;
+}
+
+namespace {
+
+// Windows-1252 code points for 0x80..0x9F; the rest of the upper half maps to
+// the same Latin-1 code point. The five unassigned bytes keep their C1 value.
+constexpr unsigned kCp1252High[32] = {
+    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
+    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
+    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+
+void AppendUtf8(std::string& out, unsigned code) {
+  if (code < 0x80) {
+    out.push_back(static_cast<char>(code));
+  } else if (code < 0x800) {
+    out.push_back(static_cast<char>(0xC0 | (code >> 6)));
+    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  } else {
+    out.push_back(static_cast<char>(0xE0 | (code >> 12)));
+    out.push_back(static_cast<char>(0x80 | ((code >> 6) & 0x3F)));
+    out.push_back(static_cast<char>(0x80 | (code & 0x3F)));
+  }
+}
+
+}  // namespace
+
+std::string NameFromFileBytes(std::string_view bytes) {
+  if (IsValidUtf8(bytes)) return std::string(bytes);
+  std::string out;
+  out.reserve(bytes.size() * 2);
+  for (char ch : bytes) {
+    unsigned c = static_cast<unsigned char>(ch);
+    AppendUtf8(out, c >= 0x80 && c < 0xA0 ? kCp1252High[c - 0x80] : c);
+  }
+  return out;
+}
+
+}  // namespace tavilo

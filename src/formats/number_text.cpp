@@ -1,0 +1,191 @@
+#include "formats/number_text.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <system_error>
+
+#include "model/errors.h"
+
+namespace tavilo {
+
+namespace {
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+}  // namespace
+
+double LeadingNumber(std::string_view text) {
+  size_t i = 0;
+  while (i < text.size() && (text[i] == ' ' || text[i] == '\t')) ++i;
+  bool negative = false;
+  if (i < text.size() && (text[i] == '+' || text[i] == '-')) {
+    negative = text[i] == '-';
+    ++i;
+  }
+  // Collect the digits into a normalised buffer (D exponent becomes e).
+  std::string number;
+  size_t digits = 0;
+  bool period = false;
+  for (; i < text.size(); ++i) {
+    char c = text[i];
+    if (IsDigit(c)) {
+      number.push_back(c);
+      ++digits;
+    } else if (c == '.' && !period) {
+      number.push_back(c);
+      period = true;
+    } else {
+      break;
+    }
+  }
+  if (digits == 0) return 0.0;
+  if (i < text.size() && (text[i] == 'E' || text[i] == 'e' || text[i] == 'D' || text[i] == 'd')) {
+    size_t j = i + 1;
+    std::string exponent = "e";
+    if (j < text.size() && (text[j] == '+' || text[j] == '-')) exponent.push_back(text[j++]);
+    size_t start = j;
+    while (j < text.size() && IsDigit(text[j])) exponent.push_back(text[j++]);
+    if (j > start) number += exponent;  // an exponent without digits is not part of the number
+  }
+  double value = 0.0;
+  auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+  if (error == std::errc::result_out_of_range) {
+    // Underflow is a harmless zero; a magnitude past the double range is not.
+    if (number.find("e-") != std::string::npos) return 0.0;
+    throw OverflowError("number too large: " + number);
+  }
+  if (error != std::errc()) return 0.0;
+  return negative ? -value : value;
+}
+
+int16_t RoundToInt16(double value) {
+  double rounded = std::nearbyint(value);  // the default rounding mode is half to even
+  if (!(rounded >= INT16_MIN && rounded <= INT16_MAX))
+    throw OverflowError("value does not fit a 16-bit count");
+  return static_cast<int16_t>(rounded);
+}
+
+namespace {
+
+// The 15 significant decimal digits of |value| and the decimal exponent of
+// the first one: |value| = 0.d1d2...d15 * 10^(exponent + 1).
+struct DecimalDigits {
+  std::array<char, 15> digits{};
+  int exponent = 0;
+};
+
+DecimalDigits SignificantDigits(double magnitude) {
+  char buffer[64];
+  auto result = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
+                              std::chars_format::scientific, 14);
+  DecimalDigits d;
+  const char* p = buffer;
+  size_t n = 0;
+  for (; p < result.ptr && *p != 'e'; ++p) {
+    if (IsDigit(*p) && n < d.digits.size()) d.digits[n++] = *p;
+  }
+  int exponent = 0;
+  if (p < result.ptr) std::from_chars(p + (p[1] == '+' ? 2 : 1), result.ptr, exponent);
+  d.exponent = exponent;
+  return d;
+}
+
+}  // namespace
+
+std::string FormatNumber(double value, std::string_view pattern) {
+  size_t periodPos = pattern.find('.');
+  const int integerDigits =
+      static_cast<int>(periodPos == std::string_view::npos ? pattern.size() : periodPos);
+  const int decimals =
+      periodPos == std::string_view::npos ? 0 : static_cast<int>(pattern.size() - periodPos - 1);
+
+  if (!std::isfinite(value)) return std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : "Infinity");
+
+  // Digits of the result as a plain decimal integer scaled by 10^decimals.
+  std::string scaled;
+  if (value != 0.0) {
+    DecimalDigits d = SignificantDigits(std::fabs(value));
+    const int kept = d.exponent + 1 + decimals;  // digits before the rounding position
+    if (kept >= 0) {
+      std::string digits(d.digits.begin(), d.digits.end());
+      if (kept < static_cast<int>(digits.size())) {
+        bool roundUp = digits[kept] >= '5';
+        digits.resize(kept);
+        if (roundUp) {
+          int k = kept - 1;
+          while (k >= 0 && digits[k] == '9') digits[k--] = '0';
+          if (k >= 0)
+            ++digits[k];
+          else
+            digits.insert(digits.begin(), '1');
+        }
+      } else {
+        digits.append(kept - digits.size(), '0');
+      }
+      scaled = digits;
+    }
+  }
+  size_t firstNonZero = scaled.find_first_not_of('0');
+  const bool zero = firstNonZero == std::string::npos;
+  scaled = zero ? "" : scaled.substr(firstNonZero);
+  if (static_cast<int>(scaled.size()) < integerDigits + decimals)
+    scaled.insert(0, integerDigits + decimals - scaled.size(), '0');
+
+  std::string text;
+  if (value < 0 && !zero) text.push_back('-');
+  text.append(scaled, 0, scaled.size() - decimals);
+  if (decimals > 0) {
+    text.push_back('.');
+    text.append(scaled, scaled.size() - decimals, decimals);
+  }
+  return text;
+}
+
+std::string NumberText(double value) {
+  if (!std::isfinite(value)) return std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : " Infinity");
+  std::string text = value < 0 ? "-" : " ";
+  if (value == 0.0) return " 0";
+  DecimalDigits d = SignificantDigits(std::fabs(value));
+  std::string digits(d.digits.begin(), d.digits.end());
+  digits.erase(digits.find_last_not_of('0') + 1);
+  if (d.exponent >= 15 || d.exponent < -4) {
+    text += digits.substr(0, 1);
+    if (digits.size() > 1) text += "." + digits.substr(1);
+    text += d.exponent < 0 ? "E-" : "E+";
+    int e = std::abs(d.exponent);
+    if (e < 10) text.push_back('0');
+    text += std::to_string(e);
+  } else if (d.exponent < 0) {
+    text += "0." + std::string(-d.exponent - 1, '0') + digits;
+  } else {
+    const size_t integerDigits = d.exponent + 1;
+    if (digits.size() <= integerDigits) {
+      text += digits + std::string(integerDigits - digits.size(), '0');
+    } else {
+      text += digits.substr(0, integerDigits) + "." + digits.substr(integerDigits);
+    }
+  }
+  return text;
+}
+
+std::string_view RestAfterFirstBlank(std::string_view line) {
+  size_t p = line.find(' ');
+  if (p == std::string_view::npos) return {};
+  if (p >= 32767) throw OverflowError("blank beyond position 32767");
+  return TrimLeadingBlanks(line.substr(p));
+}
+
+std::string_view TrimLeadingBlanks(std::string_view text) {
+  size_t p = text.find_first_not_of(' ');
+  return p == std::string_view::npos ? std::string_view{} : text.substr(p);
+}
+
+std::string_view TrimTrailingBlanks(std::string_view text) {
+  size_t p = text.find_last_not_of(' ');
+  return p == std::string_view::npos ? std::string_view{} : text.substr(0, p + 1);
+}
+
+std::string_view TrimBlanks(std::string_view text) { return TrimTrailingBlanks(TrimLeadingBlanks(text)); }
+
+}  // namespace tavilo

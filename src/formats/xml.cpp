@@ -1,0 +1,303 @@
+#include "formats/xml.h"
+
+#include <algorithm>
+#include <array>
+
+#include "formats/file_text.h"
+#include "formats/number_text.h"
+#include "strings/product.h"
+
+namespace tavilo {
+
+// ---------------------------------------------------------------- writing
+
+namespace {
+
+void AppendLine(std::string& out, std::string_view a, std::string_view b = {},
+                std::string_view c = {}) {
+  out.append(a);
+  out.append(b);
+  out.append(c);
+  out.append("\r\n");
+}
+
+void AppendPoint(std::string& out, const PolarPoint& point) {
+  AppendLine(out, "        <datapoint>");
+  const std::pair<double, const char*> values[] = {
+      {point.Alfa, "0.000"}, {point.Cl, "0.000"}, {point.Cd, "0.00000"}, {point.Cm, "0.0000"},
+      {point.TU, "0.000"},   {point.TL, "0.000"}, {point.SU, "0.000"},   {point.SL, "0.000"}};
+  for (const auto& [value, pattern] : values)
+    AppendLine(out, "          <value>", FormatNumber(value, pattern), "</value>");
+  AppendLine(out, "        </datapoint>");
+}
+
+void AppendPolar(std::string& out, const Polar& polar) {
+  AppendLine(out, "    <polar>");
+  if (polar.Name.empty())
+    AppendLine(out, "      <name>Polar</name>");
+  else
+    AppendLine(out, "      <name>", polar.Name, "</name>");
+  AppendLine(out, "      <reynoldsnumber>", FormatNumber(polar.ReynoldsNumber, "0.0"),
+             "</reynoldsnumber>");
+  AppendLine(out, "      <machnumber>", FormatNumber(polar.MachNumber, "0.00000"), "</machnumber>");
+  AppendLine(out, "      <variables>");
+  for (const char* variable : {"Alpha", "Cl", "Cd", "Cm", "TU", "TL", "SU", "SL"})
+    AppendLine(out, "        <variable>", variable, "</variable>");
+  AppendLine(out, "      </variables>");
+  AppendLine(out, "      <datapoints>");
+  for (const PolarPoint& point : polar.Points()) AppendPoint(out, point);
+  AppendLine(out, "      </datapoints>");
+  AppendLine(out, "    </polar>");
+}
+
+void AppendConfiguration(std::string& out, const Configuration& config) {
+  AppendLine(out, "  <configuration>");
+  if (config.Name.empty())
+    AppendLine(out, "    <name>Airfoil Polar</name>");
+  else
+    AppendLine(out, "    <name>", config.Name, "</name>");
+  AppendLine(out, "    <copyright>", kCopyrightNotice, "</copyright>");
+  if (config.Origin.empty())
+    AppendLine(out, "    <polars origin=\"Tavilo\">");
+  else
+    AppendLine(out, "    <polars origin=\"", config.Origin, "\">");
+  for (int j = 1; j <= config.PolarCount(); ++j) {
+    const Polar& polar = *config.Polar(j);
+    if (polar.Selected) AppendPolar(out, polar);
+  }
+  AppendLine(out, "    </polars>");
+  AppendLine(out, "  </configuration>");
+}
+
+}  // namespace
+
+std::string XmlText(const Airfoil& airfoil) {
+  std::string out;
+  AppendLine(out, "<?xml version=\"1.0\"?>");
+  AppendLine(out, "<polar-exchange-file version=\"1.0\">");
+  AppendLine(out, "<comment>");
+  AppendLine(out, "The 'Tavilo' application, a polar file converter is available");
+  AppendLine(out, "in the software section at:");
+  AppendLine(out, kWebAddress);
+  AppendLine(out, "</comment>");
+  AppendLine(out, "<configurations>");
+  AppendLine(out, "  <name>", airfoil.Name, "</name>");
+  for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
+    const Configuration& config = *airfoil.Configuration(i);
+    if (config.Selected()) AppendConfiguration(out, config);
+  }
+  AppendLine(out, "</configurations>");
+  AppendLine(out, "</polar-exchange-file>");
+  return out;
+}
+
+void WriteToXML(const Airfoil& airfoil, const std::string& path) {
+  WriteFileAtomically(path, XmlText(airfoil));
+}
+
+// ---------------------------------------------------------------- reading
+
+namespace {
+
+// Every text the reader searches is a slice of one document. A search asks
+// for the first occurrence of a pattern at or after a slice's start; the
+// reader walks the document from left to right, so the answer to the
+// previous search of the same pattern usually still holds and the document
+// is scanned about once per pattern instead of once per element.
+class XmlSearch {
+ public:
+  explicit XmlSearch(std::string_view document) : document_(document) {}
+
+  // First occurrence of `pattern` lying wholly inside `text` (a slice of
+  // the document), as an offset into `text`, or npos.
+  size_t Find(std::string_view text, std::string_view pattern) {
+    if (text.size() < pattern.size()) return std::string_view::npos;
+    const size_t start = static_cast<size_t>(text.data() - document_.data());
+    const size_t found = FindInDocument(start, pattern);
+    if (found == std::string_view::npos || found + pattern.size() > start + text.size())
+      return std::string_view::npos;
+    return found - start;
+  }
+
+ private:
+  struct Memo {
+    std::string pattern;
+    size_t queryStart;
+    size_t found;  // first occurrence at or after queryStart, or npos
+  };
+
+  size_t FindInDocument(size_t start, std::string_view pattern) {
+    Memo* memo = nullptr;
+    for (Memo& m : memos_) {
+      if (m.pattern == pattern) {
+        memo = &m;
+        break;
+      }
+    }
+    if (memo && memo->queryStart <= start && (memo->found == npos || memo->found >= start))
+      return memo->found;
+    const size_t found = document_.find(pattern, start);
+    if (memo) {
+      memo->queryStart = start;
+      memo->found = found;
+    } else {
+      memos_.push_back({std::string(pattern), start, found});
+    }
+    return found;
+  }
+
+  static constexpr size_t npos = std::string_view::npos;
+  std::string_view document_;
+  std::vector<Memo> memos_;
+};
+
+struct TagPatterns {
+  explicit TagPatterns(std::string_view tag) {
+    open = "<" + std::string(tag) + ">";
+    openWithAttributes = "<" + std::string(tag) + " ";
+    close = "</" + std::string(tag) + ">";
+  }
+  std::string open, openWithAttributes, close;
+};
+
+std::string_view Extract(XmlSearch& search, std::string_view text, std::string_view tag) {
+  TagPatterns patterns(tag);
+  size_t p = search.Find(text, patterns.open);
+  if (p == std::string_view::npos) p = search.Find(text, patterns.openWithAttributes);
+  if (p == std::string_view::npos) return {};
+  size_t q = search.Find(text.substr(p), patterns.close);
+  if (q == std::string_view::npos) return {};
+  return text.substr(p, q + tag.size() + 3);
+}
+
+std::string_view Content(XmlSearch& search, std::string_view element) {
+  if (element.empty() || element[0] != '<') return {};
+  size_t g = element.find('>');
+  if (g == std::string_view::npos) return {};
+  std::string_view name = element.substr(1, g - 1);
+  name = name.substr(0, name.find(' '));
+  std::string close = "</" + std::string(name) + ">";
+  size_t c = search.Find(element.substr(g + 1), close);
+  if (c == std::string_view::npos) return {};
+  return element.substr(g + 1, c);
+}
+
+// Blanks only, as the format has always trimmed.
+std::string_view Trim(std::string_view text) { return TrimBlanks(text); }
+
+std::string_view DropFront(std::string_view text, size_t count) {
+  return count >= text.size() ? std::string_view{} : text.substr(count);
+}
+
+constexpr std::string_view kEnd = "#END#";
+constexpr int kMaxItems = 1000;
+
+PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
+  PolarPoint point;
+  std::string_view v = Trim(Content(search, datapoint));
+  double* fields[] = {&point.Alfa, &point.Cl, &point.Cd, &point.Cm,
+                      &point.TU,   &point.TL, &point.SU, &point.SL};
+  for (int k = 0; k < 8; ++k) {
+    std::string_view value = Extract(search, v, "value");
+    // Alfa, Cl and Cd are always assigned (an absent value reads 0); the
+    // rest only when a further value is there.
+    if (k >= 3 && value.empty()) continue;
+    *fields[k] = LeadingNumber(Content(search, value));
+    // The value is dropped by its length from the front, wherever it stood.
+    v = DropFront(Trim(v), value.size());
+  }
+  return point;
+}
+
+// Reads the first polar of `text` into `polar`; returns the text after it,
+// or "#END#" when there is none.
+std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& polar) {
+  polar.Selected = true;
+  std::string_view e = Extract(search, text, "polar");
+  if (e.empty()) return kEnd;
+  std::string_view rest = text.substr(search.Find(text, "</polar>") + 8);
+  polar.ReynoldsNumber = LeadingNumber(Content(search, Extract(search, e, "reynoldsnumber")));
+  polar.MachNumber = LeadingNumber(Content(search, Extract(search, e, "machnumber")));
+  polar.Name = NameFromFileBytes(Content(search, Extract(search, e, "name")));
+
+  std::string_view dp = Trim(Content(search, Extract(search, e, "datapoints")));
+  for (int i = 0; i < kMaxItems; ++i) {
+    std::string_view d = Extract(search, Trim(dp), "datapoint");
+    // Once no data point is left, the remaining passes change nothing.
+    if (d.empty()) break;
+    polar.AddPoint(ReadPoint(search, d));
+    dp = Trim(DropFront(dp, d.size()));
+  }
+  return rest;
+}
+
+std::string_view ReadConfiguration(XmlSearch& search, std::string_view text,
+                                   Configuration& config) {
+  std::string_view e = Extract(search, text, "configuration");
+  if (e.empty()) return kEnd;
+  std::string_view rest = text.substr(search.Find(text, "</configuration>") + 16);
+  config.Name = NameFromFileBytes(Content(search, Extract(search, e, "name")));
+  std::string_view polars = Extract(search, e, "polars");
+  for (int j = 0; j < kMaxItems; ++j) {
+    auto polar = std::make_shared<Polar>();
+    std::string_view r = ReadPolar(search, polars, *polar);
+    if (r == kEnd) break;
+    polars = r;
+    config.AddPolar(polar);
+  }
+  return rest;
+}
+
+}  // namespace
+
+void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui) {
+  // A byte order mark is not part of the text.
+  size_t start = bytes.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
+  size_t lineEnd = bytes.find_first_of("\r\n", start);
+  std::string_view first = std::string_view(bytes).substr(start, lineEnd == std::string::npos
+                                                                      ? std::string::npos
+                                                                      : lineEnd - start);
+  if (first.substr(0, 21) != "<?xml version=\"1.0\"?>") {
+    ReportError(ui, 72);
+    return;
+  }
+  // The rest of the lines joined with nothing between them: every line end
+  // goes, in place, so the document costs no second copy.
+  std::string& text = bytes;
+  text.erase(0, lineEnd == std::string::npos ? text.size() : lineEnd);
+  text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }),
+             text.end());
+
+  XmlSearch search(text);
+  std::string_view cfgs = Extract(search, text, "configurations");
+  std::string_view name = Extract(search, cfgs, "name");
+  airfoil.Name = name.empty() ? "unknown airfoil" : NameFromFileBytes(Content(search, name));
+  airfoil.ResetConfigurations(0);
+  if (cfgs.empty()) {
+    ReportError(ui, 76);
+    return;
+  }
+  for (int i = 0; i < kMaxItems; ++i) {
+    auto config = std::make_shared<Configuration>();
+    std::string_view rest = ReadConfiguration(search, cfgs, *config);
+    if (rest == kEnd) break;
+    cfgs = rest;
+    airfoil.AddConfiguration(config);
+  }
+}
+
+void ReadFromXML(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
+  ReadFromXMLText(airfoil, ReadFileBytes(path), ui);
+}
+
+std::string_view ExtractXmlElement(std::string_view text, std::string_view tag) {
+  XmlSearch search(text);
+  return Extract(search, text, tag);
+}
+
+std::string_view XmlElementContent(std::string_view element) {
+  XmlSearch search(element);
+  return Content(search, element);
+}
+
+}  // namespace tavilo

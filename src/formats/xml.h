@@ -1,0 +1,40 @@
+#pragma once
+// The XML polar exchange file (".xml"). It is read by plain text search in
+// a fixed order, not by an XML parser: unknown elements are never looked
+// for, and an element ends at the first closing tag of its name.
+
+#include <string>
+#include <string_view>
+
+#include "model/airfoil.h"
+#include "ui/user_interface.h"
+
+namespace tavilo {
+
+// The document of `airfoil`: selected sets and polars only, all points,
+// every line ended by CR LF.
+std::string XmlText(const Airfoil& airfoil);
+
+// Writes XmlText(airfoil) to `path`, replacing the file atomically.
+// FileAccessError when it cannot be written.
+void WriteToXML(const Airfoil& airfoil, const std::string& path);
+
+// Fills `airfoil` from the file at `path`. Reports string 72 when the first
+// line is not the XML declaration (the airfoil is left unchanged) and 76
+// when there is no `configurations` element. FileNotFoundError for a file
+// that cannot be opened; OverflowError for a number beyond the double range.
+void ReadFromXML(Airfoil& airfoil, const std::string& path, UserInterface& ui);
+
+// The same on the bytes of a file already in memory.
+void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui);
+
+// The first element `tag` of `text`, from its "<tag>" (or, failing that,
+// "<tag ") up to and including the first "</tag>" after it; "" if none.
+std::string_view ExtractXmlElement(std::string_view text, std::string_view tag);
+
+// The text between the first tag of `element` and its closing tag,
+// neither trimmed nor unescaped; "" when `element` does not start with "<"
+// or has no closing tag.
+std::string_view XmlElementContent(std::string_view element);
+
+}  // namespace tavilo

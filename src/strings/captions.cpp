@@ -1,0 +1,129 @@
+#include "strings/captions.h"
+
+#include <string>
+
+#include "formats/number_text.h"
+#include "strings/product.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+namespace {
+
+using enum CaptionTarget;
+
+constexpr Caption kMainWindow[] = {
+    {"", -1, 1, WindowTitle},
+    {"Label3", -1, 4, Text},
+    {"Label2", -1, 5, Text},
+    {"Label1", -1, 6, Text},
+    {"Bezeichnung1", 0, 8, Text},
+    {"Bezeichnung1", 1, 9, Text},
+    {"Bezeichnung1", 2, 10, Text},
+    {"Bezeichnung1", 3, 11, Text},
+    {"mnuFile", -1, 12, Text},
+    {"mnuFileImport", -1, 13, Text},
+    {"mnuFileExport", -1, 14, Text},
+    {"mnuFilePrint", -1, 15, Text},
+    {"mnuPrintOptions", -1, 16, Text},
+    {"mnuSeparator", -1, 17, Text},
+    {"mnuFileExit", -1, 18, Text},
+    {"mnuTools", -1, 19, Text},
+    {"mnuToolsEnvelope", -1, 20, Text},
+    {"mnuToolsApproximate", -1, 21, Text},
+    {"mnuLanguage", -1, 59, Text},
+    {"mnuEditPolar", -1, 23, Text},
+    {"mnuEditPolarDelete", -1, 24, Text},
+    {"mnuEditCopy", -1, 25, Text},
+    {"mnuEditPolarPaste", -1, 26, Text},
+    {"mnuEditPolarSeparator", -1, 27, Text},
+    {"mnuEditPolarName", -1, 28, Text},
+    {"mnuEdit", -1, 29, Text},
+    {"mnuEditDelete", -1, 30, Text},
+    {"mnuEditName", -1, 31, Text},
+    {"mnuToolsSortRe", -1, 91, Text},
+    {"mnuToolsSortMach", -1, 92, Text},
+    {"Toolbar1", 0, 84, ToolTip},
+    {"Toolbar1", 1, 85, ToolTip},
+    {"Toolbar1", 2, 86, ToolTip},
+    {"Toolbar1", 3, 87, ToolTip},
+};
+
+constexpr Caption kAirfoilSelect[] = {
+    {"", -1, 32, WindowTitle},  // "Form1" in both languages, as it always was
+    {"btnOkay", -1, 33, Text},
+    {"Label2", -1, 34, Text},
+    {"Label1", -1, 35, Text},
+};
+
+constexpr Caption kAbout[] = {
+    {"", -1, 36, WindowTitle},
+    {"btnOkay", -1, 37, Text},
+};
+
+constexpr Caption kOptions[] = {
+    {"", -1, 52, WindowTitle},
+    {"Frame1", -1, 53, Text},
+    {"chkLegend", -1, 54, Text},
+    {"optLegend", 0, 55, Text},
+    {"optLegend", 1, 56, Text},
+    {"chkGrid", -1, 57, Text},
+    {"btnOkay", -1, 58, Text},
+};
+
+constexpr Caption kApprox[] = {
+    {"", -1, 38, WindowTitle},  {"Command1", -1, 39, Text}, {"btnShow", -1, 40, Text},
+    {"lblValue", 0, 41, Text},  {"lblValue", 1, 42, Text},  {"lblValue", 2, 43, Text},
+    {"lblValue", 3, 44, Text},  {"lblValue", 4, 45, Text},  {"lblValue", 5, 46, Text},
+    {"lblValue", 6, 47, Text},  {"lblValue", 7, 48, Text},  {"lblValue", 8, 49, Text},
+    {"lblValue", 9, 50, Text},  {"lblValue", 10, 51, Text},
+};
+
+}  // namespace
+
+std::span<const Caption> MainWindowCaptions() { return kMainWindow; }
+std::span<const Caption> AirfoilSelectCaptions() { return kAirfoilSelect; }
+std::span<const Caption> AboutCaptions() { return kAbout; }
+std::span<const Caption> OptionsCaptions() { return kOptions; }
+std::span<const Caption> ApproxCaptions() { return kApprox; }
+
+std::string AboutText() {
+  const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
+                              FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
+                              FormatNumber(TAVILO_VERSION_PATCH, "0");
+  // Extension and description are separated by a tab so the descriptions line up.
+  const std::string lines[] = {
+      "Version " + version,
+      GetResString(69),
+      GetResString(70),
+      "   .XML\tPolar Exchange Format",
+      "   .PEF\tolder Polar Exchange Format",
+      "   .POL\tXfoil 5.4 polar file",
+      "   .DRG\tPrinceton drag polar file",
+      "   .DRG\tUIUC drag polar file type 1, 2 and 3",
+      "   .MWK\tStuttgart Model Wind Kanal file",
+      GetResString(71),
+      GetResString(78),
+      "   .XML\tPolar Exchange Format",
+      "   .PEF\tolder Polar Exchange Format",
+      "   .POL\tXfoil 5.4 polar file",
+      "   .EPP\tEppler input file",
+      GetResString(79),
+      "   Lift Coefficient vs. Drag Coefficient",
+      "   Lift Coefficient vs. Angle of Attack",
+      "   Moment Coefficient vs. Angle of Attack",
+      "   Lift Coefficient vs. Transition Location, upper Surface (T.U.)",
+      "   Lift Coefficient vs. Transition Location, lower Surface (T.L.)",
+      "With contributions from:",
+      "   the Tavilo authors and everyone who sent polar files and bug reports",
+      std::string(kCopyrightNotice),
+  };
+  std::string text;
+  for (const std::string& line : lines) {
+    if (!text.empty()) text += "\r\n";
+    text += line;
+  }
+  return text;
+}
+
+}  // namespace tavilo

@@ -1,0 +1,234 @@
+#include "strings/string_table.h"
+
+#include <cstdint>
+#include <limits>
+
+#include "model/errors.h"
+
+namespace tavilo {
+
+namespace {
+
+int currentLanguage = kEnglish;
+
+struct Entry {
+  std::string english;
+  std::string german;
+};
+
+// Texts exactly as the program has always shown them, misspellings and
+// doubled blanks included (German 73, 87, 34; the stray quote of 69).
+const Entry kStrings[kLastStringId + 1] = {
+    {"-----ENGLISH-----",
+     "-----DEUTSCH-----"},  // 0
+    {"Tavilo",
+     "Tavilo"},  // 1
+    {"?",
+     "?"},  // 2
+    {"Ready.",
+     "Bereit."},  // 3
+    {"Alfa-Range",
+     "Alfa-Bereich"},  // 4
+    {"Cd-Range",
+     "Cd-Bereich"},  // 5
+    {"Cl-Range",
+     "Cl-Bereich"},  // 6
+    {"Airfoil",
+     "Profil"},  // 7
+    {"Structure and Print Selection",
+     "Struktur und Druckauswahl"},  // 8
+    {"&Drives:",
+     "&Laufwerke:"},  // 9
+    {"&Directories:",
+     "&Verzeichnisse:"},  // 10
+    {"&Files:",
+     "&Dateien:"},  // 11
+    {"&File",
+     "&Datei"},  // 12
+    {"&Import...",
+     "&Import..."},  // 13
+    {"&Export...",
+     "&Export..."},  // 14
+    {"&Print",
+     "&Drucken"},  // 15
+    {"Print &Options...",
+     "Druck &einrichten..."},  // 16
+    {"-",
+     "-"},  // 17
+    {"E&xit",
+     "&Beenden"},  // 18
+    {"&Tools",
+     "&Werkzeuge"},  // 19
+    {"Cd=min &Envelope",
+     "Cd=min &Envelope"},  // 20
+    {"&Approximate...",
+     "&Approximieren..."},  // 21
+    {"&Sort Re ascending per Set",
+     "Re aufsteigend &sortieren"},  // 22
+    {"Edit",
+     "Bearbeiten"},  // 23
+    {"Delete",
+     "Löschen"},  // 24
+    {"Copy",
+     "Kopieren"},  // 25
+    {"Paste",
+     "Einfügen"},  // 26
+    {"-",
+     "-"},  // 27
+    {"Name",
+     "Name"},  // 28
+    {"Edit",
+     "Bearbeiten"},  // 29
+    {"Delete",
+     "Löschen"},  // 30
+    {"Name",
+     "Name"},  // 31
+    {"Form1",
+     "Form1"},  // 32
+    {"OK",
+     "OK"},  // 33
+    {"Please select one airfoil and press the OK button.",
+     "Bitte wählen Sie ein Profil  und dann die Schaltfläche OK."},  // 34
+    {"This data file contains polars for more than one airfoil.",
+     "Diese Datei enthält Polaren für mehr als ein Profil."},  // 35
+    {"About Tavilo",
+     "Über Tavilo"},  // 36
+    {"OK",
+     "OK"},  // 37
+    {"Polar Approximation",
+     "Angenäherte Polare"},  // 38
+    {"&Copy",
+     "&Kopieren"},  // 39
+    {"&Show",
+     "&Anzeigen"},  // 40
+    {"Cd Tilt:",
+     "Cw Drehung:"},  // 41
+    {"Stall Cd at Cl Max:",
+     "Stall Cw bei Ca Max:"},  // 42
+    {"Stall Cd at Cl Max:",
+     "Stall Cw bei Ca Max:"},  // 43
+    {"Cd Shift:",
+     "Cw Verschiebung:"},  // 44
+    {"Cd Exponent:",
+     "Cw Exponent:"},  // 45
+    {"Cd Min:",
+     "Cw Min:"},  // 46
+    {"Stall Range Cl Min:",
+     "Stall Bereich Ca Min:"},  // 47
+    {"Stall Range Cl Max:",
+     "Stall Bereich Ca Max:"},  // 48
+    {"Cl Max:",
+     "Ca Max:"},  // 49
+    {"Cl Min:",
+     "Ca Min:"},  // 50
+    {"Alfa Zero:",
+     "Alfa-Null:"},  // 51
+    {"Options",
+     "Optionen"},  // 52
+    {"&Plot Options",
+     "&Plot Optionen"},  // 53
+    {"&Legend:",
+     "&Legende:"},  // 54
+    {"&lower right",
+     "&rechts unten"},  // 55
+    {"&upper left",
+     "&links oben"},  // 56
+    {"&Gridlines",
+     "&Gitternetz"},  // 57
+    {"OK",
+     "OK"},  // 58
+    {"&Language",
+     "&Sprache"},  // 59
+    {"Polar",
+     "Polare"},  // 60
+    {"Import to current airfoil",
+     "In bestehende Struktur importieren"},  // 61
+    {"Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File (*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|UIUC Polar File (*.drg)|*.drg|Modellwindkanal File (*.mwk)|*.mwk|Eppler Output File (*.txt)|*.txt",
+     "Polar Exchange Format (*.xml)|*.xml|Polar Exchange Format (*.pef)|*.pef|Xfoil Polarendatei (*.pol)|*.pol|Mses Polarendatei (polar.*)|polar.*|UIUC Polarendatei (*.drg)|*.drg|Modellwindkanaldatei (*.mwk)|*.mwk|Eppler Ausgabedatei (*.txt)|*.txt"},  // 62
+    {"You can enter a new name for the airfoil in the text field below.",
+     "Sie können im Textfeld unten einen neuen Namen für dieses Profil eingeben."},  // 63
+    {"You can enter a new description for the selected configuration in the text field below.",
+     "Sie können im Textfeld unten eine neue Beschreibung für die gewählte Konfiguration eingeben."},  // 64
+    {"You can enter a new description for the selected polar in the text field below.",
+     "Sie können im Textfeld unten eine neue Beschreibung für die gewählte Polare eingeben."},  // 65
+    {"Change Airfoil Name",
+     "Ändern des Profilnamens"},  // 66
+    {"Change Polar Name",
+     "Ändern der Polarenbezeichnung"},  // 67
+    {"Change Set Description",
+     "Ändern der Konfigurationsbezeichnung"},  // 68
+    {"The Tavilo can...\"",
+     "Der Tavilo kann...\""},  // 69
+    {"...read, display and print",
+     "...lesen, anzeigen und drucken:"},  // 70
+    {"(You have to rename the files as they are recognized by extension)",
+     "(Sie müssen Dateien eventuell umbenennen, da sie anhand ihrer Endung identifiziert werden)"},  // 71
+    {"This is no valid XML file!",
+     "Dies ist keine gültige XML Polarendatei !"},  // 72
+    {"Unknown File Format!",
+     "Umbekanntes Dateiformat!"},  // 73
+    {"Reading...",
+     "Lese..."},  // 74
+    {"Error",
+     "Fehler"},  // 75
+    {"File contains no data sets!",
+     "Datei enthält keine Datensätze!"},  // 76
+    {"File contains no polars!",
+     "Datei enthält keine Polaren!"},  // 77
+    {"...export to:",
+     "...exportieren nach:"},  // 78
+    {"Graphs (from left to right):",
+     "Grafiken (von links nach rechts):"},  // 79
+    {"Oh No!  The following XML Element is out of sequence:",
+     "Jo mei!  Das folgende XML Element tanzt aus der Reihe:"},  // 80
+    {"Wanted to read DataPoint",
+     "Fehler beim Einlesen von DataPoint"},  // 81
+    {"Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File (*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|Eppler Input File (*.epp)|*.epp",
+     "Polaren-Austauschdatei (*.xml)|*.xml|Polaren-Austauschdatei (*.pef)|*.pef|Xfoil Polardatei (*.pol)|*.pol|Mses Polardatei (polar.*)|polar.*|Eppler Eingabedatei (*.epp)|*.epp"},  // 82
+    {"Printing...",
+     "Drucke..."},  // 83
+    {"Deletes all polars.",
+     "Löscht alle Polaren."},  // 84
+    {"Adds new polar.",
+     "Fügt Polare hinzu."},  // 85
+    {"Exports all active polars.",
+     "Exportiert alle aktiven Polaren."},  // 86
+    {"Prints all active polars.",
+     "Druckt all aktiven Polaren."},  // 87
+    {"&Cancel",
+     "&Abbrechen"},  // 88
+    {"Reynolds number:",
+     "Reynoldszahl:"},  // 89
+    {"Mach number",
+     "Machzahl:"},  // 90
+    {"sort on Reynolds number",
+     "nach &Reynoldszahl sortieren"},  // 91
+    {"sort on &Mach number",
+     "nach &Machzahl sortieren"},  // 92
+};
+
+}  // namespace
+
+int Language() { return currentLanguage; }
+
+void SetLanguage(int language) { currentLanguage = language; }
+
+const std::string& ResourceString(int key) {
+  const int n = key % 1000;
+  if (key >= 1000 && key <= 2000 + kLastStringId && n <= kLastStringId) {
+    if (key / 1000 == kEnglish) return kStrings[n].english;
+    if (key / 1000 == kGerman) return kStrings[n].german;
+  }
+  throw ResourceError("string " + std::to_string(key));
+}
+
+const std::string& GetResString(int id) {
+  const int64_t key = static_cast<int64_t>(currentLanguage) * 1000 + id;
+  if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
+    throw OverflowError("string id " + std::to_string(id));
+  return ResourceString(static_cast<int>(key));
+}
+
+std::string ErrorTitle() { return GetResString(1) + ": " + GetResString(75); }
+
+}  // namespace tavilo

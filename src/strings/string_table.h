@@ -1,0 +1,29 @@
+#pragma once
+// Every text the user sees, in English and German. The English text of id n
+// is resource 1000 + n, the German one 2000 + n, for n from 0 to 92.
+
+#include <string>
+
+namespace tavilo {
+
+inline constexpr int kEnglish = 1;
+inline constexpr int kGerman = 2;
+inline constexpr int kLastStringId = 92;
+
+// The current language: 1 English, 2 German.
+int Language();
+void SetLanguage(int language);
+
+// The text of resource `key` (1000 + n or 2000 + n), UTF-8.
+// ResourceError for a key outside the table.
+const std::string& ResourceString(int key);
+
+// The text of id `id` in the current language. OverflowError when
+// Language() * 1000 + id leaves the 32-bit range; ResourceError for an id
+// without an entry (outside 0..92, or a language other than 1 and 2).
+const std::string& GetResString(int id);
+
+// "Tavilo: Error" in the current language: string 1, ": ", string 75.
+std::string ErrorTitle();
+
+}  // namespace tavilo

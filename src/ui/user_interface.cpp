@@ -1,0 +1,11 @@
+#include "ui/user_interface.h"
+
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+void ReportError(UserInterface& ui, int id) {
+  ui.ShowMessage(GetResString(id), ErrorTitle(), MessageIcon::Critical);
+}
+
+}  // namespace tavilo

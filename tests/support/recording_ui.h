@@ -1,0 +1,54 @@
+#pragma once
+// A user interface that records what the core shows and answers questions
+// from prepared replies.
+
+#include <deque>
+#include <string>
+#include <vector>
+
+#include "ui/user_interface.h"
+
+namespace tavilo::testing {
+
+struct ShownMessage {
+  std::string text;
+  std::string title;
+  MessageIcon icon;
+};
+
+class RecordingUserInterface : public UserInterface {
+ public:
+  void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) override {
+    messages.push_back({text, title, icon});
+  }
+  std::string ChooseFile(const FileDialogRequest& request) override {
+    fileRequests.push_back(request);
+    if (fileReplies.empty()) return {};
+    std::string reply = fileReplies.front();
+    fileReplies.pop_front();
+    return reply;
+  }
+  int ChooseAirfoil(const std::vector<std::string>& entries) override {
+    airfoilChoices.push_back(entries);
+    return airfoilReply;
+  }
+  void SetStatusText(const std::string& text) override { statusTexts.push_back(text); }
+  void SetWindowTitle(const std::string& title) override { windowTitle = title; }
+  void SetAirfoilName(const std::string& name) override { airfoilName = name; }
+  void SetBusy(bool busy) override { busyChanges.push_back(busy); }
+  std::string ClipboardText() override { return clipboard; }
+  void SetClipboardText(const std::string& text) override { clipboard = text; }
+
+  std::vector<ShownMessage> messages;
+  std::vector<FileDialogRequest> fileRequests;
+  std::deque<std::string> fileReplies;
+  std::vector<std::vector<std::string>> airfoilChoices;
+  int airfoilReply = 0;
+  std::vector<std::string> statusTexts;
+  std::string windowTitle;
+  std::string airfoilName;
+  std::vector<bool> busyChanges;
+  std::string clipboard;
+};
+
+}  // namespace tavilo::testing
