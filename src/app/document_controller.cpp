@@ -1,0 +1,64 @@
+#include "document_controller.h"
+
+#include "error_guard.h"
+#include "file_actions.h"
+
+namespace tavilo {
+
+DocumentController::DocumentController(UserInterface& ui, DocumentView& view)
+    : ui_(ui), view_(view), current_(std::make_shared<Airfoil>()) {}
+
+void DocumentController::ShowChanged() {
+  view_.UpdateTreeView();
+  view_.RefreshPlots();
+  view_.EnableItems(false);
+}
+
+void DocumentController::OpenFile(const std::string& path) {
+  RunGuarded(ui_, [&] {
+    AirfoilPtr loaded = LoadFile(path, ui_);
+    if (loaded) current_ = std::move(loaded);
+    ShowChanged();
+  });
+}
+
+void DocumentController::NewAirfoil() {
+  RunGuarded(ui_, [&] {
+    const int count = current_->ConfigCount();
+    for (int i = 0; i < count; ++i) current_->DeleteConfiguration(1);
+    ShowChanged();
+  });
+}
+
+void DocumentController::Import() {
+  RunGuarded(ui_, [&] {
+    ImportFile(*current_, ui_);
+    ShowChanged();
+  });
+}
+
+void DocumentController::Export() {
+  RunGuarded(ui_, [&] { ExportFile(*current_, ui_); });
+}
+
+void DocumentController::BatchConvert() {
+  RunGuarded(ui_, [&] { tavilo::BatchConvert(ui_); });
+}
+
+void DocumentController::SortReynolds() {
+  RunGuarded(ui_, [&] {
+    for (int i = 1; i <= current_->ConfigCount(); ++i) current_->Configuration(i)->SortReynolds();
+    view_.UpdateTreeView();
+    view_.RefreshPlots();
+  });
+}
+
+void DocumentController::SortMach() {
+  RunGuarded(ui_, [&] {
+    for (int i = 1; i <= current_->ConfigCount(); ++i) current_->Configuration(i)->SortMach();
+    view_.UpdateTreeView();
+    view_.RefreshPlots();
+  });
+}
+
+}  // namespace tavilo

@@ -1,0 +1,37 @@
+#pragma once
+// Every user action runs inside one guard: an error from the core becomes a
+// "Tavilo: Error" box, and the window goes on working.
+
+#include <exception>
+#include <new>
+#include <string>
+
+#include "model/errors.h"
+#include "strings/string_table.h"
+#include "ui/user_interface.h"
+
+namespace tavilo {
+
+// Runs `action`; a tavilo::RuntimeError or std::exception is shown with its
+// message and swallowed. Returns false when the action failed.
+template <typename Action>
+bool RunGuarded(UserInterface& ui, Action&& action) {
+  std::string message;
+  try {
+    action();
+    return true;
+  } catch (const RuntimeError& error) {
+    message = error.what();
+  } catch (const std::bad_alloc&) {
+    message = "Out of memory: the file is too large to be held.";
+  } catch (const std::exception& error) {
+    message = std::string("Unexpected error: ") + error.what();
+  }
+  // Shown outside the handlers so that a failing message box cannot throw
+  // from inside a catch block; any busy pointer of the action is lifted.
+  ui.SetBusy(false);
+  ui.ShowMessage(message, ErrorTitle(), MessageIcon::Critical);
+  return false;
+}
+
+}  // namespace tavilo

@@ -1,0 +1,248 @@
+#include "pef_form.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QDir>
+#include <QLabel>
+#include <QMenu>
+#include <QScreen>
+#include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QTreeWidget>
+
+#include "about_dialog.h"
+#include "caption_apply.h"
+#include "file_browser.h"
+#include "formats/number_text.h"
+#include "graph_widget.h"
+#include "icons.h"
+#include "model/errors.h"
+#include "options_dialog.h"
+#include "qt_user_interface.h"
+#include "settings.h"
+#include "strings/captions.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+namespace {
+
+struct TabData {
+  const char* caption;
+  const char* key;
+};
+constexpr TabData kTabs[] = {{"Cl-Alfa", "CLALFA"}, {"Cm-Alfa", "CMALFA"}, {"TU-x/c", "TUXC"}, {"TL-x/c", "TLXC"}};
+
+// The settings' "./" means the working directory; the classic ".\" too.
+QString BrowserStartPath(const QString& stored) {
+  if (stored == "./" || stored == ".\\") return QDir::currentPath();
+  return stored;
+}
+
+}  // namespace
+
+PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
+  setObjectName("PEFForm");
+  setWindowIcon(AppIcon());
+  client_ = new QWidget(this);
+  client_->setObjectName("PEFFormClient");
+  setCentralWidget(client_);
+  auto* status = new QStatusBar(this);
+  status->setObjectName("StatusBar1");
+  setStatusBar(status);
+
+  BuildBrowserAndTree(client_);
+  BuildRangeColumn(client_);
+  BuildGraphs(client_);
+  ui_ = std::make_unique<QtUserInterface>(this, status, profilName_);
+  document_ = std::make_unique<DocumentController>(*ui_, *this);
+  options_ = new OptionsDialog(this);
+  about_ = new AboutDialog(this);
+  BuildMenus();
+  BuildToolbar();
+
+  const AppSettings settings = ReadSettings();
+  // A language without strings would leave every caption unreadable (and
+  // every message failing); such a stored value falls back to English.
+  tavilo::SetLanguage(settings.language == kGerman ? kGerman : kEnglish);
+  SwitchLanguage();
+
+  tabStrip_->clear();
+  for (const TabData& tab : kTabs) {
+    const int index = tabStrip_->addTab(new QWidget(tabStrip_), QString::fromLatin1(tab.caption));
+    tabStrip_->tabBar()->setTabData(index, QString::fromLatin1(tab.key));
+  }
+  connect(tabStrip_, &QTabWidget::currentChanged, this, &PEFForm::ShowTab);
+
+  for (std::size_t i = 0; i < rangeLists_.size(); ++i) {
+    const RangeListData& data = RangeListContents()[i];
+    for (const std::string& item : data.items) rangeLists_[i]->addItem(QString::fromStdString(item));
+    rangeLists_[i]->setCurrentIndex(data.initial);
+    connect(rangeLists_[i], &QComboBox::currentIndexChanged, this, &PEFForm::RefreshPlots);
+  }
+
+  options_->Apply(settings);
+  if (!browser_->SetPath(BrowserStartPath(settings.path))) browser_->SetPath(QDir::currentPath());
+  EnableItems(false);
+
+  PlaceDesign();
+  ShowTab(0);
+  resize(Px(17700), Px(12300));
+  if (!restoreGeometry(ReadWindowGeometry()) && screen() != nullptr) {
+    resize(size().boundedTo(screen()->availableSize()));
+  }
+  client_->installEventFilter(this);
+}
+
+PEFForm::~PEFForm() = default;
+
+double PEFForm::Dpi() const { return logicalDpiY() > 0 ? logicalDpiY() : 96.0; }
+
+void PEFForm::SwitchLanguage() {
+  ApplyCaptions(this, MainWindowCaptions());
+  if (QAction* help = findChild<QAction*>("Toolbar1_HELP")) help->setToolTip(QString::fromStdString(GetResString(36)));
+  statusBar()->showMessage(QString::fromStdString(GetResString(3)));
+  findChild<QAction*>("mnuLangEnglish")->setChecked(Language() == kEnglish);
+  findChild<QAction*>("mnuLangDeutsch")->setChecked(Language() == kGerman);
+  options_->SwitchLanguage();
+  about_->SwitchLanguage();
+}
+
+void PEFForm::SetLanguage(int language) {
+  tavilo::SetLanguage(language);
+  SwitchLanguage();
+  RefreshPlots();  // the Cl-Cd title carries a translated word
+}
+
+void PEFForm::EnableItems(bool printing) {
+  const bool hasData = document_->Current().ConfigCount() != 0;
+  QAction* print = findChild<QAction*>("mnuFilePrint");
+  QAction* exportFile = findChild<QAction*>("mnuFileExport");
+  print->setEnabled(hasData && !printing);
+  for (const char* name : {"mnuFileExport", "mnuToolsApproximate", "mnuToolsEnvelope", "mnuToolsSortRe",
+                           "mnuToolsSortMach"}) {
+    findChild<QAction*>(name)->setEnabled(hasData);
+  }
+  findChild<QAction*>("Toolbar1_PRINT")->setEnabled(print->isEnabled());
+  findChild<QAction*>("Toolbar1_SAVE")->setEnabled(exportFile->isEnabled());
+}
+
+void PEFForm::ToolbarButtonClick(const QString& key) {
+  if (key == "NEW") {
+    document_->NewAirfoil();
+  } else if (key == "OPEN") {
+    document_->Import();
+  } else if (key == "SAVE") {
+    document_->Export();
+  } else if (key == "PRINT") {
+    NotAvailableYet();
+  } else if (key == "HELP") {
+    about_->SwitchLanguage();
+    about_->exec();
+  }
+}
+
+void PEFForm::NotAvailableYet() {
+  ui_->ShowMessage("This feature is not available yet.", GetResString(1), MessageIcon::Information);
+}
+
+void PEFForm::OpenSelectedFile() {
+  const QString path = browser_->SelectedFile();
+  if (path.isEmpty()) return;
+  document_->OpenFile(path.toStdString());
+}
+
+void PEFForm::UpdateTreeView() {
+  // The structure tree fills itself from the document once it is built;
+  // until then it shows nothing rather than a stale structure.
+  tree_->clear();
+}
+
+RangeValues PEFForm::CurrentRanges() const {
+  auto value = [](const QComboBox* list) { return LeadingNumber(list->currentText().toStdString()); };
+  return {value(rangeLists_[0]), value(rangeLists_[1]), value(rangeLists_[2]), value(rangeLists_[3])};
+}
+
+void PEFForm::RefreshPlots() {
+  try {
+    DrawGraphs(&document_->Current(), CurrentRanges(), graphs_);
+  } catch (const RuntimeError&) {
+    // A range text beyond every number cannot come from the fixed lists;
+    // the graphs then keep what they show.
+  }
+}
+
+void PEFForm::ShowTab(int index) {
+  GraphWidget* pictures[] = {graphs_.clAlfa, graphs_.cmAlfa, graphs_.blu, graphs_.bll};
+  const QString key = tabStrip_->tabBar()->tabData(index).toString();
+  for (int i = 0; i < 4; ++i) {
+    const bool visible = key == QString::fromLatin1(kTabs[i].key);
+    pictures[i]->setVisible(visible);
+    readouts_[i + 1]->setVisible(visible);
+    if (visible) pictures[i]->raise();
+  }
+}
+
+void PEFForm::LayoutWindow() {
+  MainLayout current;
+  current.tabStrip = tabStrip_->geometry();
+  current.clCdPicture = graphs_.clCd->geometry();
+  current.smallPicture = graphs_.bll->geometry();
+  current.treeView = tree_->geometry();
+  current.rangeLeft = rangeLabels_[0]->x();
+  LayoutMetrics metrics;
+  metrics.client = QSize(client_->width(), client_->height() + statusBar()->height());
+  metrics.statusBarHeight = statusBar()->height();
+  metrics.firstTabHeight = tabStrip_->tabBar()->tabRect(0).height();
+  metrics.label1Width = rangeLabels_[0]->width();
+  metrics.dpi = Dpi();
+  layout_ = LayoutMainWindow(current, metrics);
+
+  tabStrip_->setGeometry(layout_.tabStrip);
+  graphs_.clCd->setGeometry(layout_.clCdPicture);
+  for (GraphWidget* graph : {graphs_.clAlfa, graphs_.cmAlfa, graphs_.blu, graphs_.bll}) {
+    graph->setGeometry(layout_.smallPicture);
+  }
+  tree_->setGeometry(layout_.treeView);
+  QWidget* column[7] = {rangeLabels_[0], rangeLists_[0], rangeLists_[1], rangeLabels_[1],
+                        rangeLists_[2], rangeLabels_[2], rangeLists_[3]};
+  for (QWidget* widget : column) widget->move(layout_.rangeLeft, widget->y());
+  PlaceReadouts();
+  RefreshPlots();
+}
+
+void PEFForm::PlaceReadouts() {
+  // The read-outs ride just above their graphs: the Cl-Cd one at the right
+  // end of the big graph beside the airfoil name, the tab strip's one above
+  // the strip.
+  const int top = profilName_->y();
+  const int height = profilName_->height();
+  const QRect big = graphs_.clCd->geometry();
+  profilName_->setGeometry(profilName_->x(), top, std::max(Px(500), big.width() / 2), height);
+  readouts_[0]->setGeometry(big.left() + big.width() / 2, top, big.width() / 2, height);
+  for (int i = 1; i < 5; ++i) readouts_[i]->setGeometry(layout_.tabStrip.left(), top, layout_.tabStrip.width(), height);
+}
+
+bool PEFForm::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == client_ && event->type() == QEvent::Resize) LayoutWindow();
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void PEFForm::SaveSettings() {
+  AppSettings settings;
+  settings.language = Language();
+  options_->Store(settings);
+  settings.path = browser_->Path();
+  WriteSettings(settings);
+  WriteWindowGeometry(saveGeometry());
+}
+
+void PEFForm::closeEvent(QCloseEvent* event) {
+  SaveSettings();
+  options_->close();
+  event->accept();
+}
+
+}  // namespace tavilo

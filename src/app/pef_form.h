@@ -1,0 +1,94 @@
+#pragma once
+// PEFForm, the main window: file browser, structure tree, range lists, the
+// five graphs, menus, toolbar and status bar. It builds and lays out its
+// widgets; the actions on the document live in DocumentController.
+
+#include <QMainWindow>
+#include <array>
+#include <memory>
+
+#include "document_controller.h"
+#include "graph_view.h"
+#include "main_layout.h"
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QMenu;
+class QTabWidget;
+class QToolBar;
+class QTreeWidget;
+
+namespace tavilo {
+
+class AboutDialog;
+class FileBrowser;
+class OptionsDialog;
+class QtUserInterface;
+
+class PEFForm : public QMainWindow, public DocumentView {
+  Q_OBJECT
+
+ public:
+  // Builds the window and runs the start sequence (settings, language,
+  // tabs, range lists, print options, browser directory, empty document).
+  explicit PEFForm(QWidget* parent = nullptr);
+  ~PEFForm() override;
+
+  void SwitchLanguage();
+  void EnableItems(bool printing) override;
+  void UpdateTreeView() override;
+  void RefreshPlots() override;
+  // Dispatches a toolbar button by its key ("NEW", "OPEN", ...).
+  void ToolbarButtonClick(const QString& key);
+  // Opens the file highlighted in Datei1.
+  void OpenSelectedFile();
+  // Saves the settings; runs when the window closes.
+  void SaveSettings();
+
+  // Lays the window out for its current size and redraws the graphs.
+  void LayoutWindow();
+
+  DocumentController& Document() { return *document_; }
+  QtUserInterface& UserInterfaceImpl() { return *ui_; }
+  OptionsDialog& Options() { return *options_; }
+  FileBrowser& Browser() { return *browser_; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void BuildMenus();
+  void BuildToolbar();
+  void BuildBrowserAndTree(QWidget* client);
+  void BuildRangeColumn(QWidget* client);
+  void BuildGraphs(QWidget* client);
+  void PlaceDesign();
+  void PlaceReadouts();
+  void ShowTab(int index);
+  void SetLanguage(int language);
+  void NotAvailableYet();
+  QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
+  RangeValues CurrentRanges() const;
+  double Dpi() const;
+  int Px(double twips) const;
+
+  std::unique_ptr<QtUserInterface> ui_;
+  std::unique_ptr<DocumentController> document_;
+  FileBrowser* browser_ = nullptr;
+  OptionsDialog* options_ = nullptr;
+  AboutDialog* about_ = nullptr;
+  QWidget* client_ = nullptr;
+  QToolBar* toolbar_ = nullptr;
+  QTreeWidget* tree_ = nullptr;
+  QLabel* profilName_ = nullptr;
+  QTabWidget* tabStrip_ = nullptr;
+  GraphWidgets graphs_;
+  std::array<QLabel*, 5> readouts_{};
+  std::array<QComboBox*, 4> rangeLists_{};
+  std::array<QLabel*, 3> rangeLabels_{};  // Label1, Label2, Label3
+  MainLayout layout_;
+};
+
+}  // namespace tavilo

@@ -1,0 +1,115 @@
+#include "qt_user_interface.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFileDialog>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMainWindow>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QStringList>
+
+#include "airfoil_select_dialog.h"
+
+namespace tavilo {
+
+namespace {
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+QMessageBox::Icon BoxIcon(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::Information:
+      return QMessageBox::Information;
+    case MessageIcon::Warning:
+      return QMessageBox::Warning;
+    case MessageIcon::Critical:
+      return QMessageBox::Critical;
+    case MessageIcon::None:
+      break;
+  }
+  return QMessageBox::NoIcon;
+}
+
+}  // namespace
+
+QString QtFileFilter(const std::string& pairs) {
+  const QStringList parts = Text(pairs).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    const QString description = parts[i].trimmed();
+    const QString patterns = parts[i + 1].split(';', Qt::SkipEmptyParts).join(' ');
+    // Qt reads the patterns from the last parentheses; descriptions that
+    // already show them are taken as they are to avoid "(*.xml) (*.xml)".
+    if (description.endsWith("(" + patterns + ")")) {
+      filters << description;
+    } else {
+      filters << description + " (" + patterns + ")";
+    }
+  }
+  return filters.join(";;");
+}
+
+QtUserInterface::QtUserInterface(QMainWindow* window, QStatusBar* status, QLabel* airfoilName)
+    : window_(window), status_(status), airfoilName_(airfoilName) {}
+
+void QtUserInterface::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) {
+  // A message must not appear under a busy pointer.
+  const bool wasBusy = busyDepth_ > 0;
+  if (wasBusy) QGuiApplication::restoreOverrideCursor();
+  QMessageBox box(BoxIcon(icon), Text(title), Text(text), QMessageBox::Ok, window_);
+  box.setObjectName("MessageBox");
+  box.exec();
+  if (wasBusy) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+
+std::string QtUserInterface::ChooseFile(const FileDialogRequest& request) {
+  const QString filter = QtFileFilter(request.filter);
+  if (fileChooser_) return fileChooser_(request, filter);
+  QString chosen;
+  if (request.kind == FileDialogKind::Open) {
+    chosen = QFileDialog::getOpenFileName(window_, Text(request.title), QString(), filter);
+  } else {
+    const QFileDialog::Options options =
+        request.promptOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
+    chosen = QFileDialog::getSaveFileName(window_, Text(request.title), QString(), filter, nullptr, options);
+  }
+  return chosen.toStdString();
+}
+
+int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {
+  AirfoilSelectDialog dialog(window_);
+  QStringList names;
+  for (const std::string& entry : entries) names << Text(entry);
+  return dialog.Choose(names);
+}
+
+void QtUserInterface::SetStatusText(const std::string& text) { status_->showMessage(Text(text)); }
+
+void QtUserInterface::SetWindowTitle(const std::string& title) { window_->setWindowTitle(Text(title)); }
+
+void QtUserInterface::SetAirfoilName(const std::string& name) { airfoilName_->setText(Text(name)); }
+
+void QtUserInterface::SetBusy(bool busy) {
+  if (busy) {
+    ++busyDepth_;
+    QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+    // Lets the status text and the pointer show before a long read; user
+    // input waits so that no second action starts in the middle.
+    QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  } else if (busyDepth_ > 0) {
+    --busyDepth_;
+    QGuiApplication::restoreOverrideCursor();
+  }
+}
+
+std::string QtUserInterface::ClipboardText() { return QGuiApplication::clipboard()->text().toStdString(); }
+
+void QtUserInterface::SetClipboardText(const std::string& text) {
+  QClipboard* clipboard = QGuiApplication::clipboard();
+  clipboard->clear();
+  clipboard->setText(Text(text));
+}
+
+}  // namespace tavilo

@@ -1,0 +1,49 @@
+#pragma once
+// The desktop's side of UserInterface: message boxes, file dialogs, the
+// airfoil choice, the status bar, the title, the airfoil name label, the
+// busy pointer and the system clipboard.
+
+#include <QString>
+#include <functional>
+
+#include "ui/user_interface.h"
+
+class QLabel;
+class QMainWindow;
+class QStatusBar;
+
+namespace tavilo {
+
+// A "|"-joined list of description and pattern pairs as a Qt dialog filter:
+// "Xfoil (*.pol)|*.pol|MSES|polar.*" gives "Xfoil (*.pol);;MSES (polar.*)".
+// Several patterns of one entry, joined by ";", become blank-separated.
+QString QtFileFilter(const std::string& pairs);
+
+class QtUserInterface : public UserInterface {
+ public:
+  // Answers the file dialog in place of the platform's; tests use it.
+  using FileChooser = std::function<std::string(const FileDialogRequest&, const QString& qtFilter)>;
+
+  QtUserInterface(QMainWindow* window, QStatusBar* status, QLabel* airfoilName);
+
+  void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) override;
+  std::string ChooseFile(const FileDialogRequest& request) override;
+  int ChooseAirfoil(const std::vector<std::string>& entries) override;
+  void SetStatusText(const std::string& text) override;
+  void SetWindowTitle(const std::string& title) override;
+  void SetAirfoilName(const std::string& name) override;
+  void SetBusy(bool busy) override;
+  std::string ClipboardText() override;
+  void SetClipboardText(const std::string& text) override;
+
+  void SetFileChooser(FileChooser chooser) { fileChooser_ = std::move(chooser); }
+
+ private:
+  QMainWindow* window_;
+  QStatusBar* status_;
+  QLabel* airfoilName_;
+  FileChooser fileChooser_;
+  int busyDepth_ = 0;
+};
+
+}  // namespace tavilo

@@ -1,0 +1,75 @@
+#include "settings.h"
+
+#include <QSettings>
+#include <cmath>
+#include <limits>
+
+#include "formats/number_text.h"
+#include "model/errors.h"
+
+namespace tavilo {
+
+namespace {
+
+// QSettings(organization) with no application name keeps one file per
+// organization; the section becomes a group inside it.
+QSettings OpenStore() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
+
+}  // namespace
+
+int SettingNumber(const QString& text, bool truncate) {
+  try {
+    const double value = LeadingNumber(text.toStdString());
+    if (truncate) {
+      const double whole = std::trunc(value);
+      if (whole < std::numeric_limits<int>::min() || whole > std::numeric_limits<int>::max()) return 0;
+      return static_cast<int>(whole);
+    }
+    return RoundToInt16(value);
+  } catch (const RuntimeError&) {
+    // A value edited by hand beyond every range is treated like garbage:
+    // the default behaviour of a non-number.
+    return 0;
+  }
+}
+
+AppSettings ReadSettings() {
+  QSettings store = OpenStore();
+  store.beginGroup("Tavilo");
+  auto number = [&store](const char* key, const char* fallback, bool truncate) {
+    return SettingNumber(store.value(key, fallback).toString(), truncate);
+  };
+  AppSettings settings;
+  settings.language = number("Language", "1", true);
+  settings.gridShow = number("GridShow", "0", false);
+  settings.legendShow = number("LegendShow", "0", false);
+  settings.legendPosition1 = number("LegendPosition1", "0", false);
+  settings.legendPosition2 = number("LegendPosition2", "0", false);
+  settings.path = store.value("Path", QStringLiteral("./")).toString();
+  return settings;
+}
+
+void WriteSettings(const AppSettings& settings) {
+  QSettings store = OpenStore();
+  store.beginGroup("Tavilo");
+  store.setValue("Language", QString::number(settings.language));
+  store.setValue("GridShow", QString::number(settings.gridShow));
+  store.setValue("LegendShow", QString::number(settings.legendShow));
+  store.setValue("LegendPosition1", QString::number(settings.legendPosition1));
+  store.setValue("LegendPosition2", QString::number(settings.legendPosition2));
+  store.setValue("Path", settings.path);
+  store.endGroup();
+  store.sync();
+}
+
+QByteArray ReadWindowGeometry() {
+  QSettings store = OpenStore();
+  return store.value("TaviloWindow/Geometry").toByteArray();
+}
+
+void WriteWindowGeometry(const QByteArray& geometry) {
+  QSettings store = OpenStore();
+  store.setValue("TaviloWindow/Geometry", geometry);
+}
+
+}  // namespace tavilo

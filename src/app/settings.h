@@ -1,0 +1,37 @@
+#pragma once
+// The per-user settings that survive a restart: language, the print
+// options and the browser's directory. They live in the user's settings
+// store under application "Korvend", section "Tavilo", every value as text.
+
+#include <QByteArray>
+#include <QString>
+
+namespace tavilo {
+
+struct AppSettings {
+  int language = 1;          // 1 English, 2 German (other values kept as read)
+  int gridShow = 0;          // check box value, 0 or 1
+  int legendShow = 0;        // check box value, 0 or 1
+  int legendPosition1 = 0;   // option value, -1 set, 0 clear ("lower right")
+  int legendPosition2 = 0;   // option value, -1 set, 0 clear ("upper left")
+  QString path = QStringLiteral("./");  // the browser's directory
+};
+
+// Reads every key, falling back to the default of a missing key. A value
+// that is not a number reads as 0; "Language" is truncated to an integer,
+// the others are rounded to 16 bits.
+AppSettings ReadSettings();
+
+// Writes every key as the text of an integer ("-1", "0", "1", ...) and the
+// path as it is.
+void WriteSettings(const AppSettings& settings);
+
+// The main window's size and place, kept apart from the six keys above.
+QByteArray ReadWindowGeometry();
+void WriteWindowGeometry(const QByteArray& geometry);
+
+// The numeric value of a stored text by the readers' leading-number rule;
+// 0 for a text without a number or one beyond the 16-bit range.
+int SettingNumber(const QString& text, bool truncate);
+
+}  // namespace tavilo

@@ -1,0 +1,175 @@
+#pragma once
+// Shared helpers of the application tests: a main window started in a
+// scratch directory with an empty settings store, input events sent to
+// widgets, and a catcher that answers message boxes.
+
+#include <gtest/gtest.h>
+
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QKeyEvent>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QMouseEvent>
+#include <QSettings>
+#include <QTimer>
+#include <memory>
+#include <vector>
+
+#include "app/pef_form.h"
+#include "app/qt_user_interface.h"
+#include "app/options_dialog.h"
+#include "app/file_browser.h"
+#include "formats/xml.h"
+#include "model/airfoil.h"
+#include "strings/string_table.h"
+#include "support/temp_dir.h"
+
+namespace tavilo::testing {
+
+inline void ClearSettings() {
+  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
+  store.clear();
+  store.sync();
+}
+
+inline QString StoredSetting(const char* key) {
+  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
+  return store.value(QStringLiteral("Tavilo/") + key).toString();
+}
+
+inline void StoreSetting(const char* key, const QString& value) {
+  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
+  store.setValue(QStringLiteral("Tavilo/") + key, value);
+}
+
+// An XML polar file with one set holding `polars` polars of three points.
+inline std::string WritePolarFile(const TempDir& dir, const std::string& name, const std::string& airfoilName,
+                                  int polars = 1) {
+  Airfoil airfoil;
+  airfoil.Name = airfoilName;
+  auto set = std::make_shared<Configuration>();
+  set->Name = "clean";
+  for (int p = 0; p < polars; ++p) {
+    auto polar = std::make_shared<Polar>();
+    polar->ReynoldsNumber = 100000.0 * (p + 1);
+    polar->Selected = true;
+    for (int i = 0; i < 3; ++i) {
+      PolarPoint point;
+      point.Alfa = i * 2.0;
+      point.Cl = 0.2 + i * 0.2;
+      point.Cd = 0.01 + i * 0.001;
+      point.Cm = -0.05;
+      polar->AddPoint(point);
+    }
+    set->AddPolar(polar);
+  }
+  airfoil.AddConfiguration(set);
+  const std::string path = dir.File(name);
+  WriteToXML(airfoil, path);
+  return path;
+}
+
+// Answers every message box that opens while it lives with OK and keeps
+// its title and text.
+class MessageBoxCatcher {
+ public:
+  struct Seen {
+    QString title;
+    QString text;
+    QMessageBox::Icon icon;
+  };
+
+  MessageBoxCatcher() {
+    QObject::connect(&timer_, &QTimer::timeout, [this] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return;
+      seen.push_back({box->windowTitle(), box->text(), box->icon()});
+      box->accept();
+    });
+    timer_.start(5);
+  }
+
+  std::vector<Seen> seen;
+
+ private:
+  QTimer timer_;
+};
+
+// A main window on an empty settings store whose working directory is a
+// fresh scratch folder.
+class MainWindowTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    ClearSettings();
+    SetLanguage(kEnglish);
+    previousDirectory_ = QDir::currentPath();
+    QDir::setCurrent(QString::fromStdString(dir.Path().string()));
+  }
+
+  void TearDown() override {
+    window.reset();
+    QDir::setCurrent(previousDirectory_);
+    SetLanguage(kEnglish);
+    ClearSettings();
+  }
+
+  PEFForm& Start() {
+    window = std::make_unique<PEFForm>();
+    window->resize(1200, 860);
+    window->show();
+    QApplication::processEvents();
+    return *window;
+  }
+
+  // Closes the window as the user would, which saves the settings.
+  void Exit() {
+    window->close();
+    window.reset();
+  }
+
+  template <typename T = QWidget>
+  T* Find(const char* name) {
+    T* found = window->findChild<T*>(QString::fromLatin1(name));
+    EXPECT_NE(found, nullptr) << name;
+    return found;
+  }
+
+  QAction* Action(const char* name) { return Find<QAction>(name); }
+
+  QListWidget* FileList() { return Find<QListWidget>("Datei1"); }
+
+  void Highlight(QListWidget* list, const QString& text) {
+    const QList<QListWidgetItem*> items = list->findItems(text, Qt::MatchExactly);
+    ASSERT_EQ(items.size(), 1) << text.toStdString();
+    list->setCurrentItem(items.first());
+  }
+
+  static void PressEnter(QWidget* widget) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
+    QApplication::sendEvent(widget, &press);
+  }
+
+  static void DoubleClick(QListWidget* list, QListWidgetItem* item) {
+    const QPoint at = list->visualItemRect(item).center();
+    QWidget* viewport = list->viewport();
+    const QPointF local(at);
+    const QPointF global(viewport->mapToGlobal(at));
+    QMouseEvent press(QEvent::MouseButtonPress, local, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QMouseEvent release(QEvent::MouseButtonRelease, local, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
+    QMouseEvent twice(QEvent::MouseButtonDblClick, local, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(viewport, &press);
+    QApplication::sendEvent(viewport, &release);
+    QApplication::sendEvent(viewport, &twice);
+    QApplication::sendEvent(viewport, &release);
+  }
+
+  TempDir dir;
+  std::unique_ptr<PEFForm> window;
+
+ private:
+  QString previousDirectory_;
+};
+
+}  // namespace tavilo::testing
