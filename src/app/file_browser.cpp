@@ -6,8 +6,8 @@
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QStorageInfo>
+#include <QStyle>
 
-#include "icons.h"
 
 namespace tavilo {
 
@@ -32,6 +32,7 @@ FileBrowser::FileBrowser(QWidget* parent) : QObject(parent) {
   files_->setObjectName("Datei1");
   for (QListWidget* list : {directories_, files_}) {
     list->setUniformItemSizes(true);
+    list->setIconSize(QSize(16, 16));
     list->installEventFilter(this);
   }
   files_->setSortingEnabled(false);
@@ -91,11 +92,15 @@ void FileBrowser::FillDrives() {
     if (volume.isValid() && volume.isReady() && !roots.contains(volume.rootPath())) roots << volume.rootPath();
   }
   roots.sort();
-  const QIcon icon = ThemedIcon("drive-harddisk", "save");
+  const QIcon icon = DriveIcon();
   for (const QString& root : roots) {
     drives_->addItem(icon, QDir::toNativeSeparators(root));
     drives_->setItemData(drives_->count() - 1, root, kPathRole);
   }
+}
+
+QIcon FileBrowser::DriveIcon() const {
+  return QIcon::fromTheme("drive-harddisk", drives_->style()->standardIcon(QStyle::SP_DriveHDIcon));
 }
 
 void FileBrowser::SelectDrive() {
@@ -103,7 +108,7 @@ void FileBrowser::SelectDrive() {
   const QString root = QStorageInfo(path_).rootPath();
   int index = drives_->findData(root, kPathRole);
   if (index < 0 && !root.isEmpty()) {
-    drives_->addItem(ThemedIcon("drive-harddisk", "save"), QDir::toNativeSeparators(root));
+    drives_->addItem(DriveIcon(), QDir::toNativeSeparators(root));
     index = drives_->count() - 1;
     drives_->setItemData(index, root, kPathRole);
   }
@@ -119,8 +124,8 @@ void FileBrowser::FillDirectories() {
     ancestors.prepend(dir.absolutePath());
     if (!dir.cdUp()) break;
   }
-  const QIcon open = ThemedIcon("folder-open", "open");
-  const QIcon closed = ThemedIcon("folder", "open");
+  const QIcon open = QIcon::fromTheme("folder-open", directories_->style()->standardIcon(QStyle::SP_DirOpenIcon));
+  const QIcon closed = QIcon::fromTheme("folder", directories_->style()->standardIcon(QStyle::SP_DirClosedIcon));
   int depth = 0;
   for (const QString& ancestor : ancestors) {
     const QString name = depth == 0 ? QDir::toNativeSeparators(ancestor) : QFileInfo(ancestor).fileName();

@@ -4,6 +4,7 @@
 // (Verzeichnis1, the current directory's ancestors and sub-directories) and
 // the file list (Datei1, the polar files of the directory).
 
+#include <QIcon>
 #include <QObject>
 #include <QString>
 
@@ -47,6 +48,7 @@ class FileBrowser : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QIcon DriveIcon() const;
   void FillDrives();
   void SelectDrive();
   void FillDirectories();

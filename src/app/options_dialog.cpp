@@ -35,12 +35,15 @@ OptionsDialog::OptionsDialog(QWidget* parent) : QDialog(parent) {
   auto* frameLayout = new QVBoxLayout(frame);
   frameLayout->addWidget(chkGrid_);
   frameLayout->addWidget(chkLegend_);
-  for (QRadioButton* option : optLegend_) frameLayout->addWidget(option);
-  // The legend corner belongs to the legend: indent it below its box.
-  for (QRadioButton* option : optLegend_) option->setContentsMargins(20, 0, 0, 0);
+  // The legend corner belongs to the legend: indented below its box.
+  auto* corner = new QVBoxLayout;
+  corner->setContentsMargins(20, 0, 0, 0);
+  for (QRadioButton* option : optLegend_) corner->addWidget(option);
+  frameLayout->addLayout(corner);
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(frame);
   layout->addWidget(okay, 0, Qt::AlignRight);
+  setMinimumWidth(260);
   SwitchLanguage();
 }
 
