@@ -43,7 +43,9 @@ fuzz: deps
 	@for f in build-fuzz/fuzz/fuzz_*; do \
 	  name=$$(basename $$f); mkdir -p fuzz-corpus/$$name; \
 	  echo "== $$name ($(FUZZ_SECONDS) s)"; \
-	  $$f -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 fuzz-corpus/$$name fuzz/seeds || exit 1; \
+	  dict=fuzz/$${name#fuzz_}.dict; [ -f $$dict ] && dictarg=-dict=$$dict || dictarg=; \
+	  seeds=fuzz/seeds/$${name#fuzz_}; [ -d $$seeds ] || seeds=; \
+	  $$f -max_total_time=$(FUZZ_SECONDS) -timeout=10 -rss_limit_mb=2048 $$dictarg fuzz-corpus/$$name $$seeds || exit 1; \
 	done
 
 clean:

@@ -1,5 +1,6 @@
 #include "formats/number_text.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,6 +14,24 @@ namespace {
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
+// Roughly the power of ten of a number out of the double range: only its
+// sign matters, to tell underflow from overflow.
+long DecimalMagnitude(std::string_view mantissa, std::string_view exponent) {
+  long magnitude = 0;
+  size_t period = mantissa.find('.');
+  size_t firstNonZero = mantissa.find_first_not_of("0.");
+  if (firstNonZero == std::string_view::npos) return -1;
+  if (period == std::string_view::npos) period = mantissa.size();
+  magnitude = firstNonZero < period ? static_cast<long>(period - firstNonZero)
+                                    : -static_cast<long>(firstNonZero - period);
+  long power = 0;
+  bool negative = !exponent.empty() && exponent[0] == '-';
+  for (char c : exponent) {
+    if (IsDigit(c) && power < 100000000) power = power * 10 + (c - '0');
+  }
+  return magnitude + (negative ? -power : power);
+}
+
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
@@ -23,37 +42,50 @@ double LeadingNumber(std::string_view text) {
     negative = text[i] == '-';
     ++i;
   }
-  // Collect the digits into a normalised buffer (D exponent becomes e).
-  std::string number;
+  const size_t mantissaStart = i;
   size_t digits = 0;
   bool period = false;
   for (; i < text.size(); ++i) {
-    char c = text[i];
-    if (IsDigit(c)) {
-      number.push_back(c);
+    if (IsDigit(text[i])) {
       ++digits;
-    } else if (c == '.' && !period) {
-      number.push_back(c);
+    } else if (text[i] == '.' && !period) {
       period = true;
     } else {
       break;
     }
   }
   if (digits == 0) return 0.0;
+  const std::string_view mantissa = text.substr(mantissaStart, i - mantissaStart);
+  std::string_view exponent;
   if (i < text.size() && (text[i] == 'E' || text[i] == 'e' || text[i] == 'D' || text[i] == 'd')) {
     size_t j = i + 1;
-    std::string exponent = "e";
-    if (j < text.size() && (text[j] == '+' || text[j] == '-')) exponent.push_back(text[j++]);
+    if (j < text.size() && (text[j] == '+' || text[j] == '-')) ++j;
     size_t start = j;
-    while (j < text.size() && IsDigit(text[j])) exponent.push_back(text[j++]);
-    if (j > start) number += exponent;  // an exponent without digits is not part of the number
+    while (j < text.size() && IsDigit(text[j])) ++j;
+    // An exponent without digits is not part of the number.
+    if (j > start) exponent = text.substr(i + 1, j - i - 1);
+  }
+  // from_chars wants "e" for the exponent; the usual short number is copied
+  // to the stack rather than the heap.
+  std::string number;
+  char stack[64];
+  char* buffer = stack;
+  const size_t length = mantissa.size() + (exponent.empty() ? 0 : exponent.size() + 1);
+  if (length > sizeof stack) {
+    number.resize(length);
+    buffer = number.data();
+  }
+  std::copy(mantissa.begin(), mantissa.end(), buffer);
+  if (!exponent.empty()) {
+    buffer[mantissa.size()] = 'e';
+    std::copy(exponent.begin(), exponent.end(), buffer + mantissa.size() + 1);
   }
   double value = 0.0;
-  auto [end, error] = std::from_chars(number.data(), number.data() + number.size(), value);
+  auto [end, error] = std::from_chars(buffer, buffer + length, value);
   if (error == std::errc::result_out_of_range) {
     // Underflow is a harmless zero; a magnitude past the double range is not.
-    if (number.find("e-") != std::string::npos) return 0.0;
-    throw OverflowError("number too large: " + number);
+    if (DecimalMagnitude(mantissa, exponent) < 0) return 0.0;
+    throw OverflowError("number too large: " + std::string(text.substr(mantissaStart, length)));
   }
   if (error != std::errc()) return 0.0;
   return negative ? -value : value;

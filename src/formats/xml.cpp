@@ -99,6 +99,31 @@ void WriteToXML(const Airfoil& airfoil, const std::string& path) {
 
 namespace {
 
+// The tags the reader looks for, with their three search patterns.
+struct Tag {
+  std::string name, open, openWithAttributes, close;
+  int slot;  // first of three memo slots in XmlSearch, -1 for none
+
+  int Slot(int k) const { return slot < 0 ? -1 : slot + k; }
+};
+
+Tag MakeTag(std::string_view name, int index) {
+  std::string n(name);
+  return {n, "<" + n + ">", "<" + n + " ", "</" + n + ">", index < 0 ? -1 : 3 * index};
+}
+
+enum TagId { kConfigurations, kConfiguration, kName, kPolars, kPolar, kReynolds, kMach,
+             kDatapoints, kDatapoint, kValue, kTagCount };
+
+const Tag& TagOf(TagId id) {
+  static const std::array<Tag, kTagCount> tags = {
+      MakeTag("configurations", 0), MakeTag("configuration", 1), MakeTag("name", 2),
+      MakeTag("polars", 3),         MakeTag("polar", 4),         MakeTag("reynoldsnumber", 5),
+      MakeTag("machnumber", 6),     MakeTag("datapoints", 7),    MakeTag("datapoint", 8),
+      MakeTag("value", 9)};
+  return tags[id];
+}
+
 // Every text the reader searches is a slice of one document. A search asks
 // for the first occurrence of a pattern at or after a slice's start; the
 // reader walks the document from left to right, so the answer to the
@@ -106,80 +131,75 @@ namespace {
 // is scanned about once per pattern instead of once per element.
 class XmlSearch {
  public:
-  explicit XmlSearch(std::string_view document) : document_(document) {}
+  explicit XmlSearch(std::string_view document) : document_(document) {
+    memos_.fill({0, npos, false});
+  }
 
   // First occurrence of `pattern` lying wholly inside `text` (a slice of
-  // the document), as an offset into `text`, or npos.
-  size_t Find(std::string_view text, std::string_view pattern) {
-    if (text.size() < pattern.size()) return std::string_view::npos;
+  // the document), as an offset into `text`, or npos. `slot` names the
+  // pattern's memo; -1 searches without one.
+  size_t Find(std::string_view text, std::string_view pattern, int slot = -1) {
+    if (text.size() < pattern.size()) return npos;
     const size_t start = static_cast<size_t>(text.data() - document_.data());
-    const size_t found = FindInDocument(start, pattern);
-    if (found == std::string_view::npos || found + pattern.size() > start + text.size())
-      return std::string_view::npos;
+    const size_t found = FindInDocument(start, pattern, slot);
+    if (found == npos || found + pattern.size() > start + text.size()) return npos;
     return found - start;
   }
 
  private:
   struct Memo {
-    std::string pattern;
     size_t queryStart;
     size_t found;  // first occurrence at or after queryStart, or npos
+    bool valid;
   };
 
-  size_t FindInDocument(size_t start, std::string_view pattern) {
-    Memo* memo = nullptr;
-    for (Memo& m : memos_) {
-      if (m.pattern == pattern) {
-        memo = &m;
-        break;
-      }
-    }
-    if (memo && memo->queryStart <= start && (memo->found == npos || memo->found >= start))
-      return memo->found;
-    const size_t found = document_.find(pattern, start);
-    if (memo) {
-      memo->queryStart = start;
-      memo->found = found;
-    } else {
-      memos_.push_back({std::string(pattern), start, found});
-    }
-    return found;
+  size_t FindInDocument(size_t start, std::string_view pattern, int slot) {
+    if (slot < 0) return document_.find(pattern, start);
+    Memo& memo = memos_[slot];
+    if (memo.valid && memo.queryStart <= start && (memo.found == npos || memo.found >= start))
+      return memo.found;
+    memo = {start, document_.find(pattern, start), true};
+    return memo.found;
   }
 
   static constexpr size_t npos = std::string_view::npos;
   std::string_view document_;
-  std::vector<Memo> memos_;
+  std::array<Memo, 3 * kTagCount> memos_;
 };
 
-struct TagPatterns {
-  explicit TagPatterns(std::string_view tag) {
-    open = "<" + std::string(tag) + ">";
-    openWithAttributes = "<" + std::string(tag) + " ";
-    close = "</" + std::string(tag) + ">";
-  }
-  std::string open, openWithAttributes, close;
-};
-
-std::string_view Extract(XmlSearch& search, std::string_view text, std::string_view tag) {
-  TagPatterns patterns(tag);
-  size_t p = search.Find(text, patterns.open);
-  if (p == std::string_view::npos) p = search.Find(text, patterns.openWithAttributes);
+std::string_view Extract(XmlSearch& search, std::string_view text, const Tag& tag) {
+  size_t p = search.Find(text, tag.open, tag.Slot(0));
+  if (p == std::string_view::npos) p = search.Find(text, tag.openWithAttributes, tag.Slot(1));
   if (p == std::string_view::npos) return {};
-  size_t q = search.Find(text.substr(p), patterns.close);
+  size_t q = search.Find(text.substr(p), tag.close, tag.Slot(2));
   if (q == std::string_view::npos) return {};
-  return text.substr(p, q + tag.size() + 3);
+  return text.substr(p, q + tag.name.size() + 3);
 }
 
-std::string_view Content(XmlSearch& search, std::string_view element) {
+std::string_view Extract(XmlSearch& search, std::string_view text, TagId id) {
+  return Extract(search, text, TagOf(id));
+}
+
+// The content of an element that Extract found by `tag`: its name, read
+// from its text, is always the tag itself.
+std::string_view Content(XmlSearch& search, std::string_view element, const Tag* tag) {
   if (element.empty() || element[0] != '<') return {};
   size_t g = element.find('>');
   if (g == std::string_view::npos) return {};
   std::string_view name = element.substr(1, g - 1);
   name = name.substr(0, name.find(' '));
-  std::string close = "</" + std::string(name) + ">";
-  size_t c = search.Find(element.substr(g + 1), close);
+  size_t c;
+  if (tag && name == tag->name) {
+    c = search.Find(element.substr(g + 1), tag->close, tag->Slot(2));
+  } else {
+    c = search.Find(element.substr(g + 1), "</" + std::string(name) + ">");
+  }
   if (c == std::string_view::npos) return {};
   return element.substr(g + 1, c);
+}
+
+std::string_view Content(XmlSearch& search, std::string_view element, TagId id) {
+  return Content(search, element, &TagOf(id));
 }
 
 // Blanks only, as the format has always trimmed.
@@ -194,15 +214,15 @@ constexpr int kMaxItems = 1000;
 
 PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
   PolarPoint point;
-  std::string_view v = Trim(Content(search, datapoint));
+  std::string_view v = Trim(Content(search, datapoint, kDatapoint));
   double* fields[] = {&point.Alfa, &point.Cl, &point.Cd, &point.Cm,
                       &point.TU,   &point.TL, &point.SU, &point.SL};
   for (int k = 0; k < 8; ++k) {
-    std::string_view value = Extract(search, v, "value");
+    std::string_view value = Extract(search, v, kValue);
     // Alfa, Cl and Cd are always assigned (an absent value reads 0); the
     // rest only when a further value is there.
     if (k >= 3 && value.empty()) continue;
-    *fields[k] = LeadingNumber(Content(search, value));
+    *fields[k] = LeadingNumber(Content(search, value, kValue));
     // The value is dropped by its length from the front, wherever it stood.
     v = DropFront(Trim(v), value.size());
   }
@@ -213,16 +233,16 @@ PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
 // or "#END#" when there is none.
 std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& polar) {
   polar.Selected = true;
-  std::string_view e = Extract(search, text, "polar");
+  std::string_view e = Extract(search, text, kPolar);
   if (e.empty()) return kEnd;
   std::string_view rest = text.substr(search.Find(text, "</polar>") + 8);
-  polar.ReynoldsNumber = LeadingNumber(Content(search, Extract(search, e, "reynoldsnumber")));
-  polar.MachNumber = LeadingNumber(Content(search, Extract(search, e, "machnumber")));
-  polar.Name = NameFromFileBytes(Content(search, Extract(search, e, "name")));
+  polar.ReynoldsNumber = LeadingNumber(Content(search, Extract(search, e, kReynolds), kReynolds));
+  polar.MachNumber = LeadingNumber(Content(search, Extract(search, e, kMach), kMach));
+  polar.Name = NameFromFileBytes(Content(search, Extract(search, e, kName), kName));
 
-  std::string_view dp = Trim(Content(search, Extract(search, e, "datapoints")));
+  std::string_view dp = Trim(Content(search, Extract(search, e, kDatapoints), kDatapoints));
   for (int i = 0; i < kMaxItems; ++i) {
-    std::string_view d = Extract(search, Trim(dp), "datapoint");
+    std::string_view d = Extract(search, Trim(dp), kDatapoint);
     // Once no data point is left, the remaining passes change nothing.
     if (d.empty()) break;
     polar.AddPoint(ReadPoint(search, d));
@@ -233,11 +253,11 @@ std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& pola
 
 std::string_view ReadConfiguration(XmlSearch& search, std::string_view text,
                                    Configuration& config) {
-  std::string_view e = Extract(search, text, "configuration");
+  std::string_view e = Extract(search, text, kConfiguration);
   if (e.empty()) return kEnd;
   std::string_view rest = text.substr(search.Find(text, "</configuration>") + 16);
-  config.Name = NameFromFileBytes(Content(search, Extract(search, e, "name")));
-  std::string_view polars = Extract(search, e, "polars");
+  config.Name = NameFromFileBytes(Content(search, Extract(search, e, kName), kName));
+  std::string_view polars = Extract(search, e, kPolars);
   for (int j = 0; j < kMaxItems; ++j) {
     auto polar = std::make_shared<Polar>();
     std::string_view r = ReadPolar(search, polars, *polar);
@@ -269,9 +289,9 @@ void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui) {
              text.end());
 
   XmlSearch search(text);
-  std::string_view cfgs = Extract(search, text, "configurations");
-  std::string_view name = Extract(search, cfgs, "name");
-  airfoil.Name = name.empty() ? "unknown airfoil" : NameFromFileBytes(Content(search, name));
+  std::string_view cfgs = Extract(search, text, kConfigurations);
+  std::string_view name = Extract(search, cfgs, kName);
+  airfoil.Name = name.empty() ? "unknown airfoil" : NameFromFileBytes(Content(search, name, kName));
   airfoil.ResetConfigurations(0);
   if (cfgs.empty()) {
     ReportError(ui, 76);
@@ -292,12 +312,12 @@ void ReadFromXML(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
 
 std::string_view ExtractXmlElement(std::string_view text, std::string_view tag) {
   XmlSearch search(text);
-  return Extract(search, text, tag);
+  return Extract(search, text, MakeTag(tag, -1));
 }
 
 std::string_view XmlElementContent(std::string_view element) {
   XmlSearch search(element);
-  return Content(search, element);
+  return Content(search, element, nullptr);
 }
 
 }  // namespace tavilo

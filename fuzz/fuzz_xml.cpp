@@ -1,0 +1,20 @@
+// Any byte sequence must give a model, a report, or one of the core's typed
+// errors: never a crash, a hang or a sanitizer report.
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+#include "formats/xml.h"
+#include "model/errors.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  tavilo::SilentUserInterface ui;
+  tavilo::Airfoil airfoil;
+  try {
+    tavilo::ReadFromXMLText(airfoil, std::string(reinterpret_cast<const char*>(data), size), ui);
+    // What was read must also write.
+    (void)tavilo::XmlText(airfoil);
+  } catch (const tavilo::RuntimeError&) {
+  }
+  return 0;
+}

@@ -1,0 +1,122 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "formats/line_reader.h"
+#include "formats/number_text.h"
+#include "model/errors.h"
+
+namespace tavilo {
+namespace {
+
+struct NumberCase {
+  const char* text;
+  double value;
+};
+
+TEST(LeadingNumber, TakesTheLongestLeadingNumber) {
+  const NumberCase cases[] = {
+      {"0.5", 0.5},         {"  \t-2.25abc", -2.25}, {"+3", 3.0},         {".5", 0.5},
+      {"-.25", -0.25},      {"1.", 1.0},             {"1.2.3", 1.2},      {"1E3", 1000.0},
+      {"1e-2", 0.01},       {"2.5D2", 250.0},        {"2.5d-1", 0.25},    {"1.5E", 1.5},
+      {"1.5E+", 1.5},       {"4E2x", 400.0},         {"12 34", 12.0},     {"1 000", 1.0},
+      {"", 0.0},            {"   ", 0.0},            {"abc", 0.0},        {"-", 0.0},
+      {".", 0.0},           {"- 5", 0.0},            {"0,5", 0.0},        {"1e-400", 0.0},
+      {"00012", 12.0},      {"0.00912", 0.00912},    {"500000", 500000.0}};
+  for (const NumberCase& c : cases) EXPECT_EQ(LeadingNumber(c.text), c.value) << '"' << c.text << '"';
+}
+
+TEST(LeadingNumber, NumbersBeyondTheDoubleRangeOverflow) {
+  EXPECT_THROW(LeadingNumber("1e400"), OverflowError);
+  EXPECT_THROW(LeadingNumber("-9D999"), OverflowError);
+  EXPECT_THROW(LeadingNumber("1" + std::string(400, '0')), OverflowError);
+  EXPECT_EQ(LeadingNumber("0." + std::string(400, '0') + "1"), 0.0);
+  EXPECT_EQ(LeadingNumber("0.001e-330"), 0.0);
+}
+
+TEST(RoundToInt16, RoundsHalfToEvenAndOverflowsOutsideTheRange) {
+  EXPECT_EQ(RoundToInt16(2.5), 2);
+  EXPECT_EQ(RoundToInt16(3.5), 4);
+  EXPECT_EQ(RoundToInt16(-2.5), -2);
+  EXPECT_EQ(RoundToInt16(0.49), 0);
+  EXPECT_EQ(RoundToInt16(32767.4), 32767);
+  EXPECT_EQ(RoundToInt16(-32768.0), -32768);
+  EXPECT_THROW(RoundToInt16(32767.5), OverflowError);
+  EXPECT_THROW(RoundToInt16(-32769), OverflowError);
+  EXPECT_THROW(RoundToInt16(std::nan("")), OverflowError);
+}
+
+struct FormatCase {
+  double value;
+  const char* pattern;
+  const char* text;
+};
+
+TEST(FormatNumber, RoundsAsTheDecimalTextShowsIt) {
+  const FormatCase cases[] = {
+      {0.2385, "0.000", "0.239"},      // binary 0.23849999... but its text ends in 5
+      {2.5, "0", "3"},                 {3.5, "0", "4"},
+      {-2.5, "0", "-3"},               {0.5, "0", "1"},
+      {0.3, "0", "0"},                 {0.6, "0", "1"},
+      {250000.4, "0", "250000"},       {-0.0004, "0.000", "0.000"},  // no minus on a zero
+      {-0.0005, "0.000", "-0.001"},    {-99.999, "0.00000", "-99.99900"},
+      {-99.999, "0.000", "-99.999"},   {0.00912, "0.00000", "0.00912"},
+      {-0.0871, "0.0000", "-0.0871"},  {7, "00", "07"},
+      {123, "00", "123"},              {0, "0.0", "0.0"},
+      {1e6, "0.0", "1000000.0"},       {0.99995, "0.0000", "1.0000"},
+      {9.9996, "0.000", "10.000"},     {1.5e6 / 1e6, "0.000", "1.500"},
+      {-0.0, "0.000", "0.000"},        {1e20, "0", "100000000000000000000"},
+      {1.23456789012345678, "0.00000", "1.23457"},
+      {0.000049, "0.0000", "0.0000"},  {0.00005, "0.0000", "0.0001"},
+  };
+  for (const FormatCase& c : cases)
+    EXPECT_EQ(FormatNumber(c.value, c.pattern), c.text) << c.value << " with " << c.pattern;
+}
+
+TEST(NumberText, PutsABlankBeforeNonNegativeNumbers) {
+  const std::pair<double, const char*> cases[] = {
+      {1, " 1"},          {500000, " 500000"}, {-2.5, "-2.5"},       {0, " 0"},
+      {0.5, " 0.5"},      {1.25e-3, " 0.00125"}, {1e15, " 1E+15"},   {123456789012345, " 123456789012345"},
+      {1e-5, " 1E-05"},   {-3.5e20, "-3.5E+20"}, {0.1 + 0.2, " 0.3"}, {1000000, " 1000000"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(NumberText(value), text) << value;
+}
+
+TEST(RestAfterFirstBlank, SkipsTheFirstFieldAndTheBlanksAfterIt) {
+  EXPECT_EQ(RestAfterFirstBlank("4.000   0.812   0.00912"), "0.812   0.00912");
+  EXPECT_EQ(RestAfterFirstBlank("0.00912"), "");
+  EXPECT_EQ(RestAfterFirstBlank("1.0   "), "");
+  EXPECT_EQ(RestAfterFirstBlank(" lead"), "lead");
+  EXPECT_EQ(RestAfterFirstBlank("a\tb c"), "c") << "only blanks separate fields";
+  std::string longField(32766, 'x');
+  EXPECT_EQ(RestAfterFirstBlank(longField + " y"), "y");
+  EXPECT_THROW(RestAfterFirstBlank(longField + "x y"), OverflowError);
+}
+
+std::vector<std::string> Lines(std::string_view text) {
+  LineReader reader(text);
+  std::vector<std::string> lines;
+  std::string_view line;
+  while (reader.Next(line)) lines.emplace_back(line);
+  return lines;
+}
+
+TEST(LineReader, AcceptsEveryLineEnd) {
+  using V = std::vector<std::string>;
+  EXPECT_EQ(Lines("a\nb\n"), (V{"a", "b"}));
+  EXPECT_EQ(Lines("a\r\nb\r\n"), (V{"a", "b"}));
+  EXPECT_EQ(Lines("a\rb\r"), (V{"a", "b"}));
+  EXPECT_EQ(Lines("a\r\n\r\nb"), (V{"a", "", "b"}));
+  EXPECT_EQ(Lines("a\n\rb"), (V{"a", "", "b"}));
+  EXPECT_EQ(Lines(""), V{});
+  EXPECT_EQ(Lines("\n"), V{""});
+}
+
+TEST(LineReader, FindLineStopsAtThePrefixOrTheEnd) {
+  LineReader reader("x\nAirfoil: A\nAirfoil  B\n");
+  EXPECT_EQ(reader.FindLine("Airfoil  "), "Airfoil  B");
+  EXPECT_EQ(reader.FindLine("Airfoil"), "");
+  EXPECT_TRUE(reader.AtEnd());
+}
+
+}  // namespace
+}  // namespace tavilo

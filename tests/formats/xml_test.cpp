@@ -1,0 +1,244 @@
+#include "formats/xml.h"
+
+#include <gtest/gtest.h>
+
+#include "formats/file_text.h"
+#include "model/errors.h"
+#include "strings/string_table.h"
+#include "support/recording_ui.h"
+#include "support/temp_dir.h"
+
+namespace tavilo {
+namespace {
+
+using testing::RecordingUserInterface;
+using testing::TempDir;
+
+PolarPoint Point(double alfa, double cl, double cd, double cm = kNoValue, double tu = kNoValue,
+                 double tl = kNoValue) {
+  PolarPoint p;
+  p.Alfa = alfa, p.Cl = cl, p.Cd = cd, p.Cm = cm, p.TU = tu, p.TL = tl;
+  return p;
+}
+
+// Two sets: a named one with two polars (one unselected) and an unnamed one.
+Airfoil SampleAirfoil() {
+  Airfoil airfoil;
+  airfoil.Name = "Clark Y";
+  auto flap = std::make_shared<Configuration>();
+  flap->Name = "flap 0";
+  flap->Origin = "XFOIL";
+  auto p1 = std::make_shared<Polar>();
+  p1->Name = "Re 200k";
+  p1->ReynoldsNumber = 200000;
+  p1->MachNumber = 0.05;
+  p1->Selected = true;
+  p1->AddPoint(Point(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05));
+  p1->AddPoint(Point(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
+  auto hidden = std::make_shared<Polar>();
+  hidden->Name = "not written";
+  flap->AddPolar(p1);
+  flap->AddPolar(hidden);
+  auto plain = std::make_shared<Configuration>();
+  auto p2 = std::make_shared<Polar>();
+  p2->ReynoldsNumber = 1e6;
+  p2->Selected = true;
+  p2->AddPoint(Point(0.2385, 0.5, 0.01));
+  plain->AddPolar(p2);
+  airfoil.AddConfiguration(flap);
+  airfoil.AddConfiguration(plain);
+  return airfoil;
+}
+
+TEST(XmlWriter, WritesTheDocumentLineForLine) {
+  const std::string golden = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.xml");
+  EXPECT_EQ(XmlText(SampleAirfoil()), golden);
+}
+
+TEST(XmlWriter, AnAllUnselectedAirfoilGivesAnEmptyValidDocument) {
+  Airfoil airfoil = SampleAirfoil();
+  for (int i = 1; i <= airfoil.ConfigCount(); ++i) airfoil.Configuration(i)->SetSelected(false);
+  std::string text = XmlText(airfoil);
+  EXPECT_NE(text.find("<configurations>\r\n  <name>Clark Y</name>\r\n</configurations>\r\n"),
+            std::string::npos);
+  RecordingUserInterface ui;
+  Airfoil back;
+  ReadFromXMLText(back, text, ui);
+  EXPECT_EQ(back.Name, "Clark Y");
+  EXPECT_EQ(back.ConfigCount(), 0);
+  EXPECT_TRUE(ui.messages.empty());
+}
+
+TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
+  TempDir dir;
+  const std::string path = dir.File("clark y.xml");
+  WriteToXML(SampleAirfoil(), path);
+  RecordingUserInterface ui;
+  Airfoil airfoil;
+  ReadFromXML(airfoil, path, ui);
+  EXPECT_TRUE(ui.messages.empty());
+  EXPECT_EQ(airfoil.Name, "Clark Y");
+  ASSERT_EQ(airfoil.ConfigCount(), 2);
+  const Configuration& flap = *airfoil.Configuration(1);
+  EXPECT_EQ(flap.Name, "flap 0");
+  ASSERT_EQ(flap.PolarCount(), 1) << "the unselected polar was not written";
+  const Polar& polar = *flap.Polar(1);
+  EXPECT_EQ(polar.Name, "Re 200k");
+  EXPECT_EQ(polar.ReynoldsNumber, 200000);
+  EXPECT_EQ(polar.MachNumber, 0.05);
+  EXPECT_TRUE(polar.Selected);
+  ASSERT_EQ(polar.PointCount(), 2);
+  EXPECT_EQ(polar.Point(2), Point(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
+  EXPECT_EQ(airfoil.Configuration(2)->Name, "Airfoil Polar");
+  EXPECT_EQ(airfoil.Configuration(2)->Polar(1)->Name, "Polar");
+  EXPECT_EQ(airfoil.Configuration(2)->Polar(1)->Point(1).Alfa, 0.239);
+}
+
+// A document around `body`, which stands inside <configurations>.
+std::string Document(std::string_view body) {
+  return "<?xml version=\"1.0\"?>\n<polar-exchange-file version=\"1.0\">\n<configurations>\n" +
+         std::string(body) + "\n</configurations>\n</polar-exchange-file>\n";
+}
+
+Airfoil Read(std::string_view bytes, RecordingUserInterface& ui) {
+  Airfoil airfoil;
+  ReadFromXMLText(airfoil, std::string(bytes), ui);
+  return airfoil;
+}
+
+TEST(XmlReader, RejectsAFileWithoutTheExactDeclaration) {
+  for (const char* first : {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>", "<?XML version=\"1.0\"?>", ""}) {
+    RecordingUserInterface ui;
+    Airfoil airfoil;
+    airfoil.Name = "kept";
+    ReadFromXMLText(airfoil, std::string(first) + "\n<configurations/>", ui);
+    EXPECT_EQ(airfoil.Name, "kept") << first;
+    ASSERT_EQ(ui.messages.size(), 1u) << first;
+    EXPECT_EQ(ui.messages[0].text, "This is no valid XML file!");
+    EXPECT_EQ(ui.messages[0].title, "Tavilo: Error");
+    EXPECT_EQ(ui.messages[0].icon, MessageIcon::Critical);
+  }
+}
+
+TEST(XmlReader, ReportsMissingConfigurationsInTheCurrentLanguage) {
+  SetLanguage(kGerman);
+  RecordingUserInterface ui;
+  Airfoil airfoil = Read("<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", ui);
+  SetLanguage(kEnglish);
+  EXPECT_EQ(airfoil.Name, "unknown airfoil");
+  ASSERT_EQ(ui.messages.size(), 1u);
+  EXPECT_EQ(ui.messages[0].text, "Datei enthält keine Datensätze!");
+  EXPECT_EQ(ui.messages[0].title, "Tavilo: Fehler");
+}
+
+TEST(XmlReader, NamesFallBackAsTheFormatDefines) {
+  RecordingUserInterface ui;
+  EXPECT_EQ(Read(Document("<configuration></configuration>"), ui).Name, "unknown airfoil");
+  EXPECT_EQ(Read(Document("<name></name>"), ui).Name, "");
+  // Without the airfoil's own name line the first set's name is taken.
+  Airfoil airfoil = Read(Document("<configuration><name>flap</name></configuration>"), ui);
+  EXPECT_EQ(airfoil.Name, "flap");
+  ASSERT_EQ(airfoil.ConfigCount(), 1);
+  EXPECT_EQ(airfoil.Configuration(1)->Name, "flap");
+  Airfoil unnamedSet = Read(Document("<name>A</name><configuration><polars></polars></configuration>"), ui);
+  EXPECT_EQ(unnamedSet.Configuration(1)->Name, "") << "not the writer's \"Airfoil Polar\"";
+  EXPECT_TRUE(ui.messages.empty());
+}
+
+TEST(XmlReader, ValuesAreTakenByPositionAndMissingOnesKeepTheMarker) {
+  RecordingUserInterface ui;
+  Airfoil airfoil = Read(Document(
+      "<name>A</name><configuration><polars origin=\"x\"><polar><name>p</name>"
+      "<reynoldsnumber> 3.5E5 </reynoldsnumber><machnumber>0.1D0</machnumber>"
+      "<datapoints>"
+      "  <datapoint><value>1.5</value><value>0.3</value><value>0.02</value></datapoint>"
+      "  <datapoint><value>2</value></datapoint>"
+      "  <datapoint><value>1</value><value>2</value><value>3</value><value>4</value><value>5</value>"
+      "<value>6</value><value>7</value><value>8</value><value>9</value></datapoint>"
+      "</datapoints></polar></polars></configuration>"), ui);
+  const Polar& polar = *airfoil.Configuration(1)->Polar(1);
+  EXPECT_EQ(polar.ReynoldsNumber, 350000);
+  EXPECT_EQ(polar.MachNumber, 0.1);
+  ASSERT_EQ(polar.PointCount(), 3);
+  EXPECT_EQ(polar.Point(1), Point(1.5, 0.3, 0.02));
+  EXPECT_EQ(polar.Point(2), Point(2, 0, 0)) << "Cl and Cd are always taken, absent ones as 0";
+  PolarPoint full = Point(1, 2, 3, 4, 5, 6);
+  full.SU = 7;
+  full.SL = 8;
+  EXPECT_EQ(polar.Point(3), full);
+}
+
+TEST(XmlReader, ElementsAreFoundByTextNotByNesting) {
+  RecordingUserInterface ui;
+  // The polar's name comes after its numbers, the set's name after its polars, and an
+  // unknown element sits in between: all are found or ignored by plain search.
+  Airfoil airfoil = Read(Document(
+      "<name>A</name><configuration><polars><polar><unknown>9</unknown>"
+      "<machnumber>0.2</machnumber><reynoldsnumber>1e5</reynoldsnumber><name>late</name>"
+      "<datapoints><datapoint><value>1</value><value>2</value><value>3</value></datapoint>"
+      "</datapoints></polar><polar><reynoldsnumber>2e5</reynoldsnumber></polar></polars>"
+      "<name>set</name></configuration>"), ui);
+  const Configuration& set = *airfoil.Configuration(1);
+  EXPECT_EQ(set.Name, "late") << "the first name inside the set, wherever it stands";
+  ASSERT_EQ(set.PolarCount(), 2);
+  EXPECT_EQ(set.Polar(1)->Name, "late");
+  EXPECT_EQ(set.Polar(1)->MachNumber, 0.2);
+  EXPECT_EQ(set.Polar(2)->ReynoldsNumber, 200000);
+  EXPECT_EQ(set.Polar(2)->PointCount(), 0);
+}
+
+TEST(XmlReader, LineBreaksVanishInsideValues) {
+  RecordingUserInterface ui;
+  Airfoil airfoil = Read("<?xml version=\"1.0\"?>\r<configurations>\r\n<name>Clark\nY</name>\r"
+                         "<configuration><name>s</name></configuration></configurations>",
+                         ui);
+  EXPECT_EQ(airfoil.Name, "ClarkY");
+  EXPECT_EQ(airfoil.ConfigCount(), 1);
+}
+
+TEST(XmlReader, ReadsAtMostAThousandItemsPerLevel) {
+  std::string points;
+  for (int i = 0; i < 1003; ++i) points += "<datapoint><value>1</value><value>2</value><value>3</value></datapoint>";
+  std::string sets;
+  for (int i = 0; i < 1001; ++i) sets += "<configuration><name>s</name></configuration>";
+  RecordingUserInterface ui;
+  Airfoil airfoil = Read(Document("<name>A</name><configuration><polars><polar><datapoints>" + points +
+                                  "</datapoints></polar></polars></configuration>" + sets),
+                         ui);
+  EXPECT_EQ(airfoil.ConfigCount(), 1000);
+  EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), 1000);
+}
+
+TEST(XmlReader, LegacyEightBitNamesBecomeUtf8) {
+  RecordingUserInterface ui;
+  Airfoil airfoil = Read(Document("<name>Fl\xFCgel \x80</name>"), ui);
+  EXPECT_EQ(airfoil.Name, "Flügel €");
+  Airfoil utf8 = Read(Document("<name>Flügel</name>"), ui);
+  EXPECT_EQ(utf8.Name, "Flügel");
+}
+
+TEST(XmlReader, AMissingFileNamesThePath) {
+  RecordingUserInterface ui;
+  Airfoil airfoil;
+  try {
+    ReadFromXML(airfoil, "/nonexistent/wing.xml", ui);
+    FAIL() << "no error";
+  } catch (const FileNotFoundError& error) {
+    EXPECT_NE(std::string(error.what()).find("/nonexistent/wing.xml"), std::string::npos);
+  }
+}
+
+TEST(XmlElements, ExtractAndContentFollowTheTextSearchRules) {
+  EXPECT_EQ(ExtractXmlElement("x<a>1</a><a>2</a>", "a"), "<a>1</a>");
+  EXPECT_EQ(ExtractXmlElement("<a k=\"v\">1</a>", "a"), "<a k=\"v\">1</a>");
+  EXPECT_EQ(ExtractXmlElement("<a>1", "a"), "");
+  EXPECT_EQ(ExtractXmlElement("<ab>1</ab>", "a"), "");
+  EXPECT_EQ(ExtractXmlElement("<a><a>1</a></a>", "a"), "<a><a>1</a>") << "no nesting";
+  EXPECT_EQ(XmlElementContent("<a k=\"v\"> 1 </a>"), " 1 ");
+  EXPECT_EQ(XmlElementContent("a>1</a>"), "");
+  EXPECT_EQ(XmlElementContent("<a>1</b>"), "");
+  EXPECT_EQ(XmlElementContent(""), "");
+}
+
+}  // namespace
+}  // namespace tavilo

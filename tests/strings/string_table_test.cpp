@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include <set>
+
+#include "model/errors.h"
+#include "strings/captions.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+namespace {
+
+class StringTable : public ::testing::Test {
+ protected:
+  ~StringTable() override { SetLanguage(kEnglish); }
+};
+
+TEST_F(StringTable, TextsStandExactlyAsTheProgramShowsThem) {
+  const struct {
+    int id;
+    const char* english;
+    const char* german;
+  } cases[] = {
+      {0, "-----ENGLISH-----", "-----DEUTSCH-----"},
+      {1, "Tavilo", "Tavilo"},
+      {3, "Ready.", "Bereit."},
+      {32, "Form1", "Form1"},
+      {34, "Please select one airfoil and press the OK button.",
+       "Bitte wählen Sie ein Profil  und dann die Schaltfläche OK."},
+      {42, "Stall Cd at Cl Max:", "Stall Cw bei Ca Max:"},
+      {43, "Stall Cd at Cl Max:", "Stall Cw bei Ca Max:"},
+      {69, "The Tavilo can...\"", "Der Tavilo kann...\""},
+      {72, "This is no valid XML file!", "Dies ist keine gültige XML Polarendatei !"},
+      {73, "Unknown File Format!", "Umbekanntes Dateiformat!"},
+      {87, "Prints all active polars.", "Druckt all aktiven Polaren."},
+      {90, "Mach number", "Machzahl:"},
+      {91, "sort on Reynolds number", "nach &Reynoldszahl sortieren"},
+      {92, "sort on &Mach number", "nach &Machzahl sortieren"},
+  };
+  for (const auto& c : cases) {
+    SetLanguage(kEnglish);
+    EXPECT_EQ(GetResString(c.id), c.english) << c.id;
+    SetLanguage(kGerman);
+    EXPECT_EQ(GetResString(c.id), c.german) << c.id;
+  }
+}
+
+TEST_F(StringTable, FiltersArePipeJoinedPairs) {
+  EXPECT_EQ(GetResString(82),
+            "Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File "
+            "(*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|Eppler Input File (*.epp)|*.epp");
+  SetLanguage(kGerman);
+  EXPECT_EQ(GetResString(62).substr(0, 44), "Polar Exchange Format (*.xml)|*.xml|Polar Ex");
+}
+
+TEST_F(StringTable, EveryIdHasTwoDistinctResourceKeys) {
+  for (int n = 0; n <= 92; ++n) {
+    EXPECT_FALSE(ResourceString(1000 + n).empty()) << n;
+    EXPECT_FALSE(ResourceString(2000 + n).empty()) << n;
+  }
+  EXPECT_EQ(ResourceString(1073), "Unknown File Format!");
+  EXPECT_EQ(ResourceString(2073), "Umbekanntes Dateiformat!");
+}
+
+TEST_F(StringTable, IdsOutsideTheTableFail) {
+  EXPECT_THROW(GetResString(93), ResourceError);
+  EXPECT_THROW(GetResString(-1), ResourceError);
+  SetLanguage(0);  // a broken setting addresses ids 0 to 92, which do not exist
+  EXPECT_THROW(GetResString(3), ResourceError);
+  SetLanguage(3);
+  EXPECT_THROW(GetResString(3), ResourceError);
+  SetLanguage(3000000);
+  EXPECT_THROW(GetResString(3), OverflowError);
+}
+
+TEST_F(StringTable, ErrorTitleFollowsTheLanguage) {
+  EXPECT_EQ(ErrorTitle(), "Tavilo: Error");
+  SetLanguage(kGerman);
+  EXPECT_EQ(ErrorTitle(), "Tavilo: Fehler");
+}
+
+TEST_F(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
+  for (auto list : {MainWindowCaptions(), AirfoilSelectCaptions(), AboutCaptions(),
+                    OptionsCaptions(), ApproxCaptions()}) {
+    std::set<std::pair<std::string, int>> seen;
+    for (const Caption& c : list) {
+      EXPECT_TRUE(seen.insert({std::string(c.element), c.item}).second) << c.element;
+      EXPECT_NO_THROW(GetResString(c.id)) << c.element;
+    }
+    EXPECT_EQ(list.front().target, CaptionTarget::WindowTitle);
+  }
+  EXPECT_EQ(MainWindowCaptions().size(), 34u);
+  EXPECT_EQ(ApproxCaptions().size(), 14u);
+  EXPECT_EQ(AirfoilSelectCaptions().front().id, 32);
+}
+
+TEST_F(StringTable, AboutTextListsFormatsAndGraphsInTheCurrentLanguage) {
+  std::string english = AboutText();
+  EXPECT_EQ(english.rfind("Version ", 0), 0u);
+  EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n"), std::string::npos);
+  EXPECT_NE(english.find("   .DRG\tUIUC drag polar file type 1, 2 and 3"), std::string::npos);
+  EXPECT_NE(english.find("   .EPP\tEppler input file"), std::string::npos);
+  EXPECT_NE(english.find("the Tavilo authors"), std::string::npos);
+  SetLanguage(kGerman);
+  std::string german = AboutText();
+  EXPECT_NE(german.find("...exportieren nach:"), std::string::npos);
+  EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
+      << "the fixed lines stay English";
+}
+
+}  // namespace
+}  // namespace tavilo
