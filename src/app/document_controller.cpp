@@ -2,6 +2,7 @@
 
 #include "error_guard.h"
 #include "file_actions.h"
+#include "tree/structure_tree.h"
 
 namespace tavilo {
 
@@ -45,17 +46,13 @@ void DocumentController::BatchConvert() {
   RunGuarded(ui_, [&] { tavilo::BatchConvert(ui_); });
 }
 
-void DocumentController::SortReynolds() {
-  RunGuarded(ui_, [&] {
-    for (int i = 1; i <= current_->ConfigCount(); ++i) current_->Configuration(i)->SortReynolds();
-    view_.UpdateTreeView();
-    view_.RefreshPlots();
-  });
-}
+void DocumentController::SortReynolds() { Sort(false); }
 
-void DocumentController::SortMach() {
+void DocumentController::SortMach() { Sort(true); }
+
+void DocumentController::Sort(bool byMach) {
   RunGuarded(ui_, [&] {
-    for (int i = 1; i <= current_->ConfigCount(); ++i) current_->Configuration(i)->SortMach();
+    SortAllSets(*current_, byMach);
     view_.UpdateTreeView();
     view_.RefreshPlots();
   });

@@ -39,6 +39,7 @@ class DocumentController {
 
  private:
   void ShowChanged();
+  void Sort(bool byMach);
 
   UserInterface& ui_;
   DocumentView& view_;

@@ -264,3 +264,30 @@ TEST_F(MainWindow, ShrinkingBelowTheThresholdKeepsTheGraphHeight) {
 
 }  // namespace
 }  // namespace tavilo::testing
+
+namespace tavilo::testing {
+namespace {
+
+TEST_F(MainWindow, SortMenuOrdersThePolarsOfEverySetByReynolds) {
+  Airfoil airfoil;
+  auto set = std::make_shared<Configuration>();
+  for (const double re : {500000.0, 100000.0, 300000.0}) {
+    auto polar = std::make_shared<Polar>();
+    polar->ReynoldsNumber = re;
+    polar->Selected = true;
+    polar->AddPoint(PolarPoint{});
+    set->AddPolar(polar);
+  }
+  airfoil.AddConfiguration(set);
+  WriteToXML(airfoil, dir.File("mixed.xml"));
+  PEFForm& form = Start();
+  form.Document().OpenFile(dir.File("mixed.xml"));
+  Action("mnuToolsSortRe")->trigger();
+  const ConfigurationPtr sorted = form.Document().Current().Configuration(1);
+  EXPECT_EQ(sorted->Polar(1)->ReynoldsNumber, 100000.0);
+  EXPECT_EQ(sorted->Polar(2)->ReynoldsNumber, 300000.0);
+  EXPECT_EQ(sorted->Polar(3)->ReynoldsNumber, 500000.0);
+}
+
+}  // namespace
+}  // namespace tavilo::testing
