@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFileInfo>
+#include <QFileSystemWatcher>
 #include <QKeyEvent>
 #include <QListWidget>
 #include <QStorageInfo>
@@ -36,6 +37,12 @@ FileBrowser::FileBrowser(QWidget* parent) : QObject(parent) {
     list->installEventFilter(this);
   }
   files_->setSortingEnabled(false);
+  // Files written by an export, a batch run or another program appear
+  // without the user having to leave and re-enter the directory.
+  watcher_ = new QFileSystemWatcher(this);
+  connect(watcher_, &QFileSystemWatcher::directoryChanged, this, [this](const QString& changed) {
+    if (changed == path_) FillFiles();
+  });
 
   connect(drives_, &QComboBox::activated, this, [this](int index) {
     // A drive that cannot be entered (an unmounted medium) leaves the lists
@@ -64,9 +71,12 @@ bool FileBrowser::eventFilter(QObject* watched, QEvent* event) {
 bool FileBrowser::SetPath(const QString& path) {
   const QFileInfo info(path);
   if (path.isEmpty() || !info.isDir() || !info.isReadable()) return false;
+  if (!path_.isEmpty()) watcher_->removePath(path_);
   path_ = QDir::cleanPath(info.absoluteFilePath());
+  watcher_->addPath(path_);
   SelectDrive();
   FillDirectories();
+  files_->clear();
   FillFiles();
   return true;
 }
@@ -143,11 +153,14 @@ void FileBrowser::FillDirectories() {
 }
 
 void FileBrowser::FillFiles() {
+  const QString highlighted = files_->currentItem() != nullptr ? files_->currentItem()->text() : QString();
   files_->clear();
   const QStringList patterns = QString::fromLatin1(kFileListPattern).split(';');
   const QDir dir(path_);
   const QStringList names = dir.entryList(patterns, QDir::Files, QDir::Name | QDir::IgnoreCase);
   files_->addItems(names);
+  const QList<QListWidgetItem*> again = files_->findItems(highlighted, Qt::MatchExactly);
+  if (!highlighted.isEmpty() && !again.isEmpty()) files_->setCurrentItem(again.first());
 }
 
 void FileBrowser::EnterDirectory(QListWidgetItem* item) {

@@ -9,6 +9,7 @@
 #include <QString>
 
 class QComboBox;
+class QFileSystemWatcher;
 class QListWidget;
 class QListWidgetItem;
 class QWidget;
@@ -59,6 +60,7 @@ class FileBrowser : public QObject {
   QListWidget* directories_;
   QListWidget* files_;
   QString path_;
+  QFileSystemWatcher* watcher_;
 };
 
 }  // namespace tavilo

@@ -58,6 +58,7 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   BuildGraphs(client_);
   ui_ = std::make_unique<QtUserInterface>(this, status, profilName_);
   document_ = std::make_unique<DocumentController>(*ui_, *this);
+  ui_->SetDialogDirectory([this] { return browser_->Path(); });
   options_ = new OptionsDialog(this);
   about_ = new AboutDialog(this);
   BuildMenus();

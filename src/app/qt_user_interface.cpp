@@ -67,13 +67,14 @@ void QtUserInterface::ShowMessage(const std::string& text, const std::string& ti
 std::string QtUserInterface::ChooseFile(const FileDialogRequest& request) {
   const QString filter = QtFileFilter(request.filter);
   if (fileChooser_) return fileChooser_(request, filter);
+  const QString directory = dialogDirectory_ ? dialogDirectory_() : QString();
   QString chosen;
   if (request.kind == FileDialogKind::Open) {
-    chosen = QFileDialog::getOpenFileName(window_, Text(request.title), QString(), filter);
+    chosen = QFileDialog::getOpenFileName(window_, Text(request.title), directory, filter);
   } else {
     const QFileDialog::Options options =
         request.promptOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
-    chosen = QFileDialog::getSaveFileName(window_, Text(request.title), QString(), filter, nullptr, options);
+    chosen = QFileDialog::getSaveFileName(window_, Text(request.title), directory, filter, nullptr, options);
   }
   return chosen.toStdString();
 }

@@ -37,12 +37,15 @@ class QtUserInterface : public UserInterface {
   void SetClipboardText(const std::string& text) override;
 
   void SetFileChooser(FileChooser chooser) { fileChooser_ = std::move(chooser); }
+  // Where the file dialogs open: the directory the browser shows.
+  void SetDialogDirectory(std::function<QString()> directory) { dialogDirectory_ = std::move(directory); }
 
  private:
   QMainWindow* window_;
   QStatusBar* status_;
   QLabel* airfoilName_;
   FileChooser fileChooser_;
+  std::function<QString()> dialogDirectory_;
   int busyDepth_ = 0;
 };
 

@@ -2,6 +2,7 @@
 // by double-click and by Enter, entering directories, and the messages for
 // files that cannot be read.
 #include <QComboBox>
+#include <QElapsedTimer>
 #include <QLabel>
 #include <QStatusBar>
 
@@ -164,6 +165,14 @@ TEST_F(FileBrowsing, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
   EXPECT_TRUE(asked.promptOverwrite);
   EXPECT_TRUE(filter.startsWith("Polar Exchange File (*.xml);;")) << filter.toStdString();
   EXPECT_TRUE(std::filesystem::exists(dir.File("copy.xml")));
+
+  // The new file shows up in the list by itself; the highlight stays.
+  Highlight(FileList(), "wing.xml");
+  QElapsedTimer waited;
+  waited.start();
+  while (FileList()->count() < 2 && waited.elapsed() < 5000) QApplication::processEvents(QEventLoop::AllEvents, 50);
+  EXPECT_EQ(Names(FileList()), QStringList({"copy.xml", "wing.xml"}));
+  EXPECT_EQ(FileList()->currentItem()->text(), "wing.xml");
 }
 
 }  // namespace
