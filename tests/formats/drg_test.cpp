@@ -5,7 +5,6 @@
 #include "formats/expected_table.h"
 #include "model/errors.h"
 #include "support/recording_ui.h"
-#include "support/temp_dir.h"
 
 namespace tavilo {
 namespace {
@@ -238,13 +237,6 @@ TEST(DrgReader, CountBeyondSixteenBitsRaisesOverflow) {
   RecordingUserInterface ui;
   Airfoil airfoil;
   EXPECT_THROW(ReadFromDRGText(airfoil, "Airfoil: A\nB\nC\n\nN\n40000\n", ui), OverflowError);
-}
-
-TEST(DrgReader, MissingFileRaisesFileNotFound) {
-  testing::TempDir dir;
-  RecordingUserInterface ui;
-  Airfoil airfoil;
-  EXPECT_THROW(ReadFromDRG(airfoil, dir.File("none.drg"), ui), FileNotFoundError);
 }
 
 }  // namespace

@@ -149,15 +149,6 @@ TEST(PolReader, TextThatIsNoPolarGivesOneEmptySet) {
   }
 }
 
-TEST(PolReader, ReadingReplacesEarlierSets) {
-  Airfoil airfoil;
-  airfoil.AddConfiguration(std::make_shared<Configuration>());
-  airfoil.AddConfiguration(std::make_shared<Configuration>());
-  ReadFromPOLText(airfoil, Block("A", kMachLine, "1 2 3 4 5 6 7"));
-  EXPECT_EQ(airfoil.ConfigCount(), 1);
-  EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), 1);
-}
-
 TEST(PolReader, CutShortOrBrokenInputKeepsWhatWasRead) {
   const std::string good = Block("First", kMachLine, "1 0.1 0.01 0 0 0.5 0.5\r\n\r\n");
   struct Case {
@@ -180,12 +171,6 @@ TEST(PolReader, CutShortOrBrokenInputKeepsWhatWasRead) {
     EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), c.polars);
     EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), 1);
   }
-}
-
-TEST(PolReader, LegacyNameBytesBecomeUtf8) {
-  Airfoil airfoil;
-  ReadFromPOLText(airfoil, Block("Fl\xfc" "gel  ", kMachLine, ""));
-  EXPECT_EQ(airfoil.Name, "Fl\xc3\xbc" "gel");
 }
 
 TEST(PolReader, MissingFileRaisesFileNotFound) {
