@@ -1,0 +1,39 @@
+// Any bytes read as a UIUC or Princeton drag polar file must give an
+// airfoil (possibly empty) or one of the reader's documented errors, without
+// a crash, a hang or a sanitizer report. The first byte picks the answer to
+// the airfoil choice, so every entry of the list, the trailing empty one and
+// answers past it are tried.
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "formats/drg.h"
+#include "model/errors.h"
+
+namespace {
+
+class ChoosingUserInterface : public tavilo::SilentUserInterface {
+ public:
+  explicit ChoosingUserInterface(int answer) : answer_(answer) {}
+  int ChooseAirfoil(const std::vector<std::string>&) override { return answer_; }
+
+ private:
+  int answer_;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size == 0) return 0;
+  ChoosingUserInterface ui(static_cast<int8_t>(data[0]) % 8);
+  const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
+  (void)tavilo::DrgAirfoilNames(bytes);
+  tavilo::Airfoil airfoil;
+  try {
+    tavilo::ReadFromDRGText(airfoil, bytes, ui);
+  } catch (const tavilo::OverflowError&) {
+    return 0;  // a number or count out of range is reported to the caller by design
+  }
+  if (airfoil.ConfigCount() != 1) __builtin_trap();
+  return 0;
+}

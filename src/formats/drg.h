@@ -1,0 +1,34 @@
+#pragma once
+// UIUC and Princeton wind-tunnel drag polar files (".drg"). One file may hold
+// several airfoils, each under a heading line beginning "Airfoil"; the user
+// picks one, and its Reynolds blocks become the polars of a single set.
+// Three layouts are told apart by the heading: "Airfoil: " (UIUC),
+// "Airfoil  " followed two lines on by a one-digit polar count (Princeton),
+// and "Airfoil  " otherwise (older UIUC). There is no writer.
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "model/airfoil.h"
+#include "ui/user_interface.h"
+
+namespace tavilo {
+
+// Gives `airfoil` exactly one set and reads into it every Reynolds block of
+// the chosen airfoil of the file at `path`, each polar selected. With two or
+// more airfoils in the file the user chooses through ui.ChooseAirfoil (the
+// names and one trailing empty entry; a negative answer means the first).
+// A file that ends early keeps what was read. FileNotFoundError when it
+// cannot be opened; OverflowError for a number beyond the double range or a
+// count beyond 32767.
+void ReadFromDRG(Airfoil& airfoil, const std::string& path, UserInterface& ui);
+
+// The same on the bytes of a file already in memory.
+void ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui);
+
+// The airfoil names of the file's headings, in file order, as the user is
+// offered them (without the trailing empty entry).
+std::vector<std::string> DrgAirfoilNames(std::string_view bytes);
+
+}  // namespace tavilo

@@ -1,0 +1,11 @@
+NACA 4412
+OPER
+VISC 50000
+ITER 15
+PACC
+naca4412_re50k_stall.pol
+
+ASEQ 8 20 2
+PACC
+
+QUIT
