@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cctype>
 
+#include "formats/drg.h"
+#include "formats/pol.h"
 #include "formats/xml.h"
 #include "strings/string_table.h"
 
@@ -24,8 +26,13 @@ AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
   ui.SetWindowTitle("Tavilo - " + fileName);
   auto airfoil = std::make_shared<Airfoil>();
   try {
-    if (LowerTail(fileName) == ".xml") {
+    const std::string tail = LowerTail(fileName);
+    if (tail == ".pol" || fileName.find("polar.") != std::string::npos) {
+      ReadFromPOL(*airfoil, fileName);
+    } else if (tail == ".xml") {
       ReadFromXML(*airfoil, fileName, ui);
+    } else if (tail == ".drg") {
+      ReadFromDRG(*airfoil, fileName, ui);
     } else {
       ui.SetBusy(false);
       ReportError(ui, 73);
@@ -57,6 +64,8 @@ void ExportFile(const Airfoil& current, UserInterface& ui) {
   if (name.empty()) return;
   if (LowerTail(name) == ".xml") {
     WriteToXML(current, name);
+  } else if (LowerTail(name) == ".pol") {
+    WriteToPOL(current, name);
   } else {
     ui.ShowMessage(GetResString(73) + "\r\n'" + name + "'", ErrorTitle(), MessageIcon::Critical);
   }

@@ -175,5 +175,20 @@ TEST_F(FileBrowsing, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
   EXPECT_EQ(FileList()->currentItem()->text(), "wing.xml");
 }
 
+TEST_F(FileBrowsing, EverySampleInExamplesIsListedAndLoads) {
+  PEFForm& form = Start();
+  ASSERT_TRUE(form.Browser().SetPath(TAVILO_EXAMPLES));
+  const QStringList names = Names(FileList());
+  EXPECT_GE(names.size(), 3);
+  MessageBoxCatcher boxes;
+  for (const QString& name : names) {
+    Highlight(FileList(), name);
+    PressEnter(FileList());
+    EXPECT_GE(form.Document().Current().ConfigCount(), 1) << name.toStdString();
+    EXPECT_FALSE(Find<QLabel>("ProfilName")->text().isEmpty()) << name.toStdString();
+  }
+  EXPECT_TRUE(boxes.seen.empty());
+}
+
 }  // namespace
 }  // namespace tavilo::testing
