@@ -66,7 +66,7 @@ void PEFForm::BuildMenus() {
   QMenu* file = menuBar()->addMenu(QString());
   file->setObjectName("mnuFile");
   AddAction(file, "mnuFileImport", nullptr)->setShortcut(QKeySequence::Open);
-  AddAction(file, "mnuFileExport", nullptr)->setShortcut(QKeySequence::SaveAs);
+  AddAction(file, "mnuFileExport", nullptr)->setShortcut(QKeySequence::Save);
   QAction* batch = AddAction(file, "mnuBatch", nullptr);
   // The batch entry has no text in the string table; it reads the same in both languages.
   batch->setText("&Batch PEF to XML...");
@@ -129,7 +129,7 @@ void PEFForm::BuildToolbar() {
     QKeySequence shortcut;
   };
   const Button buttons[] = {
-      {"NEW", "document-new", "new", QKeySequence::New},
+      {"NEW", "document-new", "new", QKeySequence()},  // no key: it deletes without asking
       {"OPEN", "document-open", "open", QKeySequence()},
       {"SAVE", "document-save", "save", QKeySequence()},
       {"PRINT", "document-print", "print", QKeySequence()},
