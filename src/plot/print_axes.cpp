@@ -28,8 +28,10 @@ double PagePosition(const PageAxis& axis, const AxisStyle& style, double value) 
   return origin + style.map(static_cast<float>(value), axis.factors);
 }
 
-void PageLine(DrawingSurface& page, bool horizontal, double along, double from, double to) {
-  if (horizontal)
+// A grid line across the graph at `along` on the axis: vertical for a
+// horizontal axis.
+void GridLine(DrawingSurface& page, bool horizontalAxis, double along, double from, double to) {
+  if (horizontalAxis)
     page.Line(along, from, along, to);
   else
     page.Line(from, along, to, along);
@@ -54,7 +56,7 @@ void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skip
     // The running sum misses 0 by a rounding error, so "at 0" means within a
     // thousandth of a step.
     if (skipZeroGrid && std::fabs(v) < step / 1000) return;
-    PageLine(page, !style.horizontal, PagePosition(axis, style, v), axis.acrossLow,
+    GridLine(page, style.horizontal, PagePosition(axis, style, v), axis.acrossLow,
              axis.acrossHigh);
   });
   page.SetForeColor(kAxisColor);

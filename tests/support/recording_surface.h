@@ -14,7 +14,7 @@ namespace tavilo::testing {
 enum class CallKind { Clear, Scale, Line, Print, ForeColor, FillColor, FillStyle, DrawWidth };
 
 struct SurfaceCall {
-  CallKind kind;
+  CallKind kind = CallKind::Clear;
   double x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // Line points; Scale corners; Print position
   Color color;                            // Line, Print, colour setters
   LineKind lineKind = LineKind::Plain;
@@ -31,7 +31,7 @@ class RecordingSurface : public DrawingSurface {
       : width_(width), height_(height) {}
 
   void Clear() override {
-    calls.push_back({CallKind::Clear});
+    calls.push_back(Call(CallKind::Clear));
     currentX_ = currentY_ = 0;
   }
   void Scale(double left, double top, double right, double bottom) override {
@@ -39,7 +39,7 @@ class RecordingSurface : public DrawingSurface {
     top_ = top;
     scaleWidth_ = right - left;
     scaleHeight_ = bottom - top;
-    calls.push_back({CallKind::Scale, left, top, right, bottom});
+    calls.push_back(Call(CallKind::Scale, left, top, right, bottom));
   }
   double ScaleLeft() const override { return left_; }
   double ScaleTop() const override { return top_; }
@@ -56,7 +56,8 @@ class RecordingSurface : public DrawingSurface {
     CheckDeviceCoordinate(DeviceY(y1));
     CheckDeviceCoordinate(DeviceX(x2));
     CheckDeviceCoordinate(DeviceY(y2));
-    SurfaceCall call{CallKind::Line, x1, y1, x2, y2, color, kind};
+    SurfaceCall call = Call(CallKind::Line, x1, y1, x2, y2, color);
+    call.lineKind = kind;
     calls.push_back(call);
     currentX_ = x2;
     currentY_ = y2;
@@ -68,7 +69,7 @@ class RecordingSurface : public DrawingSurface {
   void SetCurrentY(double y) override { currentY_ = y; }
 
   void Print(std::string_view text) override {
-    SurfaceCall call{CallKind::Print, currentX_, currentY_, 0, 0, foreColor_};
+    SurfaceCall call = Call(CallKind::Print, currentX_, currentY_, 0, 0, foreColor_);
     call.text = std::string(text);
     calls.push_back(call);
     currentX_ += TextWidth(text);
@@ -82,16 +83,18 @@ class RecordingSurface : public DrawingSurface {
   Color ForeColor() const override { return foreColor_; }
   void SetForeColor(Color color) override {
     foreColor_ = color;
-    calls.push_back({CallKind::ForeColor, 0, 0, 0, 0, color});
+    calls.push_back(Call(CallKind::ForeColor, 0, 0, 0, 0, color));
   }
-  void SetFillColor(Color color) override { calls.push_back({CallKind::FillColor, 0, 0, 0, 0, color}); }
+  void SetFillColor(Color color) override {
+    calls.push_back(Call(CallKind::FillColor, 0, 0, 0, 0, color));
+  }
   void SetFillStyle(int style) override {
-    SurfaceCall call{CallKind::FillStyle};
+    SurfaceCall call = Call(CallKind::FillStyle);
     call.value = style;
     calls.push_back(call);
   }
   void SetDrawWidth(int width) override {
-    SurfaceCall call{CallKind::DrawWidth};
+    SurfaceCall call = Call(CallKind::DrawWidth);
     call.value = width;
     calls.push_back(call);
   }
@@ -113,6 +116,17 @@ class RecordingSurface : public DrawingSurface {
   std::vector<SurfaceCall> calls;
 
  private:
+  static SurfaceCall Call(CallKind kind, double x1 = 0, double y1 = 0, double x2 = 0,
+                          double y2 = 0, Color color = {}) {
+    SurfaceCall call;
+    call.kind = kind;
+    call.x1 = x1;
+    call.y1 = y1;
+    call.x2 = x2;
+    call.y2 = y2;
+    call.color = color;
+    return call;
+  }
   static double Characters(std::string_view text) {
     double count = 0;
     for (unsigned char c : text)
