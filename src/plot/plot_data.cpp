@@ -42,7 +42,10 @@ void DrawLegendEntry(DrawingSurface& surface, const PlotRanges& ranges, const Le
   surface.SetCurrentY(ranges.clMax + (polarIndex - 1) * cell.height -
                       0.016 * (ranges.clMax - ranges.clMin));
   surface.Print(text);
-  Symbol(surface, symbol, ranges.cdMax / 100);
+  // The marker begins where the text ends instead of covering its last digit.
+  double size = ranges.cdMax / 100;
+  surface.SetCurrentX(surface.CurrentX() + size / 2);
+  Symbol(surface, symbol, size);
 }
 
 // Joins the points (x, y) of the polar in order, passing over those that
@@ -134,7 +137,7 @@ void DrawAll(const Airfoil& airfoil, const PlotRanges& ranges, const GraphSurfac
 std::string LegendText(const Polar& polar) { return "Re=" + NumberText(polar.ReynoldsNumber); }
 
 Color LegendShadow(Color color) {
-  auto mix = [](uint8_t channel) { return static_cast<uint8_t>((channel + 3 * 255 + 2) / 4); };
+  auto mix = [](uint8_t channel) { return static_cast<uint8_t>((channel + 4 * 255 + 2) / 5); };
   return Color::Rgb(mix(color.red), mix(color.green), mix(color.blue));
 }
 

@@ -36,8 +36,8 @@ inline int PolarSymbolIndex(int ordinal) { return (ordinal - 1) % 5 + 1; }
 // text, e.g. "Re= 1000000".
 std::string LegendText(const Polar& polar);
 
-// The pale tone the first, offset legend pass is written in: `color` mixed
-// three parts to one with white.
+// The pale tone the first legend pass is written in, a shadow behind the
+// second: `color` mixed four parts to one with white.
 Color LegendShadow(Color color);
 
 // Draws everything. A null airfoil draws nothing and leaves the surfaces as

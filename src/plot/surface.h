@@ -73,9 +73,13 @@ class DrawingSurface {
   // Draws from (x1, y1) to (x2, y2) in the foreground colour, or in `color`,
   // and leaves the current position at (x2, y2). OverflowError when a point
   // lies beyond the range a device coordinate can hold.
-  virtual void Line(double x1, double y1, double x2, double y2, LineKind kind = LineKind::Plain) = 0;
-  virtual void Line(double x1, double y1, double x2, double y2, Color color,
-                    LineKind kind = LineKind::Plain) = 0;
+  void Line(double x1, double y1, double x2, double y2, LineKind kind = LineKind::Plain) {
+    DrawLine(x1, y1, x2, y2, ForeColor(), kind);
+  }
+  void Line(double x1, double y1, double x2, double y2, Color color,
+            LineKind kind = LineKind::Plain) {
+    DrawLine(x1, y1, x2, y2, color, kind);
+  }
 
   virtual double CurrentX() const = 0;
   virtual double CurrentY() const = 0;
@@ -99,6 +103,10 @@ class DrawingSurface {
   virtual void SetFillStyle(int style) = 0;
   // Line width in device units; 1 is the thinnest line.
   virtual void SetDrawWidth(int width) = 0;
+
+ protected:
+  // Both forms of Line.
+  virtual void DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) = 0;
 };
 
 // The largest magnitude of a device coordinate; a point further out (or not

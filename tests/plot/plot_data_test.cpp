@@ -236,12 +236,12 @@ TEST(Legend, SecondPassIsInsetAndInThePolarsColourWithTheMarkerWhereTheTextEnds)
   EXPECT_EQ(texts[1].color, Color::Palette(1));
 
   // The legend marker follows the second pass directly: a square of width
-  // CdMax / 100 centred on the end of the text, half a line down.
+  // CdMax / 100 beginning where the text ends, centred half a line down.
   size_t at = 0;
   while (!(s.calls[at].kind == CallKind::Print && s.calls[at].text == texts[1].text &&
            s.calls[at].x1 == texts[1].x1))
     ++at;
-  double endX = texts[1].x1 + s.TextWidth(texts[1].text);
+  double endX = texts[1].x1 + s.TextWidth(texts[1].text) + 0.025 / 200;
   double middleY = texts[1].y1 + s.TextHeight("0") / 2;
   const SurfaceCall& first = s.calls[at + 1];
   ASSERT_EQ(first.kind, CallKind::Line);

@@ -48,10 +48,7 @@ class RecordingSurface : public DrawingSurface {
   double Width() const override { return width_; }
   double Height() const override { return height_; }
 
-  void Line(double x1, double y1, double x2, double y2, LineKind kind) override {
-    Line(x1, y1, x2, y2, foreColor_, kind);
-  }
-  void Line(double x1, double y1, double x2, double y2, Color color, LineKind kind) override {
+  void DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) override {
     CheckDeviceCoordinate(DeviceX(x1));
     CheckDeviceCoordinate(DeviceY(y1));
     CheckDeviceCoordinate(DeviceX(x2));
