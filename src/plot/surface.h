@@ -114,6 +114,10 @@ class DrawingSurface {
 inline constexpr double kMaxDeviceCoordinate = 2147483647.0;
 
 // Raises OverflowError unless |value| <= kMaxDeviceCoordinate.
-void CheckDeviceCoordinate(double value);
+[[noreturn]] void ThrowDeviceCoordinateOverflow();
+inline void CheckDeviceCoordinate(double value) {
+  if (!(value <= kMaxDeviceCoordinate && value >= -kMaxDeviceCoordinate))
+    ThrowDeviceCoordinateOverflow();
+}
 
 }  // namespace tavilo

@@ -51,6 +51,8 @@ QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font)
   canSnap_ = transform.type() <= QTransform::TxTranslate;
   deviceOffset_ = QPointF(transform.dx(), transform.dy());
   pixelRatio_ = painter_.device() ? painter_.device()->devicePixelRatioF() : 1.0;
+  raster_ = DirectRaster::For(painter_);
+  if (raster_) raster_->SetClip(clip_);
   lines_.reserve(4096);
   run_.reserve(1024);
 }
@@ -69,8 +71,8 @@ QPen QtSurface::LinePen(const QColor& color) const {
 }
 
 QPointF QtSurface::ToDevice(double x, double y) const {
-  double dx = (x - left_) * target_.width() / scaleWidth_;
-  double dy = (y - top_) * target_.height() / scaleHeight_;
+  double dx = (x - left_) * devicePerUserX_;
+  double dy = (y - top_) * devicePerUserY_;
   CheckDeviceCoordinate(dx);
   CheckDeviceCoordinate(dy);
   return QPointF(target_.left() + dx, target_.top() + dy);
@@ -105,6 +107,8 @@ void QtSurface::Scale(double left, double top, double right, double bottom) {
   top_ = top;
   scaleWidth_ = right - left;
   scaleHeight_ = bottom - top;
+  devicePerUserX_ = target_.width() / scaleWidth_;
+  devicePerUserY_ = target_.height() / scaleHeight_;
 }
 
 void QtSurface::DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) {
@@ -134,19 +138,39 @@ void QtSurface::AddSegment(const QPointF& a, const QPointF& b, Color color) {
 }
 
 void QtSurface::EndRun() {
+  if (run_.empty()) return;
+  if (raster_ && batchWidth_ == 1) {
+    DrawRunDirectly();
+    return;
+  }
   if (run_.size() >= kPolylinePoints) {
     UseClip();
     painter_.setPen(LinePen(ToQColor(batchColor_)));
     painter_.drawPolyline(run_.data(), static_cast<int>(run_.size()));
   } else if (run_.size() == 2) {
-    QPointF a = run_[0], b = run_[1];
-    // A lone horizontal or vertical line (grid, axis, tick) is put on the
-    // pixel grid so that it stays sharp.
-    if (a.x() == b.x()) a.rx() = b.rx() = SnapX(a.x());
-    if (a.y() == b.y()) a.ry() = b.ry() = SnapY(a.y());
-    lines_.emplace_back(a, b);
+    lines_.push_back(SnappedLine(run_[0], run_[1]));
   } else {
     for (size_t k = 1; k < run_.size(); ++k) lines_.emplace_back(run_[k - 1], run_[k]);
+  }
+  run_.clear();
+}
+
+// A lone horizontal or vertical line (grid, axis, tick) is put on the pixel
+// grid so that it stays sharp.
+QLineF QtSurface::SnappedLine(QPointF a, QPointF b) const {
+  if (a.x() == b.x()) a.rx() = b.rx() = SnapX(a.x());
+  if (a.y() == b.y()) a.ry() = b.ry() = SnapY(a.y());
+  return QLineF(a, b);
+}
+
+void QtSurface::DrawRunDirectly() {
+  QRgb color = ToQColor(batchColor_).rgb();
+  if (run_.size() == 2) {
+    QLineF line = SnappedLine(run_[0], run_[1]);
+    raster_->Line(line.p1(), line.p2(), color, true);
+  } else if (!raster_->Outline(run_.data(), run_.size(), color)) {
+    for (size_t k = 1; k < run_.size(); ++k)
+      raster_->Line(run_[k - 1], run_[k], color, k + 1 == run_.size());
   }
   run_.clear();
 }

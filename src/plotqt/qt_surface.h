@@ -10,9 +10,11 @@
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
+#include <memory>
 #include <vector>
 
 #include "plot/surface.h"
+#include "plotqt/direct_raster.h"
 
 namespace tavilo {
 
@@ -70,6 +72,8 @@ class QtSurface : public DrawingSurface {
   double Snap(double v, double offset) const;
   void AddSegment(const QPointF& a, const QPointF& b, Color color);
   void EndRun();
+  void DrawRunDirectly();
+  QLineF SnappedLine(QPointF a, QPointF b) const;
   void DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind);
   QPen LinePen(const QColor& color) const;
 
@@ -79,6 +83,7 @@ class QtSurface : public DrawingSurface {
   QFont font_;
   QFontMetricsF metrics_;
   double left_ = 0, top_ = 0, scaleWidth_ = 1, scaleHeight_ = 1;
+  double devicePerUserX_ = 1, devicePerUserY_ = 1;
   double currentX_ = 0, currentY_ = 0;
   Color foreColor_ = Color::Rgb(0, 0, 0);
   Color fillColor_ = Color::Rgb(0, 0, 0);
@@ -95,6 +100,7 @@ class QtSurface : public DrawingSurface {
   int batchWidth_ = 0;
   std::vector<QPointF> run_;
   std::vector<QLineF> lines_;
+  std::unique_ptr<DirectRaster> raster_;  // one-pixel lines on an image
 };
 
 }  // namespace tavilo
