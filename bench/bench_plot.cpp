@@ -1,0 +1,130 @@
+// Redrawing all five graphs of many polars: the core alone on a surface that
+// draws nothing, and the Qt surface onto 1600 x 1000 images.
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <memory>
+
+#include "model/airfoil.h"
+#include "plot/plot_data.h"
+
+#ifdef TAVILO_HAVE_QT_PLOT
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+
+#include "plotqt/qt_surface.h"
+#endif
+
+namespace tavilo {
+namespace {
+
+// `polars` polars of `points` points each, spread over five sets, with
+// smooth, realistic curves inside the default ranges.
+AirfoilPtr MakeAirfoil(int polars, int points) {
+  auto airfoil = std::make_shared<Airfoil>();
+  airfoil->Name = "Benchmark";
+  for (int s = 0; s < 5; ++s) airfoil->AddConfiguration(std::make_shared<Configuration>());
+  for (int p = 0; p < polars; ++p) {
+    auto polar = std::make_shared<Polar>();
+    polar->ReynoldsNumber = 50000.0 * (p + 1);
+    polar->Selected = true;
+    for (int i = 0; i < points; ++i) {
+      double alfa = -8 + 24.0 * i / (points - 1);
+      PolarPoint point;
+      point.Alfa = alfa;
+      point.Cl = 0.4 + 0.1 * alfa * std::exp(-alfa * alfa / 600) + 0.002 * p;
+      point.Cd = 0.006 + 0.00004 * alfa * alfa + 0.00002 * p;
+      point.Cm = -0.08 + 0.002 * alfa;
+      point.TU = 0.6 - 0.02 * alfa;
+      point.TL = 0.4 + 0.02 * alfa;
+      polar->AddPoint(point);
+    }
+    airfoil->Configuration(p % 5 + 1)->AddPolar(polar);
+  }
+  return airfoil;
+}
+
+// Keeps the geometry of a 1600 x 1000 device and throws every drawing away.
+class NullSurface : public DrawingSurface {
+ public:
+  void Clear() override {}
+  void Scale(double l, double t, double r, double b) override {
+    left_ = l;
+    top_ = t;
+    width_ = r - l;
+    height_ = b - t;
+  }
+  double ScaleLeft() const override { return left_; }
+  double ScaleTop() const override { return top_; }
+  double ScaleWidth() const override { return width_; }
+  double ScaleHeight() const override { return height_; }
+  double Width() const override { return 1600; }
+  double Height() const override { return 1000; }
+  double CurrentX() const override { return x_; }
+  double CurrentY() const override { return y_; }
+  void SetCurrentX(double x) override { x_ = x; }
+  void SetCurrentY(double y) override { y_ = y; }
+  void Print(std::string_view) override {}
+  double TextWidth(std::string_view text) const override { return text.size() * 7 * width_ / 1600; }
+  double TextHeight(std::string_view) const override { return 14 * height_ / 1000; }
+  Color ForeColor() const override { return color_; }
+  void SetForeColor(Color color) override { color_ = color; }
+  void SetFillColor(Color) override {}
+  void SetFillStyle(int) override {}
+  void SetDrawWidth(int) override {}
+  long lines = 0;
+
+ protected:
+  void DrawLine(double, double, double x2, double y2, Color, LineKind) override {
+    ++lines;
+    x_ = x2;
+    y_ = y2;
+  }
+
+ private:
+  double left_ = 0, top_ = 0, width_ = 1, height_ = 1, x_ = 0, y_ = 0;
+  Color color_;
+};
+
+void BM_PlotDataCore(benchmark::State& state) {
+  AirfoilPtr airfoil = MakeAirfoil(100, 200);
+  NullSurface s[5];
+  for (auto _ : state) PlotData(airfoil.get(), PlotRanges{}, {&s[0], &s[1], &s[2], &s[3], &s[4]});
+  state.counters["points"] = 100 * 200;
+  state.counters["ns_per_point"] = benchmark::Counter(
+      100 * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_PlotDataCore)->Unit(benchmark::kMillisecond);
+
+#ifdef TAVILO_HAVE_QT_PLOT
+void EnsureApplication() {
+  static QGuiApplication* app = [] {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "tavilo_bench";
+    static char* argv[] = {name, nullptr};
+    return new QGuiApplication(argc, argv);
+  }();
+  (void)app;
+}
+
+void BM_PlotDataQtImages(benchmark::State& state) {
+  EnsureApplication();
+  AirfoilPtr airfoil = MakeAirfoil(100, 200);
+  QImage images[5];
+  for (QImage& image : images) image = QImage(1600, 1000, QImage::Format_ARGB32_Premultiplied);
+  for (auto _ : state) {
+    QPainter p0(&images[0]), p1(&images[1]), p2(&images[2]), p3(&images[3]), p4(&images[4]);
+    QRectF area(0, 0, 1600, 1000);
+    QtSurface s0(p0, area), s1(p1, area), s2(p2, area), s3(p3, area), s4(p4, area);
+    PlotData(airfoil.get(), PlotRanges{}, {&s0, &s1, &s2, &s3, &s4});
+  }
+  state.counters["ns_per_point"] = benchmark::Counter(
+      100 * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+BENCHMARK(BM_PlotDataQtImages)->Unit(benchmark::kMillisecond);
+#endif
+
+}  // namespace
+}  // namespace tavilo

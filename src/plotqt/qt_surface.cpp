@@ -1,0 +1,225 @@
+#include "plotqt/qt_surface.h"
+
+#include <QGuiApplication>
+#include <QPaintDevice>
+#include <QPen>
+#include <QString>
+#include <cmath>
+
+namespace tavilo {
+
+namespace {
+
+// A run this long is a curve and is drawn as one polyline; shorter ones
+// (markers, grid lines) join the list of separate lines.
+constexpr size_t kPolylinePoints = 10;
+
+QString FromUtf8(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+Qt::BrushStyle BrushFor(int fillStyle) {
+  switch (fillStyle) {
+    case kFillSolid: return Qt::SolidPattern;
+    case 2: return Qt::HorPattern;
+    case 3: return Qt::VerPattern;
+    case 4: return Qt::BDiagPattern;
+    case 5: return Qt::FDiagPattern;
+    case 6: return Qt::CrossPattern;
+    case 7: return Qt::DiagCrossPattern;
+    default: return Qt::NoBrush;
+  }
+}
+
+}  // namespace
+
+QtSurface::QtSurface(QPainter& painter, const QRectF& target)
+    : QtSurface(painter, target, QGuiApplication::font()) {}
+
+QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font)
+    : painter_(painter),
+      target_(target),
+      font_(font),
+      metrics_(font, painter.device()),
+      scaleWidth_(target.width()),
+      scaleHeight_(target.height()) {
+  painter_.save();
+  clip_ = painter_.hasClipping() ? target_.intersected(painter_.clipBoundingRect()) : target_;
+  painter_.setRenderHint(QPainter::Antialiasing, true);
+  painter_.setRenderHint(QPainter::TextAntialiasing, true);
+  QTransform transform = painter_.worldTransform();
+  canSnap_ = transform.type() <= QTransform::TxTranslate;
+  deviceOffset_ = QPointF(transform.dx(), transform.dy());
+  pixelRatio_ = painter_.device() ? painter_.device()->devicePixelRatioF() : 1.0;
+  raster_ = DirectRaster::For(painter_);
+  if (raster_) raster_->SetClip(clip_);
+  lines_.reserve(4096);
+  run_.reserve(1024);
+}
+
+QtSurface::~QtSurface() {
+  Flush();
+  painter_.restore();
+}
+
+QColor QtSurface::ToQColor(Color color) { return QColor(color.red, color.green, color.blue); }
+
+QPen QtSurface::LinePen(const QColor& color) const {
+  // Widths in logical pixels, so that a line keeps its look on a dense
+  // screen; a width of 1 at ratio 1 still takes Qt's fast thin-line path.
+  return QPen(color, drawWidth_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
+}
+
+QPointF QtSurface::ToDevice(double x, double y) const {
+  double dx = (x - left_) * devicePerUserX_;
+  double dy = (y - top_) * devicePerUserY_;
+  CheckDeviceCoordinate(dx);
+  CheckDeviceCoordinate(dy);
+  return QPointF(target_.left() + dx, target_.top() + dy);
+}
+
+// An odd number of device pixels wide is sharp on a pixel's centre, an even
+// one on a pixel's edge; on a 2x screen a one-pixel line is two wide.
+double QtSurface::Snap(double v, double offset) const {
+  double device = (v + offset) * pixelRatio_;
+  long width = std::lround(drawWidth_ * pixelRatio_);
+  double snapped = width % 2 == 1 ? std::floor(device) + 0.5 : std::round(device);
+  return snapped / pixelRatio_ - offset;
+}
+
+double QtSurface::SnapX(double x) const { return canSnap_ ? Snap(x, deviceOffset_.x()) : x; }
+double QtSurface::SnapY(double y) const { return canSnap_ ? Snap(y, deviceOffset_.y()) : y; }
+
+// Several surfaces may share one painter (the graphs of one picture), so
+// each sets its own clip before it draws.
+void QtSurface::UseClip() { painter_.setClipRect(clip_, Qt::ReplaceClip); }
+
+void QtSurface::Clear() {
+  Flush();
+  UseClip();
+  painter_.fillRect(target_, Qt::white);
+  currentX_ = 0;
+  currentY_ = 0;
+}
+
+void QtSurface::Scale(double left, double top, double right, double bottom) {
+  left_ = left;
+  top_ = top;
+  scaleWidth_ = right - left;
+  scaleHeight_ = bottom - top;
+  devicePerUserX_ = target_.width() / scaleWidth_;
+  devicePerUserY_ = target_.height() / scaleHeight_;
+}
+
+void QtSurface::DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) {
+  QPointF a = ToDevice(x1, y1);
+  QPointF b = ToDevice(x2, y2);
+  currentX_ = x2;
+  currentY_ = y2;
+  if (kind == LineKind::Plain)
+    AddSegment(a, b, color);
+  else
+    DrawBox(a, b, color, kind);
+}
+
+void QtSurface::AddSegment(const QPointF& a, const QPointF& b, Color color) {
+  if (!(color == batchColor_) || drawWidth_ != batchWidth_) {
+    Flush();
+    batchColor_ = color;
+    batchWidth_ = drawWidth_;
+  }
+  if (!run_.empty() && run_.back() == a) {
+    run_.push_back(b);
+    return;
+  }
+  EndRun();
+  run_.push_back(a);
+  run_.push_back(b);
+}
+
+void QtSurface::EndRun() {
+  if (run_.empty()) return;
+  if (raster_ && batchWidth_ == 1) {
+    DrawRunDirectly();
+    return;
+  }
+  if (run_.size() >= kPolylinePoints) {
+    UseClip();
+    painter_.setPen(LinePen(ToQColor(batchColor_)));
+    painter_.drawPolyline(run_.data(), static_cast<int>(run_.size()));
+  } else if (run_.size() == 2) {
+    lines_.push_back(SnappedLine(run_[0], run_[1]));
+  } else {
+    for (size_t k = 1; k < run_.size(); ++k) lines_.emplace_back(run_[k - 1], run_[k]);
+  }
+  run_.clear();
+}
+
+// A lone horizontal or vertical line (grid, axis, tick) is put on the pixel
+// grid so that it stays sharp.
+QLineF QtSurface::SnappedLine(QPointF a, QPointF b) const {
+  if (a.x() == b.x()) a.rx() = b.rx() = SnapX(a.x());
+  if (a.y() == b.y()) a.ry() = b.ry() = SnapY(a.y());
+  return QLineF(a, b);
+}
+
+void QtSurface::DrawRunDirectly() {
+  QRgb color = ToQColor(batchColor_).rgb();
+  if (run_.size() == 2) {
+    QLineF line = SnappedLine(run_[0], run_[1]);
+    raster_->Line(line.p1(), line.p2(), color, true);
+  } else if (!raster_->Outline(run_.data(), run_.size(), color)) {
+    for (size_t k = 1; k < run_.size(); ++k)
+      raster_->Line(run_[k - 1], run_[k], color, k + 1 == run_.size());
+  }
+  run_.clear();
+}
+
+void QtSurface::Flush() {
+  EndRun();
+  if (lines_.empty()) return;
+  UseClip();
+  painter_.setPen(LinePen(ToQColor(batchColor_)));
+  painter_.drawLines(lines_.data(), static_cast<int>(lines_.size()));
+  lines_.clear();
+}
+
+void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind) {
+  Flush();
+  QRectF box = QRectF(QPointF(SnapX(a.x()), SnapY(a.y())), QPointF(SnapX(b.x()), SnapY(b.y())))
+                   .normalized();
+  QColor line = ToQColor(color);
+  UseClip();
+  if (kind == LineKind::FilledBox) {
+    painter_.setPen(LinePen(line));
+    painter_.setBrush(line);
+  } else {
+    painter_.setPen(LinePen(line));
+    Qt::BrushStyle style = BrushFor(fillStyle_);
+    painter_.setBrush(style == Qt::NoBrush ? QBrush() : QBrush(ToQColor(fillColor_), style));
+  }
+  painter_.drawRect(box);
+  painter_.setBrush(QBrush());
+}
+
+void QtSurface::Print(std::string_view text) {
+  Flush();
+  QString string = FromUtf8(text);
+  QPointF topLeft = ToDevice(currentX_, currentY_);
+  UseClip();
+  painter_.setFont(font_);
+  painter_.setPen(ToQColor(foreColor_));
+  painter_.drawText(QPointF(topLeft.x(), topLeft.y() + metrics_.ascent()), string);
+  currentX_ += metrics_.horizontalAdvance(string) * scaleWidth_ / target_.width();
+  currentY_ += TextHeight(text) / 2;
+}
+
+double QtSurface::TextWidth(std::string_view text) const {
+  return metrics_.horizontalAdvance(FromUtf8(text)) * scaleWidth_ / target_.width();
+}
+
+double QtSurface::TextHeight(std::string_view) const {
+  return metrics_.height() * scaleHeight_ / target_.height();
+}
+
+}  // namespace tavilo

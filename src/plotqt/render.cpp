@@ -1,0 +1,193 @@
+#include "plotqt/render.h"
+
+#include <QBuffer>
+#include <QByteArray>
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QSvgGenerator>
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <functional>
+
+#include "formats/file_text.h"
+#include "formats/number_text.h"
+#include "model/errors.h"
+#include "plot/plot_data.h"
+#include "plot/ranges.h"
+#include "plotqt/qt_surface.h"
+
+namespace tavilo {
+
+namespace {
+
+constexpr int kPictureWidth = 1600;
+constexpr int kPictureHeight = 1000;
+
+const QColor kBackground(246, 247, 249);
+const QColor kFrame(176, 182, 190);
+const QColor kCaption(40, 44, 52);
+const QColor kScaleText(96, 102, 112);
+
+// A value scale written in the margin beside a graph, outside the area that
+// PlotData draws in, so that the picture can be read on its own.
+struct MarginScale {
+  double low = 0, high = 0, step = 0;
+  const char* pattern = "0.0";
+};
+
+struct GraphBox {
+  QRectF rect;
+  const char* caption;
+  MarginScale vertical;    // written left of the graph
+  MarginScale horizontal;  // written under it; step 0 for none
+};
+
+void DrawMarginScales(QPainter& painter, const GraphBox& box) {
+  QFontMetricsF metrics(painter.font(), painter.device());
+  painter.setPen(kScaleText);
+  const QRectF& r = box.rect;
+  const MarginScale& v = box.vertical;
+  for (double value = std::ceil(v.low / v.step - 1e-9) * v.step; value <= v.high + 1e-9;
+       value += v.step) {
+    QString text = QString::fromStdString(FormatNumber(value, v.pattern));
+    double y = r.bottom() - (value - v.low) / (v.high - v.low) * r.height();
+    double baseline = y + (metrics.ascent() - metrics.descent()) / 2;
+    painter.drawText(QPointF(r.left() - 6 - metrics.horizontalAdvance(text), baseline), text);
+  }
+  const MarginScale& h = box.horizontal;
+  if (h.step <= 0) return;
+  for (double value = std::ceil(h.low / h.step - 1e-9) * h.step; value <= h.high + 1e-9;
+       value += h.step) {
+    QString text = QString::fromStdString(FormatNumber(value, h.pattern));
+    double x = r.left() + (value - h.low) / (h.high - h.low) * r.width();
+    painter.drawText(QPointF(x - metrics.horizontalAdvance(text) / 2, r.bottom() + 4 + metrics.ascent()),
+                     text);
+  }
+}
+
+void DrawBoxChrome(QPainter& painter, const GraphBox& box, const QFont& captionFont) {
+  painter.save();
+  painter.setFont(captionFont);
+  painter.setPen(kCaption);
+  QFontMetricsF metrics(captionFont, painter.device());
+  painter.drawText(QPointF(box.rect.left(), box.rect.top() - 8 - metrics.descent()), box.caption);
+  painter.restore();
+  DrawMarginScales(painter, box);
+}
+
+void DrawFrameBorder(QPainter& painter, const QRectF& rect) {
+  painter.setPen(QPen(kFrame, 1));
+  painter.setBrush(Qt::NoBrush);
+  painter.setRenderHint(QPainter::Antialiasing, false);
+  painter.drawRect(rect.adjusted(-1, -1, 0, 0));
+  painter.setRenderHint(QPainter::Antialiasing, true);
+}
+
+void DrawPicture(QPainter& painter, const Airfoil& airfoil) {
+  PlotRanges ranges;
+  painter.fillRect(QRectF(0, 0, kPictureWidth, kPictureHeight), kBackground);
+  QFont font = QGuiApplication::font();
+  QFont captionFont = font;
+  captionFont.setBold(true);
+  captionFont.setPointSizeF(font.pointSizeF() * 1.15);
+  painter.setFont(font);
+
+  MarginScale lift{ranges.clMin, ranges.clMax, 0.5, "0.0"};
+  MarginScale alfa{ranges.AlfaMin(), ranges.alfaMax, 5, "0"};
+  MarginScale chord{0, 1, 0.2, "0.0"};
+  GraphBox boxes[] = {
+      {QRectF(64, 48, 704, 896), "Cl-Cd", lift, {}},
+      {QRectF(844, 48, 330, 400), "Cl-Alfa", lift, alfa},
+      {QRectF(1250, 48, 330, 400), "Cm-Alfa", {kCmMin, kCmMax, 0.1, "0.0"}, alfa},
+      {QRectF(844, 544, 330, 400), "TU-x/c", lift, chord},
+      {QRectF(1250, 544, 330, 400), "TL-x/c", lift, chord},
+  };
+  for (const GraphBox& box : boxes) DrawBoxChrome(painter, box, captionFont);
+  {
+    QtSurface clCd(painter, boxes[0].rect, font), clAlfa(painter, boxes[1].rect, font),
+        cmAlfa(painter, boxes[2].rect, font), blu(painter, boxes[3].rect, font),
+        bll(painter, boxes[4].rect, font);
+    PlotData(&airfoil, ranges, GraphSurfaces{&clCd, &clAlfa, &cmAlfa, &blu, &bll});
+  }
+  for (const GraphBox& box : boxes) DrawFrameBorder(painter, box.rect);
+}
+
+bool EndsWith(const std::string& path, std::string_view suffix) {
+  if (path.size() < suffix.size()) return false;
+  return std::equal(suffix.begin(), suffix.end(), path.end() - suffix.size(), [](char a, char b) {
+    return a == std::tolower(static_cast<unsigned char>(b));
+  });
+}
+
+QByteArray RenderPng(const Airfoil& airfoil) {
+  QImage image(kPictureWidth, kPictureHeight, QImage::Format_ARGB32_Premultiplied);
+  {
+    QPainter painter(&image);
+    DrawPicture(painter, airfoil);
+  }
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  if (!image.save(&buffer, "PNG")) bytes.clear();
+  return bytes;
+}
+
+QByteArray RenderSvg(const Airfoil& airfoil) {
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  QSvgGenerator svg;
+  svg.setOutputDevice(&buffer);
+  svg.setSize(QSize(kPictureWidth, kPictureHeight));
+  svg.setViewBox(QRect(0, 0, kPictureWidth, kPictureHeight));
+  svg.setResolution(96);
+  svg.setTitle(QString::fromStdString(airfoil.Name));
+  {
+    QPainter painter(&svg);
+    DrawPicture(painter, airfoil);
+  }
+  return bytes;
+}
+
+// Text needs a GUI application; a converter run from a terminal has none, so
+// one is made off screen and lives until the process ends.
+bool EnsureGuiApplication(std::string* error) {
+  if (qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return true;
+  if (QCoreApplication::instance()) {
+    if (error) *error = "Drawing the graphs needs a QGuiApplication";
+    return false;
+  }
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  static int argc = 1;
+  static char name[] = "tavilo";
+  static char* argv[] = {name, nullptr};
+  new QGuiApplication(argc, argv);  // kept for the whole run on purpose
+  return true;
+}
+
+}  // namespace
+
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, std::string* error) {
+  bool svg = EndsWith(path, ".svg");
+  if (!svg && !EndsWith(path, ".png")) {
+    if (error) *error = "The picture must be a .png or .svg file: " + path;
+    return false;
+  }
+  if (!EnsureGuiApplication(error)) return false;
+  QByteArray bytes = svg ? RenderSvg(airfoil) : RenderPng(airfoil);
+  if (bytes.isEmpty()) {
+    if (error) *error = "The picture could not be encoded: " + path;
+    return false;
+  }
+  try {
+    WriteFileAtomically(path, std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())));
+  } catch (const RuntimeError& e) {
+    if (error) *error = e.what();
+    return false;
+  }
+  return true;
+}
+
+}  // namespace tavilo

@@ -1,0 +1,177 @@
+#include "plot/frames.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "plot/ranges.h"
+#include "strings/string_table.h"
+#include "support/recording_surface.h"
+
+namespace tavilo {
+namespace {
+
+using testing::CallKind;
+using testing::RecordingSurface;
+using testing::SurfaceCall;
+
+std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines) {
+  std::vector<SurfaceCall> found;
+  for (const SurfaceCall& l : lines)
+    if (l.x1 == l.x2) found.push_back(l);
+  return found;
+}
+
+std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) {
+  std::vector<SurfaceCall> found;
+  for (const SurfaceCall& l : lines)
+    if (l.y1 == l.y2) found.push_back(l);
+  return found;
+}
+
+TEST(RangeLists, HoldTheItemsInListOrderWithTheirInitialSelections) {
+  EXPECT_EQ(kClMaxList.count, 6);
+  EXPECT_EQ(kClMaxItems.front(), "0.5");
+  EXPECT_EQ(kCdMaxItems.front(), "2.0");  // drag runs from the largest down
+  EXPECT_EQ(kCdMaxItems.back(), "0.01");
+  PlotRanges fromLists = ParseRanges(kClMaxItems[kClMaxList.initialIndex],
+                                     kClMinItems[kClMinList.initialIndex],
+                                     kCdMaxItems[kCdMaxList.initialIndex],
+                                     kAlfaMaxItems[kAlfaMaxList.initialIndex]);
+  EXPECT_EQ(fromLists, PlotRanges{});
+  EXPECT_EQ(PlotRanges{}.AlfaMin(), -15.0);
+}
+
+TEST(RangeLists, TextWithoutANumberReadsZero) {
+  PlotRanges ranges = ParseRanges(" 2.5", "abc", "0.05 mm", "");
+  EXPECT_EQ(ranges.clMax, 2.5);
+  EXPECT_EQ(ranges.clMin, 0.0);
+  EXPECT_EQ(ranges.cdMax, 0.05);
+  EXPECT_EQ(ranges.alfaMax, 0.0);
+}
+
+TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
+  struct Case {
+    double cdMax, grid, label;
+  } cases[] = {{0.005, 0.0005, 0.002}, {0.01, 0.0005, 0.002}, {0.025, 0.001, 0.005},
+               {0.05, 0.001, 0.005},   {0.1, 0.005, 0.01},    {0.2, 0.01, 0.05},
+               {1.0, 0.05, 0.1},       {2.0, 0.05, 0.25}};
+  for (const Case& c : cases) {
+    EXPECT_EQ(DragGridStep(c.cdMax), c.grid) << c.cdMax;
+    EXPECT_EQ(DragLabelStep(c.cdMax), c.label) << c.cdMax;
+  }
+}
+
+TEST(ClAlfaFrame, FillsTheSurfaceWithTheRangesAndDropsTheGridLineRoundingPushesOut) {
+  RecordingSurface surface;
+  DrawClAlfaFrame(surface, PlotRanges{});
+  ASSERT_EQ(surface.calls[0].kind, CallKind::Clear);
+  EXPECT_EQ(surface.ScaleLeft(), -15.0);
+  EXPECT_EQ(surface.ScaleTop(), 1.5);
+  EXPECT_EQ(surface.ScaleWidth(), 30.0);
+  EXPECT_EQ(surface.ScaleHeight(), -2.0);
+
+  auto grid = surface.Lines(kGridColor);
+  auto vertical = Vertical(grid);
+  ASSERT_EQ(vertical.size(), 5u);  // -10 ... 10; 15 - 4 stops short of the border
+  EXPECT_EQ(vertical.front().x1, -10.0);
+  EXPECT_EQ(vertical.back().x1, 10.0);
+  EXPECT_EQ(vertical.front().y1, 1.5);
+  EXPECT_EQ(vertical.front().y2, -0.5);
+  // -0.4 to 1.3: the running sum reaches 1.4000000000000001, past ClMax - 0.1.
+  auto horizontal = Horizontal(grid);
+  ASSERT_EQ(horizontal.size(), 18u);
+  EXPECT_NEAR(horizontal.front().y1, -0.4, 1e-12);
+  EXPECT_NEAR(horizontal.back().y1, 1.3, 1e-12);
+
+  auto axes = surface.Lines(kAxisColor);
+  ASSERT_EQ(axes.size(), 2u);
+  EXPECT_EQ(axes[0].y1, 0.0);  // Cl = 0 across the whole width
+  EXPECT_EQ(axes[0].x1, -15.0);
+  EXPECT_EQ(axes[0].x2, 15.0);
+  EXPECT_EQ(axes[1].x1, 0.0);  // Alfa = 0 over the whole height
+  EXPECT_EQ(axes[1].y1, 1.5);
+  EXPECT_EQ(axes[1].y2, -0.5);
+}
+
+TEST(CmAlfaFrame, UsesTheFixedMomentRangeAndKeepsTheTopLineTheSumReaches) {
+  RecordingSurface surface;
+  DrawCmAlfaFrame(surface, PlotRanges{0.5, 0.0, 0.01, 30.0});
+  EXPECT_EQ(surface.ScaleTop(), 0.4);
+  EXPECT_EQ(surface.ScaleHeight(), -0.8);
+  auto grid = surface.Lines(kGridColor);
+  auto vertical = Vertical(grid);
+  ASSERT_EQ(vertical.size(), 11u);  // -25 ... 25
+  EXPECT_EQ(vertical.front().y1, 0.4);
+  auto horizontal = Horizontal(grid);
+  ASSERT_EQ(horizontal.size(), 16u);  // -0.35 ... 0.3999999999999999, on the border
+  EXPECT_NEAR(horizontal.back().y1, 0.4, 1e-12);
+  auto axes = surface.Lines(kAxisColor);
+  ASSERT_EQ(axes.size(), 2u);
+  EXPECT_EQ(axes[1].y1, -0.4);
+  EXPECT_EQ(axes[1].y2, 0.4);
+}
+
+TEST(TransitionFrame, DrawsNineChordLinesAndTheLiftGridUpToClMax) {
+  RecordingSurface surface;
+  DrawTransitionFrame(surface, PlotRanges{});
+  EXPECT_EQ(surface.ScaleWidth(), 1.0);
+  auto grid = surface.Lines(kGridColor);
+  auto vertical = Vertical(grid);
+  ASSERT_EQ(vertical.size(), 9u);
+  EXPECT_NEAR(vertical.back().x1, 0.9, 1e-12);
+  EXPECT_EQ(Horizontal(grid).size(), 19u);
+  auto axes = surface.Lines(kAxisColor);
+  ASSERT_EQ(axes.size(), 1u);
+  EXPECT_EQ(axes[0].x2, 1.0);
+}
+
+TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
+  SetLanguage(kEnglish);
+  RecordingSurface surface;
+  DrawClCdFrame(surface, PlotRanges{}, "NACA 4412");
+  EXPECT_EQ(surface.ScaleWidth(), 0.025);
+  auto grid = surface.Lines(kGridColor);
+  auto vertical = Vertical(grid);
+  ASSERT_EQ(vertical.size(), 24u);  // 0.001 ... 0.024
+  EXPECT_EQ(vertical.front().x1, 0.001);
+  EXPECT_EQ(Horizontal(grid).size(), 19u);
+  auto axes = surface.Lines(kAxisColor);
+  ASSERT_EQ(axes.size(), 5u);  // Cl = 0, then four drag ticks in the foreground
+  EXPECT_EQ(axes[0].x1, 0.0);
+  EXPECT_EQ(axes[0].x2, 0.025);
+
+  auto texts = surface.Calls(CallKind::Print);
+  ASSERT_EQ(texts.size(), 5u);
+  const char* labels[] = {"0.005", "0.010", "0.015", "0.020"};
+  for (int i = 0; i < 4; ++i) {
+    EXPECT_EQ(texts[i].text, labels[i]);
+    double tick = axes[i + 1].x1;
+    EXPECT_NEAR(texts[i].x1 + surface.TextWidth(labels[i]) / 2, tick, 1e-12) << "centred";
+    EXPECT_EQ(axes[i + 1].y1, -0.5) << "ticks rise from the bottom edge";
+    EXPECT_GT(axes[i + 1].y2, -0.5);
+    // The label's lower edge lies above the tick, inside the graph.
+    EXPECT_GT(texts[i].y1 + surface.TextHeight("0"), axes[i + 1].y2);
+  }
+  EXPECT_EQ(texts[4].text, "Airfoil: NACA 4412");
+  EXPECT_EQ(texts[4].x1, 0.025 / 50);
+  EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
+}
+
+TEST(ClCdFrame, TitleFollowsTheLanguage) {
+  SetLanguage(kGerman);
+  RecordingSurface surface;
+  DrawClCdFrame(surface, PlotRanges{}, "E387");
+  SetLanguage(kEnglish);
+  EXPECT_EQ(surface.Calls(CallKind::Print).back().text, "Profil: E387");
+}
+
+TEST(Frames, AHugeTypedRangeEndsTheGridInsteadOfLoopingForever) {
+  RecordingSurface surface(800, 600);
+  DrawTransitionFrame(surface, PlotRanges{1e300, -1e300, 0.025, 15});
+  EXPECT_LE(surface.Lines(kGridColor).size(), 9u + 10000u);
+}
+
+}  // namespace
+}  // namespace tavilo
