@@ -2,59 +2,53 @@
 
 #include <QLabel>
 #include <QPainter>
+#include <memory>
 
-#include "formats/number_text.h"
 #include "graph_widget.h"
+#include "plot/plot_data.h"
+#include "plot/readout.h"
+#include "plotqt/qt_surface.h"
 
 namespace tavilo {
 
-const std::array<RangeListData, 4>& RangeListContents() {
-  static const std::array<RangeListData, 4> lists = {{
-      {"cbClMax", {"0.5", "1.0", "1.5", "2.0", "2.5", "3.0"}, 2},
-      {"cbClMin", {"-1.5", "-1.0", "-0.5", "0.0"}, 2},
-      {"cbCdMax", {"2.0", "1.0", "0.2", "0.1", "0.05", "0.025", "0.01"}, 5},
-      {"cbAlfaMax", {"10.0", "15.0", "30.0", "45.0", "90.0"}, 1},
-  }};
-  return lists;
-}
-
 namespace {
 
-std::optional<std::string> Readout(const char* xName, const char* xPattern, const char* yName, double limit,
-                                   double x, double y) {
-  if (!(x < limit)) return std::nullopt;
-  return std::string(xName) + "=" + FormatNumber(x, xPattern) + " " + yName + "=" + FormatNumber(y, "0.00");
-}
-
-void DrawFrame(GraphWidget* graph) {
-  if (graph == nullptr) return;
-  QImage& canvas = graph->NewCanvas();
-  QPainter painter(&canvas);
-  painter.setPen(QColor(192, 192, 192));
-  painter.drawRect(QRectF(QPointF(0, 0), QSizeF(canvas.size()) / canvas.devicePixelRatio()).adjusted(0, 0, -1, -1));
-  graph->update();
-}
+// One graph's canvas with a painter and a surface on it for one redraw.
+struct Canvas {
+  explicit Canvas(GraphWidget* graph) : widget(graph), painter(&graph->NewCanvas()) {
+    surface = std::make_unique<QtSurface>(painter, QRectF(QPointF(0, 0), QSizeF(graph->size())));
+  }
+  GraphWidget* widget;
+  QPainter painter;
+  std::unique_ptr<QtSurface> surface;
+};
 
 }  // namespace
 
-void DrawGraphs(const Airfoil* airfoil, const RangeValues& ranges, const GraphWidgets& graphs) {
+void DrawGraphs(const Airfoil* airfoil, const PlotRanges& ranges, const GraphWidgets& graphs) {
   if (airfoil == nullptr) return;
-  const double alfaMin = -ranges.alfaMax;
-  graphs.clCd->SetValueRect(QRectF(QPointF(0, ranges.clMax), QPointF(ranges.cdMax, ranges.clMin)));
-  graphs.clAlfa->SetValueRect(QRectF(QPointF(alfaMin, ranges.clMax), QPointF(ranges.alfaMax, ranges.clMin)));
-  graphs.cmAlfa->SetValueRect(QRectF(QPointF(alfaMin, 0.4), QPointF(ranges.alfaMax, -0.4)));
-  graphs.blu->SetValueRect(QRectF(QPointF(0, ranges.clMax), QPointF(1, ranges.clMin)));
-  graphs.bll->SetValueRect(QRectF(QPointF(0, ranges.clMax), QPointF(1, ranges.clMin)));
-  for (GraphWidget* graph : {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll}) DrawFrame(graph);
+  std::array<std::unique_ptr<Canvas>, 5> canvases;
+  GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
+  for (std::size_t i = 0; i < canvases.size(); ++i) canvases[i] = std::make_unique<Canvas>(widgets[i]);
+  const GraphSurfaces surfaces{canvases[0]->surface.get(), canvases[1]->surface.get(), canvases[2]->surface.get(),
+                               canvases[3]->surface.get(), canvases[4]->surface.get()};
+  PlotData(airfoil, ranges, surfaces);
+  for (const std::unique_ptr<Canvas>& canvas : canvases) {
+    const QtSurface& surface = *canvas->surface;
+    canvas->widget->SetValueRect(QRectF(QPointF(surface.ScaleLeft(), surface.ScaleTop()),
+                                        QSizeF(surface.ScaleWidth(), surface.ScaleHeight())));
+    canvas->surface.reset();  // draws what it still holds before the painter ends
+    canvas->painter.end();
+    canvas->widget->update();
+  }
 }
 
 void ConnectReadouts(const GraphWidgets& graphs, const std::array<QLabel*, 5>& labels) {
-  using namespace std::placeholders;
-  graphs.clCd->SetReadout(labels[0], std::bind(Readout, "Cd", "0.0000", "Cl", 1.0, _1, _2));
-  graphs.clAlfa->SetReadout(labels[1], std::bind(Readout, "Alfa", "0.00", "Cl", 2.0, _1, _2));
-  graphs.cmAlfa->SetReadout(labels[2], std::bind(Readout, "Alfa", "0.00", "Cm", 2.0, _1, _2));
-  graphs.blu->SetReadout(labels[3], std::bind(Readout, "x/c", "0.00", "Cl", 2.0, _1, _2));
-  graphs.bll->SetReadout(labels[4], std::bind(Readout, "x/c", "0.00", "Cl", 2.0, _1, _2));
+  graphs.clCd->SetReadout(labels[0], CdClValue);
+  graphs.clAlfa->SetReadout(labels[1], ClAlfaValue);
+  graphs.cmAlfa->SetReadout(labels[2], CmAlfaValue);
+  graphs.blu->SetReadout(labels[3], TUxcValue);
+  graphs.bll->SetReadout(labels[4], TLxcValue);
 }
 
 }  // namespace tavilo

@@ -78,9 +78,11 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   connect(tabStrip_, &QTabWidget::currentChanged, this, &PEFForm::ShowTab);
 
   for (std::size_t i = 0; i < rangeLists_.size(); ++i) {
-    const RangeListData& data = RangeListContents()[i];
-    for (const std::string& item : data.items) rangeLists_[i]->addItem(QString::fromStdString(item));
-    rangeLists_[i]->setCurrentIndex(data.initial);
+    const RangeList& data = kRangeLists[i];
+    for (int item = 0; item < data.count; ++item) {
+      rangeLists_[i]->addItem(QString::fromUtf8(data.items[item].data(), data.items[item].size()));
+    }
+    rangeLists_[i]->setCurrentIndex(data.initialIndex);
     connect(rangeLists_[i], &QComboBox::currentIndexChanged, this, &PEFForm::RefreshPlots);
   }
 
@@ -161,9 +163,9 @@ void PEFForm::UpdateTreeView() {
   tree_->clear();
 }
 
-RangeValues PEFForm::CurrentRanges() const {
-  auto value = [](const QComboBox* list) { return LeadingNumber(list->currentText().toStdString()); };
-  return {value(rangeLists_[0]), value(rangeLists_[1]), value(rangeLists_[2]), value(rangeLists_[3])};
+PlotRanges PEFForm::CurrentRanges() const {
+  auto text = [this](int i) { return rangeLists_[i]->currentText().toStdString(); };
+  return ParseRanges(text(0), text(1), text(2), text(3));
 }
 
 void PEFForm::RefreshPlots() {

@@ -70,7 +70,7 @@ class PEFForm : public QMainWindow, public DocumentView {
   void SetLanguage(int language);
   void NotAvailableYet();
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
-  RangeValues CurrentRanges() const;
+  PlotRanges CurrentRanges() const;
   double Dpi() const;
   int Px(double twips) const;
 

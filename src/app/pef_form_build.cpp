@@ -169,9 +169,9 @@ void PEFForm::BuildRangeColumn(QWidget* client) {
     rangeLabels_[i] = NewLabel(client, labels[i]);
   }
   int index = 0;
-  for (const RangeListData& data : RangeListContents()) {
+  for (const RangeList& data : kRangeLists) {
     auto* list = new QComboBox(client);
-    list->setObjectName(data.name);
+    list->setObjectName(QString::fromUtf8(data.name.data(), data.name.size()));
     rangeLists_[index++] = list;
   }
   rangeLabels_[0]->setBuddy(rangeLists_[0]);
