@@ -4,7 +4,7 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
-#include <QMenu>
+#include <QMouseEvent>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -17,6 +17,13 @@
 #include "strings/string_table.h"
 
 namespace {
+
+// Shows the read-outs as a pointer resting on the graph would.
+void PointAt(QWidget* graph, QPointF fraction) {
+  const QPointF at(graph->width() * fraction.x(), graph->height() * fraction.y());
+  QMouseEvent move(QEvent::MouseMove, at, graph->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(graph, &move);
+}
 
 void Save(QWidget* widget, const QString& path) {
   widget->grab().save(path);
@@ -44,6 +51,8 @@ int main(int argc, char** argv) {
     tavilo::SetLanguage(language);
     window.SwitchLanguage();
     window.Document().OpenFile(file.absoluteFilePath().toStdString());
+    PointAt(window.findChild<QWidget*>("ClCdPicture"), QPointF(0.4, 0.3));
+    PointAt(window.findChild<QWidget*>("ClAlfaPicture"), QPointF(0.45, 0.55));
     QApplication::processEvents();
     const QString suffix = language == tavilo::kEnglish ? "en" : "de";
     Save(&window, prefix + "-main-" + suffix + ".png");
@@ -58,6 +67,5 @@ int main(int argc, char** argv) {
     Save(options, prefix + "-options-" + suffix + ".png");
     options->hide();
   }
-  window.Browser();
   return 0;
 }
