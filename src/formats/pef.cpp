@@ -147,14 +147,6 @@ std::string PolarPefText(const Polar& polar, int setNumber, int polarNumber) {
 
 namespace {
 
-// A polar whose section is missing, or a point whose key is missing, costs
-// nothing in the file but memory and time in the model: "NumberSets=32767"
-// with "NumberPolars=32767" in every set asks for 10^9 polars. Such items are
-// read exactly up to this many per file (32 polars of 32767 missing points
-// each, far beyond any real file); past it the file is taken as broken and
-// reading stops there, keeping what was read, as at any structural error.
-constexpr long kEmptyItemBudget = 1L << 20;
-
 PolarPoint PointFromValue(std::string_view s) {
   PolarPoint point;
   s = TrimLeadingBlanks(s);
@@ -188,20 +180,21 @@ int16_t CountValue(std::string_view text) { return RoundToInt16(LeadingNumber(te
 
 class PefReader {
  public:
-  explicit PefReader(std::string_view bytes) : index_(bytes) {}
+  PefReader(std::string_view bytes, long missingItemLimit)
+      : index_(bytes), missingItemsLeft_(missingItemLimit) {}
 
   void ReadAirfoil(Airfoil& airfoil, UserInterface& ui);
   void ReadConfiguration(Configuration& config, int setNumber);
   void ReadPolar(Polar& polar, int setNumber, int polarNumber);
   void ReadPolar(Polar& polar, uint32_t section);
-  bool Stopped() const { return emptyBudget_ < 0; }
+  bool Stopped() const { return missingItemsLeft_ < 0; }
 
  private:
   // False once the file has asked for more missing items than it may.
-  bool TakeEmptyItem() { return --emptyBudget_ >= 0; }
+  bool TakeMissingItem() { return --missingItemsLeft_ >= 0; }
 
   PefIndex index_;
-  long emptyBudget_ = kEmptyItemBudget;
+  long missingItemsLeft_;
   std::string key_;  // reused for every point key
 };
 
@@ -231,7 +224,7 @@ void PefReader::ReadConfiguration(Configuration& config, int setNumber) {
   const std::string prefix = "Set" + std::to_string(setNumber) + "-Polar";
   for (int j = 1; j <= polarCount; ++j) {
     const uint32_t polarSection = index_.FindSection(prefix + std::to_string(j));
-    if (polarSection == PefIndex::kNoSection && !TakeEmptyItem()) return;
+    if (polarSection == PefIndex::kNoSection && !TakeMissingItem()) return;
     auto polar = std::make_shared<Polar>();
     ReadPolar(*polar, polarSection);
     config.AddPolar(polar);
@@ -255,7 +248,7 @@ void PefReader::ReadPolar(Polar& polar, uint32_t section) {
     AppendPointKey(key_, i);
     std::optional<std::string_view> value = index_.FindValue(section, key_);
     // A missing point still counts, with Alfa, Cl and Cd at 0.
-    if (!value && !TakeEmptyItem()) return;
+    if (!value && !TakeMissingItem()) return;
     polar.AddPoint(PointFromValue(value.value_or(std::string_view{})));
   }
 }
@@ -293,9 +286,13 @@ std::string PefFileText(const std::string& path) {
 
 }  // namespace
 
-void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui) {
-  PefReader reader(bytes);
+void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui, long missingItemLimit) {
+  PefReader reader(bytes, missingItemLimit);
   reader.ReadAirfoil(airfoil, ui);
+}
+
+void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui) {
+  ReadFromPEFText(airfoil, bytes, ui, kPefMissingItemLimit);
 }
 
 void ReadFromPEF(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
@@ -303,7 +300,7 @@ void ReadFromPEF(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
 }
 
 void ReadPolarFromPEFText(Polar& polar, std::string_view bytes, int setNumber, int polarNumber) {
-  PefReader reader(bytes);
+  PefReader reader(bytes, kPefMissingItemLimit);
   reader.ReadPolar(polar, setNumber, polarNumber);
 }
 

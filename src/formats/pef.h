@@ -32,12 +32,24 @@ std::string PolarPefText(const Polar& polar, int setNumber, int polarNumber);
 // when it cannot be rewritten it is read as it is. Reports string 76 when
 // "NumberSets" is missing, 0 or negative (the name is kept, no set is read).
 // FileNotFoundError, before anything changes, for a file that cannot be
-// opened; OverflowError for a count beyond 16 bits or a number beyond the
-// double range (what was read so far is kept). Every polar read is selected.
+// opened; OverflowError for a count beyond 16 bits, a number beyond the
+// double range or a point value whose first blank lies beyond column 32767
+// (what was read so far is kept). Every polar read is selected.
 void ReadFromPEF(Airfoil& airfoil, const std::string& path, UserInterface& ui);
 
 // The same on the bytes of a file already in memory (nothing is rewritten).
 void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui);
+
+// How many polars without a section and points without a key one file may
+// ask for. They cost nothing in the file but memory and time in the model:
+// "NumberSets=32767" with "NumberPolars=32767" in every set asks for 10^9
+// polars. Up to this many are read exactly (32 polars of 32767 missing
+// points, far beyond any real file); past it the file is taken as broken and
+// reading stops there, keeping what was read, as at any structural error.
+inline constexpr long kPefMissingItemLimit = 1L << 20;
+
+// ReadFromPEFText with another limit of missing items.
+void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui, long missingItemLimit);
 
 // Reads polar `polarNumber` of set `setNumber` (section "[Set1-Polar1]" for
 // 1, 1) and appends its points to `polar`; the polar is marked selected.
