@@ -7,6 +7,7 @@
 #include <filesystem>
 
 #include "formats/file_text.h"
+#include "formats/fixed_number.h"
 #include "formats/number_text.h"
 #include "formats/pef_index.h"
 #include "strings/product.h"
@@ -39,15 +40,17 @@ void AppendPointKey(std::string& out, int index) {
 void AppendPoint(std::string& out, const PolarPoint& point, int index) {
   AppendPointKey(out, index);
   out.push_back('=');
-  const std::pair<double, const char*> values[] = {{point.Alfa, "0.000"}, {point.Cl, "0.000"},
-                                                   {point.Cd, "0.00000"}, {point.Cm, "0.0000"},
-                                                   {point.TU, "0.000"},   {point.TL, "0.000"}};
-  bool first = true;
-  for (const auto& [value, pattern] : values) {
-    if (!first) out.append("   ");
-    first = false;
-    out.append(FormatNumber(value, pattern));
-  }
+  AppendFixedNumber(out, point.Alfa, 3);
+  out.append("   ");
+  AppendFixedNumber(out, point.Cl, 3);
+  out.append("   ");
+  AppendFixedNumber(out, point.Cd, 5);
+  out.append("   ");
+  AppendFixedNumber(out, point.Cm, 4);
+  out.append("   ");
+  AppendFixedNumber(out, point.TU, 3);
+  out.append("   ");
+  AppendFixedNumber(out, point.TL, 3);
   out.append("\r\n");
 }
 
