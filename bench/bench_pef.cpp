@@ -148,5 +148,19 @@ void BM_PefReadMissingPoints(benchmark::State& state) {
 }
 BENCHMARK(BM_PefReadMissingPoints)->Unit(benchmark::kMillisecond);
 
+// The worst a short file can ask for: 32767 sets of 32767 polars each, none
+// of which exists. Reading stops at the limit of missing items.
+void BM_PefReadHugeCounts(benchmark::State& state) {
+  std::string text = "[Airfoil]\r\nNumberSets=32767\r\n";
+  for (int s = 1; s <= 40; ++s) text += "[Set" + std::to_string(s) + "]\r\nNumberPolars=32767\r\n";
+  SilentUserInterface ui;
+  for (auto _ : state) {
+    Airfoil airfoil;
+    ReadFromPEFText(airfoil, text, ui);
+    benchmark::DoNotOptimize(airfoil);
+  }
+}
+BENCHMARK(BM_PefReadHugeCounts)->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace tavilo
