@@ -1,6 +1,7 @@
 #include "formats/pef_index.h"
 
 #include <algorithm>
+#include <cstring>
 
 #include "formats/number_text.h"
 #include "model/errors.h"
@@ -11,13 +12,39 @@ namespace tavilo {
 
 void PrefixFinder::StartGroup() { groupStarts_.push_back(static_cast<uint32_t>(entries_.size())); }
 
-void PrefixFinder::Add(std::string_view text, uint32_t ordinal) { entries_.push_back({text, ordinal}); }
+PrefixFinder::Head::Head(std::string_view text) {
+  unsigned char bytes[16] = {};
+  if (!text.empty()) std::memcpy(bytes, text.data(), std::min<size_t>(text.size(), 16));
+  for (int i = 0; i < 8; ++i) high = high << 8 | bytes[i];
+  for (int i = 8; i < 16; ++i) low = low << 8 | bytes[i];
+}
+
+// Unequal heads order the texts as the texts themselves: a zero of the
+// padding only ever stands against a byte of a longer text with the same start.
+bool PrefixFinder::TextLess(const Entry& entry, const Head& head, std::string_view text) {
+  if (entry.head != head) return entry.head < head;
+  return entry.text.compare(text) < 0;
+}
+
+bool PrefixFinder::StartsWith(const Entry& entry, const Head& head, std::string_view prefix) {
+  if (entry.text.size() < prefix.size()) return false;
+  if (prefix.size() > 16) return entry.text.starts_with(prefix);
+  const size_t bits = 8 * prefix.size();
+  const uint64_t highMask = bits >= 64 ? ~0ULL : bits == 0 ? 0 : ~0ULL << (64 - bits);
+  const uint64_t lowMask = bits >= 128 ? ~0ULL : bits <= 64 ? 0 : ~0ULL << (128 - bits);
+  return (entry.head.high & highMask) == head.high && (entry.head.low & lowMask) == head.low;
+}
+
+void PrefixFinder::Add(std::string_view text, uint32_t ordinal) {
+  entries_.push_back({Head(text), text, ordinal});
+}
 
 void PrefixFinder::Build() {
   for (size_t g = 0; g < groupStarts_.size(); ++g) {
     auto begin = entries_.begin() + groupStarts_[g];
     auto end = g + 1 < groupStarts_.size() ? entries_.begin() + groupStarts_[g + 1] : entries_.end();
     std::sort(begin, end, [](const Entry& a, const Entry& b) {
+      if (a.head != b.head) return a.head < b.head;
       int order = a.text.compare(b.text);
       return order != 0 ? order < 0 : a.ordinal < b.ordinal;
     });
@@ -45,9 +72,10 @@ uint32_t PrefixFinder::First(size_t group, std::string_view prefix) const {
                                               : entries_.end();
   // Texts with a common prefix stand together in sorted order, from the
   // first one not below the prefix.
+  const Head head(prefix);
   auto low = std::lower_bound(begin, end, prefix,
-                              [](const Entry& e, std::string_view p) { return e.text < p; });
-  auto high = std::partition_point(low, end, [prefix](const Entry& e) { return e.text.starts_with(prefix); });
+                              [&head](const Entry& e, std::string_view p) { return TextLess(e, head, p); });
+  auto high = std::partition_point(low, end, [&](const Entry& e) { return StartsWith(e, head, prefix); });
   // A key usually matches itself and a few longer keys ("Value10", "Value100"
   // ... "Value109"); only long runs need the tree.
   if (high - low <= 16) {

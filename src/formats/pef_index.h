@@ -42,10 +42,20 @@ class PrefixFinder {
  private:
   uint32_t RangeMinimum(size_t begin, size_t end) const;
 
+  // The first 16 bytes of the text, big-endian and padded with zeros, so that
+  // most comparisons are settled without touching the text itself.
+  struct Head {
+    uint64_t high = 0, low = 0;
+    explicit Head(std::string_view text);
+    auto operator<=>(const Head&) const = default;
+  };
   struct Entry {
+    Head head;
     std::string_view text;
     uint32_t ordinal;
   };
+  static bool TextLess(const Entry& entry, const Head& head, std::string_view text);
+  static bool StartsWith(const Entry& entry, const Head& head, std::string_view prefix);
   std::vector<Entry> entries_;         // sorted by text within each group after Build
   std::vector<uint32_t> groupStarts_;  // first entry of each group
   std::vector<uint32_t> tree_;         // min-segment tree over the ordinals

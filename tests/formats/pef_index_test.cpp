@@ -119,14 +119,16 @@ class QuirkyPefGenerator {
 
   std::string Section() {
     return Choose<std::string>({"Airfoil", "Set1", "Set10", "Set1-Polar1", "Set1-Polar10", "Set1-Polar2",
-                                "Set2", "Set2-Polar1", "Set", "S", "", "set1", "Set1-Polar1 "});
+                                "Set2", "Set2-Polar1", "Set", "S", "", "set1", "Set1-Polar1 ", "Set1\0"s,
+                                "Set1-Polar1-and-a-long-tail"});
   }
 
   std::string Key() {
     return Choose<std::string>({"Description1", "Description2", "Description", "Origin", "Airfoilname",
                                 "NumberSets", "NumberPolars", "NumberPoints", "ReynoldsNumber",
                                 "MachNumber", "Value01", "Value1", "Value10", "Value100", "Value",
-                                "Values", "Value02", "Value011", "", " Value01", "[Set1"});
+                                "Values", "Value02", "Value011", "", " Value01", "[Set1", "Value01\0"s,
+                                "V\xFFlue", "Value01234567890123"});
   }
 
   std::string Separator() { return Choose<std::string>({"=", "=", " = ", "==", "= =", " ", "", "x", "=\t"}); }
