@@ -1,0 +1,51 @@
+// The PEF reader on arbitrary bytes: it must not crash, hang or exhaust
+// memory, and its index must answer like the literal line-by-line scan.
+
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "../tests/formats/pef_reference_scan.h"
+#include "formats/pef.h"
+#include "formats/pef_index.h"
+#include "model/errors.h"
+
+namespace {
+
+void CompareWithLiteralScan(std::string_view text) {
+  tavilo::PefIndex index(text);
+  static const char* const kSections[] = {"Airfoil", "Set1", "Set1-Polar1", "Set2-Polar10", ""};
+  static const char* const kKeys[] = {"NumberSets", "Description1", "Value01", "Value10", "", "["};
+  for (const char* section : kSections) {
+    for (const char* key : kKeys) {
+      if (std::string(index.Value(section, key)) != tavilo::testing::ReferencePefValue(text, section, key))
+        std::abort();
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  tavilo::SilentUserInterface ui;
+  tavilo::Airfoil airfoil;
+  try {
+    // A small limit of missing polars and points keeps the runs fast; the
+    // limit itself is tested, and the worst case at the real one measured.
+    tavilo::ReadFromPEFText(airfoil, bytes, ui, 1 << 12);
+  } catch (const tavilo::OverflowError&) {
+    // A count beyond 16 bits or a number beyond the double range: reported
+    // to the user by the loading code.
+  }
+  tavilo::Polar polar;
+  try {
+    tavilo::ReadPolarFromPEFText(polar, bytes, 1, 1);
+  } catch (const tavilo::OverflowError&) {
+    // As above.
+  }
+  if (size < 4096) CompareWithLiteralScan(bytes);
+  return 0;
+}

@@ -1,0 +1,100 @@
+#pragma once
+// The keyed lookup of a polar exchange file (PEF), built once per file.
+//
+// A value is found the way the format has always found it, by reading the
+// file line by line: first the section, the first line that starts with "["
+// followed by the section name as a prefix (so "Set1" also finds "[Set10]"
+// when that comes first); then, among the following lines, the first one that
+// starts with the key (again a prefix: "Value10" also finds a "Value100" line
+// standing before it); a line starting with "[" ends the section. Walking the
+// text anew for each value made reading a polar quadratic in its point count;
+// the index answers every lookup with the same result in logarithmic time.
+//
+// Lines end at LF, CR LF or a lone CR.
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace tavilo {
+
+// The first entry, in insertion order, whose text starts with a prefix,
+// within one group of entries. Built once; each query costs a binary search
+// and a range-minimum query.
+class PrefixFinder {
+ public:
+  static constexpr uint32_t kNone = UINT32_MAX;
+
+  // Opens a new group; later entries belong to it.
+  void StartGroup();
+  // Adds an entry to the current group. `ordinal` orders the entries of all
+  // groups and must grow with every call.
+  void Add(std::string_view text, uint32_t ordinal);
+  // Sorts the groups; call once, after the last Add.
+  void Build();
+
+  // The smallest ordinal in `group` (0-based, in the order of StartGroup)
+  // whose text starts with `prefix`, or kNone.
+  uint32_t First(size_t group, std::string_view prefix) const;
+  size_t GroupCount() const { return groupStarts_.size(); }
+
+ private:
+  uint32_t RangeMinimum(size_t begin, size_t end) const;
+
+  // The first 16 bytes of the text, big-endian and padded with zeros, so that
+  // most comparisons are settled without touching the text itself.
+  struct Head {
+    uint64_t high = 0, low = 0;
+    explicit Head(std::string_view text);
+    auto operator<=>(const Head&) const = default;
+  };
+  struct Entry {
+    Head head;
+    std::string_view text;
+    uint32_t ordinal;
+  };
+  static bool TextLess(const Entry& entry, const Head& head, std::string_view text);
+  static bool StartsWith(const Entry& entry, const Head& head, std::string_view prefix);
+  std::vector<Entry> entries_;         // sorted by text within each group after Build
+  std::vector<uint32_t> groupStarts_;  // first entry of each group
+  std::vector<uint32_t> tree_;         // min-segment tree over the ordinals
+};
+
+class PefIndex {
+ public:
+  static constexpr uint32_t kNoSection = UINT32_MAX;
+
+  // Indexes `text`, which must outlive the index.
+  explicit PefIndex(std::string_view text);
+
+  // The first section line matching `section`, as a handle for FindValue,
+  // or kNoSection.
+  uint32_t FindSection(std::string_view section) const;
+
+  // The value of `key` in the section found by FindSection: the rest of the
+  // first matching line after Len(key) + 1 characters, with leading blanks
+  // and "=" signs dropped, trailing blanks dropped, and a final NUL dropped
+  // with the blanks before it. Nothing when the key or the section is
+  // missing. The view points into the indexed text.
+  std::optional<std::string_view> FindValue(uint32_t section, std::string_view key) const;
+
+  // FindValue, with "" for a missing key or section.
+  std::string_view Value(uint32_t section, std::string_view key) const {
+    return FindValue(section, key).value_or(std::string_view{});
+  }
+  std::string_view Value(std::string_view section, std::string_view key) const {
+    return Value(FindSection(section), key);
+  }
+
+ private:
+  std::vector<std::string_view> sectionLines_;  // every line starting with "[", in file order
+  PrefixFinder sectionNames_;                   // one group: section lines without the "["
+  PrefixFinder keyLines_;                       // group k: the lines after section line k
+  std::vector<std::string_view> keyLineTexts_;  // those lines, by their ordinal in keyLines_
+};
+
+// The value part of `line` found for a key of `keyLength` characters.
+std::string_view PefValueOfLine(std::string_view line, size_t keyLength);
+
+}  // namespace tavilo

@@ -1,0 +1,216 @@
+// The keyed lookup: quirks of the format on hand-made files, and the fast
+// index against the literal line-by-line scan on generated files.
+
+#include "formats/pef_index.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "formats/pef.h"
+#include "formats/pef_reference_scan.h"
+
+namespace tavilo {
+namespace {
+
+using testing::ReferencePefValue;
+using namespace std::string_literals;
+
+struct LookupCase {
+  const char* name;
+  std::string text;
+  std::string section;
+  std::string key;
+  std::string expected;
+};
+
+const std::vector<LookupCase>& LookupCases() {
+  static const std::vector<LookupCase> cases = {
+      {"PlainValue", "[Airfoil]\r\nDescription1=Clark Y\r\n", "Airfoil", "Description1", "Clark Y"},
+      {"BlanksAroundEquals", "[Airfoil]\r\nDescription1 = Clark Y\r\n", "Airfoil", "Description1", "Clark Y"},
+      {"DoubledEquals", "[A]\r\nx= = =1\r\n", "A", "x", "1"},
+      {"TrailingBlanksDropped", "[A]\r\nx=1   \r\n", "A", "x", "1"},
+      {"TrailingNulDropped", "[A]\r\nx=Clark Y\0\r\n"s, "A", "x", "Clark Y"},
+      {"BlanksBeforeNulDropped", "[A]\r\nx=Clark Y \0  \r\n"s, "A", "x", "Clark Y"},
+      {"InnerNulKept", "[A]\r\nx=a\0b\r\n"s, "A", "x", "a\0b"s},
+      {"OnlyOneNulDropped", "[A]\r\nx=a\0\0\r\n"s, "A", "x", "a\0"s},
+      {"TabAfterEqualsKept", "[A]\r\nx=\t1\r\n", "A", "x", "\t1"},
+      {"AnyCharacterAfterKeySkipped", "[A]\r\nNumberSetsX5\r\n", "A", "NumberSets", "5"},
+      {"KeyLineWithoutValue", "[A]\r\nx\r\n", "A", "x", ""},
+      {"PrefixSectionFoundFirst", "[Set10]\r\nn=10\r\n[Set1]\r\nn=1\r\n", "Set1", "n", "10"},
+      {"PrefixKeyFoundFirst", "[P]\r\nValue100=1\r\nValue10=2\r\n", "P", "Value10", "1"},
+      {"CaptionIsNoPointKey", "[P]\r\nValues=Alpha Cl\r\n", "P", "Value01", ""},
+      {"DuplicateKeyFirstWins", "[A]\r\nx=1\r\nx=2\r\n", "A", "x", "1"},
+      {"DuplicateSectionFirstWins", "[A]\r\nx=1\r\n[A]\r\nx=2\r\n", "A", "x", "1"},
+      {"SectionEndsAtBracketLine", "[A]\r\nx=1\r\n[B]\r\ny=2\r\n", "A", "y", ""},
+      {"KeysBeforeSectionsIgnored", "x=1\r\n[A]\r\n", "A", "x", ""},
+      {"MissingSection", "[A]\r\nx=1\r\n", "B", "x", ""},
+      {"SectionsAreCaseSensitive", "[airfoil]\r\nx=1\r\n", "Airfoil", "x", ""},
+      {"KeysAreCaseSensitive", "[A]\r\nX=1\r\n", "A", "x", ""},
+      {"IndentedKeyIsNoKey", "[A]\r\n x=1\r\n", "A", "x", ""},
+      {"TextAfterSectionName", "[Set1] ; first set\r\nx=1\r\n", "Set1", "x", "1"},
+      {"CrOnlyLines", "[A]\rx=1\ry=2", "A", "y", "2"},
+      {"LfOnlyLines", "[A]\nx=1\ny=2\n", "A", "y", "2"},
+      {"MixedLineEnds", "[A]\r\nx=1\ny=2\rz=3", "A", "z", "3"},
+      {"LastLineWithoutLineEnd", "[A]\r\nx=1", "A", "x", "1"},
+      {"EmptyKeyTakesNextLine", "[A]\r\nfirst\r\n", "A", "", "irst"},
+      {"EmptySectionTakesFirstBracketLine", "[Z]\r\nx=1\r\n[A]\r\nx=2\r\n", "", "x", "1"},
+      {"BracketKeyMatchesClosingLine", "[A]\r\n[B]=7\r\n", "A", "[B", "7"},
+      {"EmptyFile", "", "A", "x", ""},
+  };
+  return cases;
+}
+
+class PefLookup : public ::testing::TestWithParam<LookupCase> {};
+
+TEST_P(PefLookup, IndexAndLiteralScanGiveTheExpectedValue) {
+  const LookupCase& c = GetParam();
+  EXPECT_EQ(ReferencePefValue(c.text, c.section, c.key), c.expected) << "literal scan";
+  EXPECT_EQ(std::string(PefIndex(c.text).Value(c.section, c.key)), c.expected) << "index";
+}
+
+INSTANTIATE_TEST_SUITE_P(Quirks, PefLookup, ::testing::ValuesIn(LookupCases()),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST(PefIndex, FindValueTellsAMissingKeyFromAnEmptyValue) {
+  PefIndex index("[A]\r\nempty=\r\n");
+  uint32_t section = index.FindSection("A");
+  EXPECT_EQ(index.FindValue(section, "empty"), std::optional<std::string_view>(""));
+  EXPECT_EQ(index.FindValue(section, "other"), std::nullopt);
+  EXPECT_EQ(index.FindSection("B"), PefIndex::kNoSection);
+  EXPECT_EQ(index.FindValue(PefIndex::kNoSection, "empty"), std::nullopt);
+}
+
+// ---------------------------------------------------------------- generated files
+
+// Builds PEF-like files from pieces that collide on purpose: section names
+// that are prefixes of each other, keys that are prefixes of each other,
+// stray separators, NULs, and every kind of line end.
+class QuirkyPefGenerator {
+ public:
+  explicit QuirkyPefGenerator(unsigned seed) : random_(seed) {}
+
+  std::string File() {
+    std::string text;
+    const int lines = Pick(0, 60);
+    const std::string lineEnd = Choose<std::string>({"\r\n", "\n", "\r", "mixed"});
+    for (int i = 0; i < lines; ++i) {
+      text += Line();
+      text += lineEnd == "mixed" ? Choose<std::string>({"\r\n", "\n", "\r"}) : lineEnd;
+    }
+    if (Pick(0, 3) == 0) text += Line();  // no line end after the last line
+    return text;
+  }
+
+  std::string Line() {
+    switch (Pick(0, 9)) {
+      case 0:
+      case 1:
+      case 2:
+        return "[" + Section() + Choose<std::string>({"]", "]", "", "] ; note", "x]"});
+      case 3:
+        return Choose<std::string>({"", " ", ";comment", "; [Set1]", "[", "=", "\t"});
+      default:
+        return Key() + Separator() + Value();
+    }
+  }
+
+  std::string Section() {
+    return Choose<std::string>({"Airfoil", "Set1", "Set10", "Set1-Polar1", "Set1-Polar10", "Set1-Polar2",
+                                "Set2", "Set2-Polar1", "Set", "S", "", "set1", "Set1-Polar1 ", "Set1\0"s,
+                                "Set1-Polar1-and-a-long-tail"});
+  }
+
+  std::string Key() {
+    return Choose<std::string>({"Description1", "Description2", "Description", "Origin", "Airfoilname",
+                                "NumberSets", "NumberPolars", "NumberPoints", "ReynoldsNumber",
+                                "MachNumber", "Value01", "Value1", "Value10", "Value100", "Value",
+                                "Values", "Value02", "Value011", "", " Value01", "[Set1", "Value01\0"s,
+                                "V\xFFlue", "Value01234567890123"});
+  }
+
+  std::string Separator() { return Choose<std::string>({"=", "=", " = ", "==", "= =", " ", "", "x", "=\t"}); }
+
+  std::string Value() {
+    std::string value = Choose<std::string>({"", "1", "2.5", "Clark Y", "  padded  ", "-3e2 0.1 0.01",
+                                             "=", "a=b", "x\0"s, "y \0 "s, "\0"s, "[Set1]"});
+    if (Pick(0, 4) == 0) value += std::string(static_cast<size_t>(Pick(1, 3)), ' ');
+    return value;
+  }
+
+  int Pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
+
+  template <class T>
+  T Choose(std::initializer_list<T> options) {
+    return *(options.begin() + Pick(0, static_cast<int>(options.size()) - 1));
+  }
+
+ private:
+  std::mt19937 random_;
+};
+
+// Queries from the generator's vocabulary, plus prefixes of lines actually
+// present, which probe every boundary of the prefix rules.
+std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& generator, const std::string& text) {
+  std::vector<std::pair<std::string, std::string>> queries;
+  for (int i = 0; i < 40; ++i) queries.emplace_back(generator.Section(), generator.Key());
+  std::vector<std::string_view> lines;
+  LineReader reader(text);
+  std::string_view line;
+  while (reader.Next(line)) lines.push_back(line);
+  for (int i = 0; i < 20 && !lines.empty(); ++i) {
+    std::string_view a = lines[static_cast<size_t>(generator.Pick(0, static_cast<int>(lines.size()) - 1))];
+    std::string_view b = lines[static_cast<size_t>(generator.Pick(0, static_cast<int>(lines.size()) - 1))];
+    std::string_view section = a.substr(a.empty() ? 0 : 1);
+    section = section.substr(0, static_cast<size_t>(generator.Pick(0, static_cast<int>(section.size()))));
+    queries.emplace_back(std::string(section), std::string(b.substr(0, static_cast<size_t>(generator.Pick(
+                                                                                0, static_cast<int>(b.size()))))));
+  }
+  return queries;
+}
+
+TEST(PefIndex, AgreesWithTheLiteralScanOnGeneratedFiles) {
+  QuirkyPefGenerator generator(20260101);
+  int compared = 0;
+  for (int file = 0; file < 4000; ++file) {
+    const std::string text = generator.File();
+    PefIndex index(text);
+    for (const auto& [section, key] : Queries(generator, text)) {
+      ASSERT_EQ(std::string(index.Value(section, key)), ReferencePefValue(text, section, key))
+          << "file " << file << " section '" << section << "' key '" << key << "'\n" << text;
+      ++compared;
+    }
+  }
+  EXPECT_GT(compared, 200000);
+}
+
+TEST(PefIndex, LfOnlyConversionChangesNoAnswer) {
+  QuirkyPefGenerator generator(7);
+  for (int file = 0; file < 1000; ++file) {
+    std::string text = generator.File();
+    std::erase(text, '\r');
+    if (!IsLfOnlyText(text)) continue;
+    const std::string converted = CrLfText(text);
+    PefIndex index(text);
+    for (const auto& [section, key] : Queries(generator, text))
+      ASSERT_EQ(std::string(index.Value(section, key)), ReferencePefValue(converted, section, key))
+          << "section '" << section << "' key '" << key << "'\n" << text;
+  }
+}
+
+// Long runs of keys sharing a prefix go through the range-minimum tree
+// rather than the short linear pass.
+TEST(PefIndex, FindsTheEarliestLineAmongManyWithTheSamePrefix) {
+  std::string text = "[P]\r\n";
+  for (int i = 999; i >= 100; --i) text += "Value" + std::to_string(i) + "=" + std::to_string(i) + "\r\n";
+  text += "Value10=first ten\r\n";
+  PefIndex index(text);
+  for (const char* key : {"Value1", "Value10", "Value5", "Value99", "Value100", "Value"})
+    EXPECT_EQ(std::string(index.Value("P", key)), ReferencePefValue(text, "P", key)) << key;
+  EXPECT_EQ(std::string(index.Value("P", "Value10")), "109");
+}
+
+}  // namespace
+}  // namespace tavilo

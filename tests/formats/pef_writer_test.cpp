@@ -1,0 +1,134 @@
+// The PEF writer: the exact text of a small airfoil, and the renumbering,
+// naming and index rules.
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "formats/pef.h"
+#include "strings/product.h"
+#include "support/temp_dir.h"
+
+namespace tavilo {
+namespace {
+
+std::string Lines(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\r\n";
+  return text;
+}
+
+PolarPtr MakePolar(const std::string& name, double re, double mach, bool selected,
+                   const std::vector<PolarPoint>& points) {
+  auto polar = std::make_shared<Polar>();
+  polar->Name = name;
+  polar->ReynoldsNumber = re;
+  polar->MachNumber = mach;
+  polar->Selected = selected;
+  for (const PolarPoint& point : points) polar->AddPoint(point);
+  return polar;
+}
+
+// Set 1 named, with an own Description2 and one of two polars selected;
+// set 2 with nothing selected; set 3 unnamed, without origin.
+Airfoil SampleAirfoil() {
+  Airfoil airfoil;
+  airfoil.Name = "Clark Y";
+  auto first = std::make_shared<Configuration>();
+  first->Name = "Flap 0";
+  first->Origin = "Wind tunnel";
+  first->Description2 = "smooth";
+  first->AddPolar(MakePolar("left out", 1, 0, false, {}));
+  PolarPoint point{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5};
+  first->AddPolar(MakePolar("Re 250k", 250000.4, 0.3, true, {point, PolarPoint{}}));
+  auto unselected = std::make_shared<Configuration>();
+  unselected->AddPolar(MakePolar("hidden", 1, 0, false, {}));
+  auto unnamed = std::make_shared<Configuration>();
+  unnamed->AddPolar(MakePolar("", 1e6, 0.6, true, {}));
+  airfoil.AddConfiguration(first);
+  airfoil.AddConfiguration(unselected);
+  airfoil.AddConfiguration(unnamed);
+  return airfoil;
+}
+
+TEST(PefWriter, WritesTheWholeFileLineForLine) {
+  const std::string copyright(kCopyrightNotice);
+  const std::string expected = Lines({
+      "; This is a polar exchange file (PEF)",
+      "; Comments start with a ';' in column 1, blank lines are allowed",
+      " ",
+      "; The 'Tavilo' application, a reader and converter is available",
+      "; in the software section at:",
+      ";              " + std::string(kWebAddress),
+      " ",
+      "[Airfoil]",
+      "Description1=Clark Y",
+      "NumberSets=2",
+      "",
+      "[Set1]",
+      "Origin=Wind tunnel",
+      "Description1=Flap 0",
+      "Description2=" + copyright,
+      "Description2=smooth",
+      "NumberPolars=1",
+      "",
+      "[Set1-Polar1]",
+      "Description1=Re 250k",
+      "ReynoldsNumber=250000",
+      "MachNumber=0",
+      "NumberPoints=2",
+      "Values=Alpha      Cl        Cd         Cm      TU      TL",
+      "Value01=4.000   0.812   0.00912   -0.0871   0.412   1.000",
+      "Value02=-99.999   -99.999   -99.99900   -99.9990   -99.999   -99.999",
+      "",
+      "[Set2]",
+      "Origin=Tavilo",
+      "Description1=" + copyright,
+      "NumberPolars=1",
+      "",
+      "[Set2-Polar1]",
+      "ReynoldsNumber=1000000",
+      "MachNumber=1",
+      "NumberPoints=0",
+      "Values=Alpha      Cl        Cd         Cm      TU      TL",
+      "",
+  });
+  EXPECT_EQ(PefText(SampleAirfoil()), expected);
+}
+
+TEST(PefWriter, AnAirfoilWithoutSelectedPolarsHasNoSets) {
+  Airfoil airfoil;
+  airfoil.Name = "empty";
+  auto config = std::make_shared<Configuration>();
+  config->AddPolar(MakePolar("p", 0, 0, false, {}));
+  airfoil.AddConfiguration(config);
+  const std::string text = PefText(airfoil);
+  EXPECT_NE(text.find("NumberSets=0\r\n\r\n"), std::string::npos);
+  EXPECT_EQ(text.find("[Set"), std::string::npos);
+  EXPECT_TRUE(text.ends_with("NumberSets=0\r\n\r\n"));
+}
+
+TEST(PefWriter, PointKeysHaveAtLeastTwoDigits) {
+  std::vector<PolarPoint> points(100, PolarPoint{1, 2, 3, 4, 5, 6, 7, 8});
+  const std::string text = PolarPefText(*MakePolar("p", 0, 0, true, points), 1, 1);
+  for (const char* line : {"\r\nValue01=", "\r\nValue09=", "\r\nValue10=", "\r\nValue99=", "\r\nValue100="})
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+  EXPECT_EQ(text.find("Value1="), std::string::npos);
+}
+
+TEST(PefWriter, PolarBlockStartsWithAnEmptyLineAndItsSection) {
+  const std::string text = PolarPefText(*MakePolar("", 5e5, 0, false, {}), 3, 7);
+  EXPECT_EQ(text, Lines({"", "[Set3-Polar7]", "ReynoldsNumber=500000", "MachNumber=0", "NumberPoints=0",
+                         "Values=Alpha      Cl        Cd         Cm      TU      TL"}));
+}
+
+TEST(PefWriter, ReplacesAnExistingFile) {
+  testing::TempDir dir;
+  const std::string path = dir.Write("out.pef", std::string(100000, 'x'));
+  WriteToPEF(SampleAirfoil(), path);
+  EXPECT_EQ(dir.Read("out.pef"), PefText(SampleAirfoil()));
+}
+
+}  // namespace
+}  // namespace tavilo
