@@ -4,6 +4,7 @@
 #include <cctype>
 
 #include "formats/drg.h"
+#include "formats/pef.h"
 #include "formats/pol.h"
 #include "formats/xml.h"
 #include "strings/string_table.h"
@@ -29,6 +30,8 @@ AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
     const std::string tail = LowerTail(fileName);
     if (tail == ".pol" || fileName.find("polar.") != std::string::npos) {
       ReadFromPOL(*airfoil, fileName);
+    } else if (tail == ".pef") {
+      ReadFromPEF(*airfoil, fileName, ui);
     } else if (tail == ".xml") {
       ReadFromXML(*airfoil, fileName, ui);
     } else if (tail == ".drg") {
@@ -64,6 +67,8 @@ void ExportFile(const Airfoil& current, UserInterface& ui) {
   if (name.empty()) return;
   if (LowerTail(name) == ".xml") {
     WriteToXML(current, name);
+  } else if (LowerTail(name) == ".pef") {
+    WriteToPEF(current, name);
   } else if (LowerTail(name) == ".pol") {
     WriteToPOL(current, name);
   } else {
