@@ -4,7 +4,9 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QPushButton>
 #include <QStatusBar>
+#include <fstream>
 
 #include "app/file_browser.h"
 #include "app/qt_user_interface.h"
@@ -173,6 +175,34 @@ TEST_F(FileBrowsing, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
   while (FileList()->count() < 2 && waited.elapsed() < 5000) QApplication::processEvents(QEventLoop::AllEvents, 50);
   EXPECT_EQ(Names(FileList()), QStringList({"copy.xml", "wing.xml"}));
   EXPECT_EQ(FileList()->currentItem()->text(), "wing.xml");
+}
+
+std::string FileBytes(const std::string& path) {
+  std::ifstream in(path, std::ios::binary);
+  return std::string(std::istreambuf_iterator<char>(in), {});
+}
+
+TEST_F(FileBrowsing, DragFileWithSeveralAirfoilsAsksWhichOneToShow) {
+  const std::string uiuc = std::string(TAVILO_TEST_DATA) + "/uiuc/";
+  dir.Write("two.drg", FileBytes(uiuc + "S1223GF1.DRG") + FileBytes(uiuc + "WASP.DRG"));
+  PEFForm& form = Start();
+  QStringList offered;
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || dialog->objectName() != "frmAirfoilSelect") return;
+    auto* list = dialog->findChild<QListWidget*>("lstAirfoils");
+    for (int i = 0; i < list->count(); ++i) offered << list->item(i)->text();
+    list->setCurrentRow(1);
+    dialog->findChild<QPushButton*>("btnOkay")->click();
+  });
+  answer.start(5);
+  Highlight(FileList(), "two.drg");
+  PressEnter(FileList());
+  answer.stop();
+  EXPECT_EQ(offered, QStringList({"S1223", "WASP", ""}));
+  EXPECT_EQ(form.Document().Current().Name, "WASP");
+  EXPECT_EQ(Find<QLabel>("ProfilName")->text(), "WASP");
 }
 
 TEST_F(FileBrowsing, EverySampleInExamplesIsListedAndLoads) {
