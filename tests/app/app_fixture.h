@@ -115,9 +115,10 @@ class MainWindowTest : public ::testing::Test {
     ClearSettings();
   }
 
-  PEFForm& Start() {
+  // With `size` empty the window keeps the size it chose itself.
+  PEFForm& Start(QSize size = QSize(1200, 860)) {
     window = std::make_unique<PEFForm>();
-    window->resize(1200, 860);
+    if (!size.isEmpty()) window->resize(size);
     window->show();
     QApplication::processEvents();
     return *window;

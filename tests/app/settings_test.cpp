@@ -68,11 +68,13 @@ TEST_F(SettingsTest, EveryValueSurvivesExitAndRestart) {
     if (option->property("item").toInt() == 1) option->setChecked(true);
   }
   ASSERT_TRUE(first.Browser().SetPath(QString::fromStdString(elsewhere.Path().string())));
+  first.resize(1010, 707);
   Exit();
   EXPECT_EQ(StoredSetting("LegendPosition2"), "-1");
 
   SetLanguage(kEnglish);
-  PEFForm& second = Start();
+  PEFForm& second = Start(QSize());
+  EXPECT_EQ(second.size(), QSize(1010, 707));
   EXPECT_EQ(Language(), kGerman);
   EXPECT_EQ(second.statusBar()->currentMessage(), "Bereit.");
   EXPECT_EQ(second.Options().GridShow(), 0);
