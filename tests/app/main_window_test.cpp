@@ -51,15 +51,6 @@ TEST_F(MainWindow, TabStripHasItsFourKeyedTabsAndShowsOneSmallGraph) {
   }
 }
 
-TEST_F(MainWindow, RangeListsStartAtTheirUsualRanges) {
-  Start();
-  EXPECT_EQ(Find<QComboBox>("cbClMax")->currentText(), "1.5");
-  EXPECT_EQ(Find<QComboBox>("cbClMin")->currentText(), "-0.5");
-  EXPECT_EQ(Find<QComboBox>("cbCdMax")->currentText(), "0.025");
-  EXPECT_EQ(Find<QComboBox>("cbCdMax")->itemText(0), "2.0");
-  EXPECT_EQ(Find<QComboBox>("cbAlfaMax")->currentText(), "15.0");
-}
-
 TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   WritePolarFile(dir, "wing.xml", "Wing");
   PEFForm& form = Start();
@@ -126,15 +117,6 @@ TEST_F(MainWindow, ToolbarKeysDispatchToTheirActions) {
     about->accept();
   });
   form.ToolbarButtonClick("HELP");
-}
-
-TEST_F(MainWindow, ToolbarButtonsCarryTheirKeysInOrder) {
-  Start();
-  QStringList keys;
-  for (QAction* action : Find<QToolBar>("Toolbar1")->actions()) {
-    if (!action->data().toString().isEmpty()) keys << action->data().toString();
-  }
-  EXPECT_EQ(keys, QStringList({"NEW", "OPEN", "SAVE", "PRINT", "HELP"}));
 }
 
 // Every caption of the window as shown now: text or tool tip per list entry.
@@ -224,12 +206,6 @@ TEST(MainLayout, EachDirectionMovesOnlyAboveItsThreshold) {
     EXPECT_EQ(laid.treeView.width() != design.treeView.width(), c.tree) << c.what;
     EXPECT_EQ(laid.tabStrip.top(), design.tabStrip.top()) << c.what;
   }
-}
-
-TEST(MainLayout, TwipsFollowTheScreensLogicalDpi) {
-  EXPECT_EQ(TwipsToPixels(1440, 96), 96);
-  EXPECT_EQ(TwipsToPixels(100, 96), 7);
-  EXPECT_EQ(TwipsToPixels(500, 144), 50);
 }
 
 TEST_F(MainWindow, ResizingKeepsTheGraphsSideBySideAndTheRangesAtTheRightEdge) {

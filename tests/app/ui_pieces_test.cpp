@@ -33,14 +33,6 @@ TEST(QtFileFilter, TurnsPipeJoinedPairsIntoQtFilters) {
   for (const Case& c : cases) EXPECT_EQ(QtFileFilter(c.pairs), c.expected) << c.pairs;
 }
 
-TEST(QtFileFilter, KeepsEveryEntryOfTheImportList) {
-  SetLanguage(kGerman);
-  const QString filter = QtFileFilter(GetResString(62));
-  SetLanguage(kEnglish);
-  EXPECT_EQ(filter.count(";;"), 6);
-  EXPECT_TRUE(filter.contains("Mses Polarendatei (polar.*)"));
-}
-
 TEST(RunGuarded, ShowsCoreAndStandardErrorsAndReportsFailure) {
   RecordingUserInterface ui;
   EXPECT_TRUE(RunGuarded(ui, [] {}));
