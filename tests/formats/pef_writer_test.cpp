@@ -8,26 +8,18 @@
 
 #include "formats/pef.h"
 #include "strings/product.h"
+#include "support/model_builders.h"
 #include "support/temp_dir.h"
 
 namespace tavilo {
 namespace {
 
+using testing::MakePolar;
+
 std::string Lines(const std::vector<std::string>& lines) {
   std::string text;
   for (const std::string& line : lines) text += line + "\r\n";
   return text;
-}
-
-PolarPtr MakePolar(const std::string& name, double re, double mach, bool selected,
-                   const std::vector<PolarPoint>& points) {
-  auto polar = std::make_shared<Polar>();
-  polar->Name = name;
-  polar->ReynoldsNumber = re;
-  polar->MachNumber = mach;
-  polar->Selected = selected;
-  for (const PolarPoint& point : points) polar->AddPoint(point);
-  return polar;
 }
 
 // Set 1 named, with an own Description2 and one of two polars selected;
@@ -39,13 +31,13 @@ Airfoil SampleAirfoil() {
   first->Name = "Flap 0";
   first->Origin = "Wind tunnel";
   first->Description2 = "smooth";
-  first->AddPolar(MakePolar("left out", 1, 0, false, {}));
+  first->AddPolar(MakePolar(1, 0, false, {}, "left out"));
   PolarPoint point{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5};
-  first->AddPolar(MakePolar("Re 250k", 250000.4, 0.3, true, {point, PolarPoint{}}));
+  first->AddPolar(MakePolar(250000.4, 0.3, true, {point, PolarPoint{}}, "Re 250k"));
   auto unselected = std::make_shared<Configuration>();
-  unselected->AddPolar(MakePolar("hidden", 1, 0, false, {}));
+  unselected->AddPolar(MakePolar(1, 0, false, {}, "hidden"));
   auto unnamed = std::make_shared<Configuration>();
-  unnamed->AddPolar(MakePolar("", 1e6, 0.6, true, {}));
+  unnamed->AddPolar(MakePolar(1e6, 0.6, true, {}, ""));
   airfoil.AddConfiguration(first);
   airfoil.AddConfiguration(unselected);
   airfoil.AddConfiguration(unnamed);
@@ -101,7 +93,7 @@ TEST(PefWriter, AnAirfoilWithoutSelectedPolarsHasNoSets) {
   Airfoil airfoil;
   airfoil.Name = "empty";
   auto config = std::make_shared<Configuration>();
-  config->AddPolar(MakePolar("p", 0, 0, false, {}));
+  config->AddPolar(MakePolar(0, 0, false, {}, "p"));
   airfoil.AddConfiguration(config);
   const std::string text = PefText(airfoil);
   EXPECT_NE(text.find("NumberSets=0\r\n\r\n"), std::string::npos);
@@ -111,14 +103,14 @@ TEST(PefWriter, AnAirfoilWithoutSelectedPolarsHasNoSets) {
 
 TEST(PefWriter, PointKeysHaveAtLeastTwoDigits) {
   std::vector<PolarPoint> points(100, PolarPoint{1, 2, 3, 4, 5, 6, 7, 8});
-  const std::string text = PolarPefText(*MakePolar("p", 0, 0, true, points), 1, 1);
+  const std::string text = PolarPefText(*MakePolar(0, 0, true, points, "p"), 1, 1);
   for (const char* line : {"\r\nValue01=", "\r\nValue09=", "\r\nValue10=", "\r\nValue99=", "\r\nValue100="})
     EXPECT_NE(text.find(line), std::string::npos) << line;
   EXPECT_EQ(text.find("Value1="), std::string::npos);
 }
 
 TEST(PefWriter, PolarBlockStartsWithAnEmptyLineAndItsSection) {
-  const std::string text = PolarPefText(*MakePolar("", 5e5, 0, false, {}), 3, 7);
+  const std::string text = PolarPefText(*MakePolar(5e5, 0, false, {}, ""), 3, 7);
   EXPECT_EQ(text, Lines({"", "[Set3-Polar7]", "ReynoldsNumber=500000", "MachNumber=0", "NumberPoints=0",
                          "Values=Alpha      Cl        Cd         Cm      TU      TL"}));
 }

@@ -6,11 +6,14 @@
 
 #include "formats/number_text.h"
 #include "model/errors.h"
+#include "support/model_builders.h"
 #include "support/temp_dir.h"
 #include "formats/expected_table.h"
 
 namespace tavilo {
 namespace {
+
+using testing::MakePolar;
 
 using testing::ExpectAirfoilMatchesTable;
 using testing::FileBytes;
@@ -193,15 +196,6 @@ TEST(PolSetName, TakesTheFirstCalculatedHeadingOrNothing) {
 }
 
 // ---------------------------------------------------------------- writing
-
-PolarPtr MakePolar(double reynolds, double mach, bool selected, std::vector<PolarPoint> points) {
-  auto polar = std::make_shared<Polar>();
-  polar->ReynoldsNumber = reynolds;
-  polar->MachNumber = mach;
-  polar->Selected = selected;
-  for (const PolarPoint& point : points) polar->AddPoint(point);
-  return polar;
-}
 
 Airfoil SampleAirfoil() {
   Airfoil airfoil;

@@ -5,21 +5,16 @@
 #include "formats/file_text.h"
 #include "model/errors.h"
 #include "strings/string_table.h"
+#include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 
 namespace tavilo {
 namespace {
 
+using testing::MakePoint;
 using testing::RecordingUserInterface;
 using testing::TempDir;
-
-PolarPoint Point(double alfa, double cl, double cd, double cm = kNoValue, double tu = kNoValue,
-                 double tl = kNoValue) {
-  PolarPoint p;
-  p.Alfa = alfa, p.Cl = cl, p.Cd = cd, p.Cm = cm, p.TU = tu, p.TL = tl;
-  return p;
-}
 
 // Two sets: a named one with two polars (one unselected) and an unnamed one.
 Airfoil SampleAirfoil() {
@@ -33,8 +28,8 @@ Airfoil SampleAirfoil() {
   p1->ReynoldsNumber = 200000;
   p1->MachNumber = 0.05;
   p1->Selected = true;
-  p1->AddPoint(Point(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05));
-  p1->AddPoint(Point(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
+  p1->AddPoint(MakePoint(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05));
+  p1->AddPoint(MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
   auto hidden = std::make_shared<Polar>();
   hidden->Name = "not written";
   flap->AddPolar(p1);
@@ -43,7 +38,7 @@ Airfoil SampleAirfoil() {
   auto p2 = std::make_shared<Polar>();
   p2->ReynoldsNumber = 1e6;
   p2->Selected = true;
-  p2->AddPoint(Point(0.2385, 0.5, 0.01));
+  p2->AddPoint(MakePoint(0.2385, 0.5, 0.01));
   plain->AddPolar(p2);
   airfoil.AddConfiguration(flap);
   airfoil.AddConfiguration(plain);
@@ -88,7 +83,7 @@ TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
   EXPECT_EQ(polar.MachNumber, 0.05);
   EXPECT_TRUE(polar.Selected);
   ASSERT_EQ(polar.PointCount(), 2);
-  EXPECT_EQ(polar.Point(2), Point(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
+  EXPECT_EQ(polar.Point(2), MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
   EXPECT_EQ(airfoil.Configuration(2)->Name, "Airfoil Polar");
   EXPECT_EQ(airfoil.Configuration(2)->Polar(1)->Name, "Polar");
   EXPECT_EQ(airfoil.Configuration(2)->Polar(1)->Point(1).Alfa, 0.239);
@@ -160,9 +155,9 @@ TEST(XmlReader, ValuesAreTakenByPositionAndMissingOnesKeepTheMarker) {
   EXPECT_EQ(polar.ReynoldsNumber, 350000);
   EXPECT_EQ(polar.MachNumber, 0.1);
   ASSERT_EQ(polar.PointCount(), 3);
-  EXPECT_EQ(polar.Point(1), Point(1.5, 0.3, 0.02));
-  EXPECT_EQ(polar.Point(2), Point(2, 0, 0)) << "Cl and Cd are always taken, absent ones as 0";
-  PolarPoint full = Point(1, 2, 3, 4, 5, 6);
+  EXPECT_EQ(polar.Point(1), MakePoint(1.5, 0.3, 0.02));
+  EXPECT_EQ(polar.Point(2), MakePoint(2, 0, 0)) << "Cl and Cd are always taken, absent ones as 0";
+  PolarPoint full = MakePoint(1, 2, 3, 4, 5, 6);
   full.SU = 7;
   full.SL = 8;
   EXPECT_EQ(polar.Point(3), full);

@@ -128,7 +128,7 @@ TEST(PrintedAxes, AlfaAxisLineGridAndLabels) {
   ASSERT_GE(widths.size(), 2u);
   EXPECT_EQ(widths[0].value, 2);
   EXPECT_EQ(widths[1].value, 1);
-  const SurfaceCall& axisLine = page.surface.Calls(CallKind::Line)[0];
+  const SurfaceCall axisLine = page.surface.Calls(CallKind::Line)[0];
   EXPECT_EQ(axisLine.x1, 100 - 25);
   EXPECT_EQ(axisLine.x2, 100 + 25);
   EXPECT_EQ(axisLine.y1, 150);

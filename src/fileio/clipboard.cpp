@@ -1,0 +1,76 @@
+#include "fileio/clipboard.h"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+#include "formats/file_text.h"
+#include "formats/line_reader.h"
+#include "formats/pef.h"
+#include "model/errors.h"
+#include "tree/structure_tree.h"
+
+namespace tavilo {
+
+namespace {
+
+// A private scratch file for the clipboard text, deleted however the copy
+// or paste ends.
+class ScratchFile {
+ public:
+  ScratchFile() {
+    std::string pattern = (std::filesystem::temp_directory_path() / "tavilo-clipboard-XXXXXX").string();
+    int fd = ::mkstemp(pattern.data());
+    if (fd < 0) throw FileAccessError("cannot create a temporary file for the clipboard");
+    ::close(fd);
+    path_ = pattern;
+  }
+  ~ScratchFile() { ::unlink(path_.c_str()); }
+  const std::string& Path() const { return path_; }
+
+ private:
+  std::string path_;
+};
+
+// The set of polar node `key`; null for any other node.
+ConfigurationPtr SetOfPolarNode(const Airfoil& airfoil, std::string_view key) {
+  if (KindOfKey(key) != NodeKind::Polar) return nullptr;
+  return airfoil.Configuration(SetIndexOfKey(key));
+}
+
+}  // namespace
+
+bool CopyPolar(const Airfoil& airfoil, std::string_view key, UserInterface& ui) {
+  ConfigurationPtr set = SetOfPolarNode(airfoil, key);
+  PolarPtr polar = set ? set->Polar(PolarIndexOfKey(key)) : nullptr;
+  if (!polar) return false;
+  ScratchFile scratch;
+  WriteFileAtomically(scratch.Path(), PolarPefText(*polar, 1, 1));
+  // Read back line by line, each line ended by CR LF.
+  const std::string bytes = ReadFileBytes(scratch.Path());
+  std::string text;
+  LineReader lines(bytes);
+  std::string_view line;
+  while (lines.Next(line)) {
+    text.append(line);
+    text.append("\r\n");
+  }
+  ui.SetClipboardText(text);
+  return true;
+}
+
+bool PastePolar(Airfoil& airfoil, std::string_view key, UserInterface& ui) {
+  ConfigurationPtr set = SetOfPolarNode(airfoil, key);
+  if (!set) return false;
+  ScratchFile scratch;
+  WriteFileAtomically(scratch.Path(), ui.ClipboardText());
+  auto polar = std::make_shared<Polar>();
+  ReadPolarFromPEF(*polar, scratch.Path(), 1, 1);
+  // A clipboard without a polar of at least one point adds nothing.
+  if (polar->PointCount() < 1) return false;
+  set->AddPolar(polar);
+  return true;
+}
+
+}  // namespace tavilo

@@ -1,0 +1,98 @@
+#include "fileio/load.h"
+
+#include <algorithm>
+
+#include "formats/drg.h"
+#include "formats/pef.h"
+#include "formats/pol.h"
+#include "formats/xml.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+namespace {
+
+std::string LowerAscii(std::string_view text) {
+  std::string lower(text);
+  std::transform(lower.begin(), lower.end(), lower.begin(),
+                 [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; });
+  return lower;
+}
+
+std::string_view LastFour(std::string_view name) {
+  return name.size() < 4 ? name : name.substr(name.size() - 4);
+}
+
+// Readers that are not written yet: the file loads as an empty airfoil, and
+// the user learns why.
+void ReportNotReadable(UserInterface& ui, std::string_view what) {
+  const std::string text =
+      Language() == kGerman
+          ? std::string(what) + " können noch nicht gelesen werden."
+          : std::string(what) + " cannot be read yet.";
+  ui.ShowMessage(text, ErrorTitle(), MessageIcon::Information);
+}
+
+// Restores the pointer and the status text however the reader ends.
+class BusyScope {
+ public:
+  explicit BusyScope(UserInterface& ui) : ui_(ui) {
+    ui_.SetBusy(true);
+    ui_.SetStatusText(GetResString(74));
+  }
+  ~BusyScope() {
+    ui_.SetStatusText(GetResString(3));
+    ui_.SetBusy(false);
+  }
+
+ private:
+  UserInterface& ui_;
+};
+
+}  // namespace
+
+InputFormat InputFormatOf(std::string_view fileName) {
+  const std::string extension = LowerAscii(LastFour(fileName));
+  if (extension == ".pol" || fileName.find("polar.") != std::string_view::npos) return InputFormat::Xfoil;
+  if (extension == ".mwk") return InputFormat::WindTunnel;
+  if (extension == ".pef") return InputFormat::Pef;
+  if (extension == ".xml") return InputFormat::Xml;
+  if (extension == ".drg") return InputFormat::Drag;
+  if (extension == ".txt") return InputFormat::EpplerOutput;
+  return InputFormat::Unknown;
+}
+
+AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
+  BusyScope busy(ui);
+  ui.SetWindowTitle("Tavilo - " + fileName);
+  auto airfoil = std::make_shared<Airfoil>();
+  switch (InputFormatOf(fileName)) {
+    case InputFormat::Xfoil:
+      ReadFromPOL(*airfoil, fileName);
+      break;
+    case InputFormat::WindTunnel:
+      ReportNotReadable(ui, Language() == kGerman ? "Modellwindkanal-Dateien (.mwk)"
+                                                  : "Stuttgart model wind tunnel files (.mwk)");
+      break;
+    case InputFormat::Pef:
+      ReadFromPEF(*airfoil, fileName, ui);
+      break;
+    case InputFormat::Xml:
+      ReadFromXML(*airfoil, fileName, ui);
+      break;
+    case InputFormat::Drag:
+      ReadFromDRG(*airfoil, fileName, ui);
+      break;
+    case InputFormat::EpplerOutput:
+      ReportNotReadable(ui, Language() == kGerman ? "Eppler-Ausgabedateien (.txt)"
+                                                  : "Eppler output files (.txt)");
+      break;
+    case InputFormat::Unknown:
+      ReportError(ui, 73);
+      break;
+  }
+  ui.SetAirfoilName(airfoil->Name);
+  return airfoil;
+}
+
+}  // namespace tavilo

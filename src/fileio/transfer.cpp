@@ -1,0 +1,136 @@
+#include "fileio/transfer.h"
+
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
+
+#include "fileio/load.h"
+#include "formats/pef.h"
+#include "formats/pol.h"
+#include "formats/xml.h"
+#include "model/errors.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+namespace {
+
+char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+std::string UpperLastFour(std::string_view name) {
+  std::string last(name.size() < 4 ? name : name.substr(name.size() - 4));
+  std::transform(last.begin(), last.end(), last.begin(), UpperAscii);
+  return last;
+}
+
+bool EndsWithPef(std::string_view name) { return UpperLastFour(name) == ".PEF"; }
+
+}  // namespace
+
+OutputFormat OutputFormatOf(std::string_view fileName) {
+  const std::string extension = UpperLastFour(fileName);
+  if (extension == ".PEF") return OutputFormat::Pef;
+  if (extension == ".POL") return OutputFormat::Xfoil;
+  if (extension == ".EPP") return OutputFormat::Eppler;
+  if (extension == ".XML") return OutputFormat::Xml;
+  return OutputFormat::Unknown;
+}
+
+void ImportInto(Airfoil& current, const Airfoil& imported) {
+  if (current.ConfigCount() == 0) current.Name = imported.Name;
+  for (int i = 1; i <= imported.ConfigCount(); ++i) current.AddConfiguration(imported.Configuration(i));
+}
+
+bool ImportFile(Airfoil& current, UserInterface& ui) {
+  FileDialogRequest request{FileDialogKind::Open, GetResString(61), GetResString(62), false};
+  const std::string fileName = ui.ChooseFile(request);
+  if (fileName.empty()) return false;
+  AirfoilPtr imported = LoadFile(fileName, ui);
+  ImportInto(current, *imported);
+  return true;
+}
+
+bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
+  switch (OutputFormatOf(fileName)) {
+    case OutputFormat::Pef:
+      WriteToPEF(airfoil, fileName);
+      return true;
+    case OutputFormat::Xfoil:
+      WriteToPOL(airfoil, fileName);
+      return true;
+    case OutputFormat::Xml:
+      WriteToXML(airfoil, fileName);
+      return true;
+    case OutputFormat::Eppler:
+      // The Eppler input writer is not written yet; say so rather than
+      // leave an empty file behind.
+      ui.ShowMessage(Language() == kGerman ? "Eppler-Eingabedateien (.epp) können noch nicht "
+                                             "geschrieben werden."
+                                           : "Eppler input files (.epp) cannot be written yet.",
+                     ErrorTitle(), MessageIcon::Information);
+      return false;
+    case OutputFormat::Unknown:
+      break;
+  }
+  ui.ShowMessage(GetResString(73) + "\r\n'" + fileName + "'", ErrorTitle(), MessageIcon::Critical);
+  return false;
+}
+
+bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60), GetResString(82), true};
+  const std::string fileName = ui.ChooseFile(request);
+  if (fileName.empty()) return false;
+  ExportAirfoil(airfoil, fileName, ui);
+  return true;
+}
+
+std::string BatchTargetName(const std::string& pefName) {
+  std::string upper = pefName;
+  std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
+  const size_t dot = upper.rfind(".PEF");
+  if (dot == std::string::npos) return pefName + ".xml";
+  return pefName.substr(0, dot + 1) + "xml";
+}
+
+std::vector<std::string> PefFilesOf(const std::string& directory) {
+  std::error_code error;
+  std::filesystem::directory_iterator it(directory, error);
+  if (error) throw FileNotFoundError(directory);
+  std::vector<std::string> names;
+  for (const auto& entry : it) {
+    std::string name = entry.path().filename().string();
+    if (EndsWithPef(name) && !entry.is_directory(error)) names.push_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
+  struct ReadyAtEnd {
+    UserInterface& ui;
+    ~ReadyAtEnd() { ui.SetStatusText(GetResString(3)); }
+  } ready{ui};
+  std::string prefix = directory;
+  if (!prefix.empty() && prefix.back() != '/') prefix += '/';
+  for (const std::string& name : PefFilesOf(directory)) {
+    AirfoilPtr airfoil = LoadFile(prefix + name, ui);
+    const std::string target = BatchTargetName(name);
+    ui.SetStatusText(name + " -> " + target);
+    WriteToXML(*airfoil, prefix + target);
+  }
+}
+
+bool BatchConvert(UserInterface& ui) {
+  // The same title as Import, as it always was.
+  FileDialogRequest request{FileDialogKind::Open, GetResString(61), GetResString(62), false};
+  const std::string fileName = ui.ChooseFile(request);
+  const size_t slash = fileName.rfind('/');
+  if (fileName.empty() || slash == std::string::npos) {
+    ui.SetStatusText(GetResString(3));
+    return false;
+  }
+  BatchConvertDirectory(fileName.substr(0, slash + 1), ui);
+  return true;
+}
+
+}  // namespace tavilo

@@ -1,0 +1,53 @@
+#pragma once
+// Import, export and the batch conversion of PEF files to XML, with and
+// without the file dialog (the command-line converter names its files).
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "model/airfoil.h"
+#include "ui/user_interface.h"
+
+namespace tavilo {
+
+enum class OutputFormat { Pef, Xfoil, Eppler, Xml, Unknown };
+
+// The writer for `fileName` by its last four characters in upper case:
+// ".PEF", ".POL", ".EPP", ".XML".
+OutputFormat OutputFormatOf(std::string_view fileName);
+
+// Adds every set of `imported` to `current` (shared, not copied); `current`
+// takes the imported name only when it had no set.
+void ImportInto(Airfoil& current, const Airfoil& imported);
+
+// File/Import: asks for a file, loads it and imports it. False on cancel.
+bool ImportFile(Airfoil& current, UserInterface& ui);
+
+// Writes the selected polars of `airfoil` to `fileName` in the format its
+// extension names. An unknown extension shows "Unknown File Format!", a line
+// break and the name in single quotes, and writes nothing. Returns whether
+// a file was written; raises FileAccessError when it cannot be.
+bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui);
+
+// File/Export: asks for a file name and exports to it. False on cancel.
+bool ExportFile(const Airfoil& airfoil, UserInterface& ui);
+
+// The XML name for a PEF file name: up to and including the dot of its last
+// ".pef" (any case), then "xml" ("wing.PEF" -> "wing.xml").
+std::string BatchTargetName(const std::string& pefName);
+
+// The names of the PEF files of `directory` (extension in any case), sorted.
+// FileNotFoundError when the directory cannot be listed.
+std::vector<std::string> PefFilesOf(const std::string& directory);
+
+// Converts every PEF file of `directory` to XML beside it, showing
+// "name -> target" as status text for each, and "Ready." at the end, also
+// when an error ends the run (the error is raised after that).
+void BatchConvertDirectory(const std::string& directory, UserInterface& ui);
+
+// The batch command: asks for any file of the directory to convert. False
+// on cancel.
+bool BatchConvert(UserInterface& ui);
+
+}  // namespace tavilo

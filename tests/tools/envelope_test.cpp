@@ -1,0 +1,132 @@
+#include "tools/envelope.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "formats/pef.h"
+#include "model/errors.h"
+#include "support/recording_ui.h"
+#include "support/temp_dir.h"
+
+namespace tavilo {
+namespace {
+
+using testing::RecordingUserInterface;
+using testing::TempDir;
+
+// A polar with Cl from 0 to 1 in steps of 0.25 and Cd = base + slope * Cl^2.
+PolarPtr DragPolar(double re, double base, double slope = 0.01, bool selected = true) {
+  auto polar = std::make_shared<Polar>();
+  polar->ReynoldsNumber = re;
+  polar->Selected = selected;
+  for (int i = 0; i <= 4; ++i) {
+    PolarPoint p;
+    p.Cl = 0.25 * i;
+    p.Cd = base + slope * p.Cl * p.Cl;
+    p.Alfa = 8.0 * p.Cl;
+    p.Cm = -0.05;
+    p.TU = 0.5;
+    p.TL = 0.9;
+    polar->AddPoint(p);
+  }
+  return polar;
+}
+
+Airfoil AirfoilOf(std::initializer_list<PolarPtr> polars) {
+  Airfoil airfoil;
+  airfoil.Name = "E387";
+  auto set = std::make_shared<Configuration>();
+  for (const PolarPtr& p : polars) set->AddPolar(p);
+  airfoil.AddConfiguration(set);
+  return airfoil;
+}
+
+TEST(Envelope, OnePolarIsResampledNearAStepOfFiveHundredths) {
+  Airfoil airfoil = AirfoilOf({DragPolar(200000, 0.01)});
+  PolarPtr envelope = BuildEnvelope(airfoil);
+  ASSERT_TRUE(envelope);
+  // Cl 0 .. 1 gives 20 intervals and 21 grid points; the last, Cl 1 itself,
+  // is the polar's last point and so counts as outside its data.
+  EXPECT_EQ(envelope->PointCount(), 20);
+  EXPECT_DOUBLE_EQ(envelope->Cl(1), 0.0);
+  EXPECT_NEAR(envelope->Cl(11), 0.5, 1e-12);
+  EXPECT_NEAR(envelope->Cd(11), 0.0125, 1e-12);
+  EXPECT_NEAR(envelope->Alfa(11), 4.0, 1e-12);
+  EXPECT_EQ(envelope->ReynoldsNumber, 200000);
+  EXPECT_TRUE(envelope->Selected);
+  EXPECT_EQ(envelope->MachNumber, 0);
+  EXPECT_EQ(envelope->Name, "");
+}
+
+TEST(Envelope, TakesTheLowestDragAndKeepsTheEarlierPolarOnTies) {
+  PolarPtr high = DragPolar(200000, 0.02);
+  PolarPtr low = DragPolar(200000, 0.01);
+  PolarPtr sameAsLow = DragPolar(200000, 0.01);
+  sameAsLow->Point(2).Alfa = -42.0;  // marks points taken from the later polar
+  PolarPtr envelope = BuildEnvelope(AirfoilOf({high, low, sameAsLow}));
+  ASSERT_TRUE(envelope);
+  for (int i = 1; i <= envelope->PointCount(); ++i) {
+    EXPECT_DOUBLE_EQ(envelope->Cd(i), low->InterpolateAtCl(envelope->Cl(i)).Cd);
+    EXPECT_GE(envelope->Alfa(i), 0.0) << "Cl " << envelope->Cl(i);
+  }
+}
+
+TEST(Envelope, TheReynoldsNumberNeedsTheSummedDeviationUnderOnePercent) {
+  auto re = [](double a, double b) {
+    return BuildEnvelope(AirfoilOf({DragPolar(a, 0.01), DragPolar(b, 0.02)}))->ReynoldsNumber;
+  };
+  EXPECT_EQ(re(200000, 200000), 200000);
+  EXPECT_EQ(re(200000, 300000), 0) << "shown as Re=n.a.";
+  EXPECT_EQ(re(200000, 201000), 200500) << "summed deviation 1000 < 2005";
+  EXPECT_EQ(re(200000, 204100), 0) << "summed deviation 4100 > 2020.5";
+}
+
+TEST(Envelope, OnlySelectedPolarsCountAndNoneMeansNothing) {
+  Airfoil none = AirfoilOf({DragPolar(200000, 0.01, 0.01, false)});
+  EXPECT_EQ(BuildEnvelope(none), nullptr);
+  TempDir dir;
+  EXPECT_EQ(MakeEnvelope(none, dir.File("Envelope.pef")), nullptr);
+  EXPECT_EQ(none.ConfigCount(), 1);
+  EXPECT_FALSE(std::filesystem::exists(dir.File("Envelope.pef")));
+  Airfoil mixed = AirfoilOf({DragPolar(300000, 0.001, 0.01, false), DragPolar(200000, 0.01)});
+  EXPECT_EQ(BuildEnvelope(mixed)->ReynoldsNumber, 200000);
+}
+
+TEST(Envelope, AddsASetAndWritesItAloneUnderTheAirfoilsName) {
+  TempDir dir;
+  const std::string path = dir.File("Envelope.pef");
+  dir.Write("Envelope.pef", "an older envelope");
+  Airfoil airfoil = AirfoilOf({DragPolar(200000, 0.01)});
+  ConfigurationPtr first = MakeEnvelope(airfoil, path);
+  MakeEnvelope(airfoil, path);
+  ASSERT_EQ(airfoil.ConfigCount(), 3) << "running twice adds two sets";
+  EXPECT_EQ(airfoil.Configuration(2), first);
+  EXPECT_EQ(airfoil.Configuration(3)->Name, "Envelope");
+
+  RecordingUserInterface ui;
+  Airfoil written;
+  ReadFromPEF(written, path, ui);
+  EXPECT_EQ(written.Name, "E387");
+  ASSERT_EQ(written.ConfigCount(), 1);
+  EXPECT_EQ(written.Configuration(1)->Name, "Envelope");
+  EXPECT_EQ(written.Configuration(1)->Polar(1)->PointCount(), 20);
+}
+
+TEST(Envelope, PointsAtOneLiftCoefficientCannotBeGridded) {
+  auto flat = std::make_shared<Polar>();
+  flat->Selected = true;
+  PolarPoint p;
+  p.Cl = 0.5;
+  p.Cd = 0.01;
+  flat->AddPoint(p);
+  EXPECT_THROW(BuildEnvelope(AirfoilOf({flat})), DivisionByZeroError);
+  auto empty = std::make_shared<Polar>();
+  empty->Selected = true;
+  PolarPtr envelope = BuildEnvelope(AirfoilOf({empty}));
+  ASSERT_TRUE(envelope) << "selected polars without points give an empty envelope";
+  EXPECT_EQ(envelope->PointCount(), 0);
+}
+
+}  // namespace
+}  // namespace tavilo
