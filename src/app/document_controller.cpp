@@ -1,7 +1,9 @@
 #include "document_controller.h"
 
 #include "error_guard.h"
-#include "file_actions.h"
+#include "fileio/load.h"
+#include "fileio/transfer.h"
+#include "tools/envelope.h"
 #include "tree/structure_tree.h"
 
 namespace tavilo {
@@ -33,8 +35,7 @@ void DocumentController::NewAirfoil() {
 
 void DocumentController::Import() {
   RunGuarded(ui_, [&] {
-    ImportFile(*current_, ui_);
-    ShowChanged();
+    if (ImportFile(*current_, ui_)) ShowChanged();
   });
 }
 
@@ -44,6 +45,15 @@ void DocumentController::Export() {
 
 void DocumentController::BatchConvert() {
   RunGuarded(ui_, [&] { tavilo::BatchConvert(ui_); });
+}
+
+void DocumentController::Envelope() {
+  RunGuarded(ui_, [&] {
+    // Written beside the program's working directory, where it always went.
+    if (MakeEnvelope(*current_, "Envelope.pef") == nullptr) return;
+    view_.UpdateTreeView();
+    view_.RefreshPlots();
+  });
 }
 
 void DocumentController::SortReynolds() { Sort(false); }

@@ -34,6 +34,9 @@ class DocumentController {
   void Import();
   void Export();
   void BatchConvert();
+  // Adds the Cd-min envelope of the selected polars as a new set and writes
+  // it to "Envelope.pef" in the working directory.
+  void Envelope();
   void SortReynolds();
   void SortMach();
 

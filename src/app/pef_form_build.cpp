@@ -82,7 +82,8 @@ void PEFForm::BuildMenus() {
 
   QMenu* tools = menuBar()->addMenu(QString());
   tools->setObjectName("mnuTools");
-  AddAction(tools, "mnuToolsEnvelope", &PEFForm::NotAvailableYet);
+  QAction* envelope = AddAction(tools, "mnuToolsEnvelope", nullptr);
+  connect(envelope, &QAction::triggered, this, [this] { document_->Envelope(); });
   AddAction(tools, "mnuToolsApproximate", &PEFForm::NotAvailableYet);
   QAction* sortRe = AddAction(tools, "mnuToolsSortRe", nullptr);
   QAction* sortMach = AddAction(tools, "mnuToolsSortMach", nullptr);

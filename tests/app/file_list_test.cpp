@@ -205,6 +205,32 @@ TEST_F(FileBrowsing, DragFileWithSeveralAirfoilsAsksWhichOneToShow) {
   EXPECT_EQ(Find<QLabel>("ProfilName")->text(), "WASP");
 }
 
+TEST_F(FileBrowsing, BatchConvertsThePefFilesOfTheChosenFilesDirectory) {
+  const std::string sample = FileBytes(std::string(TAVILO_EXAMPLES) + "/naca2412.pef");
+  dir.Write("wing.PEF", sample);
+  dir.Write("tail.pef", sample);
+  PEFForm& form = Start();
+  form.UserInterfaceImpl().SetFileChooser(
+      [&](const FileDialogRequest&, const QString&) { return dir.File("wing.PEF"); });
+  MessageBoxCatcher boxes;
+  Action("mnuBatch")->trigger();
+  EXPECT_TRUE(boxes.seen.empty());
+  EXPECT_TRUE(std::filesystem::exists(dir.File("wing.xml")));
+  EXPECT_TRUE(std::filesystem::exists(dir.File("tail.xml")));
+  EXPECT_EQ(form.statusBar()->currentMessage(), "Ready.");
+  // The document is left alone.
+  EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
+}
+
+TEST_F(FileBrowsing, EnvelopeAddsASetAndWritesItsFile) {
+  PEFForm& form = Start();
+  form.Document().OpenFile(std::string(TAVILO_EXAMPLES) + "/naca2412.xml");
+  Action("mnuToolsEnvelope")->trigger();
+  ASSERT_EQ(form.Document().Current().ConfigCount(), 2);
+  EXPECT_EQ(form.Document().Current().Configuration(2)->Name, "Envelope");
+  EXPECT_TRUE(std::filesystem::exists(dir.File("Envelope.pef")));
+}
+
 TEST_F(FileBrowsing, EverySampleInExamplesIsListedAndLoads) {
   PEFForm& form = Start();
   ASSERT_TRUE(form.Browser().SetPath(TAVILO_EXAMPLES));
