@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QMouseEvent>
+#include <QTabWidget>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -56,6 +57,13 @@ int main(int argc, char** argv) {
     QApplication::processEvents();
     const QString suffix = language == tavilo::kEnglish ? "en" : "de";
     Save(&window, prefix + "-main-" + suffix + ".png");
+    auto* tabs = window.findChild<QTabWidget*>("theTabStrip");
+    for (int tab = 1; tab < tabs->count(); ++tab) {
+      tabs->setCurrentIndex(tab);
+      QApplication::processEvents();
+      Save(&window, prefix + "-tab" + QString::number(tab) + "-" + suffix + ".png");
+    }
+    tabs->setCurrentIndex(0);
     auto* about = window.findChild<tavilo::AboutDialog*>("frmAbout");
     about->show();
     QApplication::processEvents();
