@@ -124,6 +124,24 @@ void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
   int64_t y = int64_t((y0 + gradient * (first - x0) + 2) * kOne + 0.5) - int64_t(2 * kOne);
   int64_t step = int64_t(gradient * kOne + (gradient < 0 ? -0.5 : 0.5));
   uint32_t pixel = color | 0xff000000u;
+  // Most segments lie wholly inside the clip: their pixels need no test.
+  const int64_t yEnd = y + step * (last - first);
+  const int minRow = int(std::min(y, yEnd) >> 16), maxRow = int(std::max(y, yEnd) >> 16) + 1;
+  const bool inside = steep ? first >= clipTop_ && last < clipBottom_ && minRow >= clipLeft_ &&
+                                  maxRow < clipRight_
+                            : first >= clipLeft_ && last < clipRight_ && minRow >= clipTop_ &&
+                                  maxRow < clipBottom_;
+  if (inside) {
+    const qsizetype along = steep ? stride_ : 1, across = steep ? 1 : stride_;
+    for (int x = first; x <= last; ++x, y += step) {
+      if (x == skip) continue;
+      uint32_t lower = uint32_t((y >> 8) & 0xff);
+      uint32_t* p = bits_ + x * along + (y >> 16) * across;
+      if (lower != 255) p[0] = lower == 0 ? pixel : Interpolate(pixel, 255 - lower, p[0], lower);
+      if (lower != 0) p[across] = lower == 255 ? pixel : Interpolate(pixel, lower, p[across], 255 - lower);
+    }
+    return;
+  }
   for (int x = first; x <= last; ++x, y += step) {
     if (x == skip) continue;
     int row = int(y >> 16);
