@@ -3,7 +3,11 @@
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QDir>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
 #include <QLabel>
+#include <QListWidget>
 #include <QMenu>
 #include <QScreen>
 #include <QStatusBar>
@@ -97,6 +101,8 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
     resize(size().boundedTo(screen()->availableSize()));
   }
   client_->installEventFilter(this);
+  setAcceptDrops(true);
+  browser_->Files()->setFocus();
 }
 
 PEFForm::~PEFForm() = default;
@@ -240,6 +246,29 @@ void PEFForm::SaveSettings() {
   settings.path = browser_->Path();
   WriteSettings(settings);
   WriteWindowGeometry(saveGeometry());
+}
+
+namespace {
+
+QString DroppedFile(const QMimeData* data) {
+  if (data == nullptr) return {};
+  for (const QUrl& url : data->urls()) {
+    if (url.isLocalFile()) return url.toLocalFile();
+  }
+  return {};
+}
+
+}  // namespace
+
+void PEFForm::dragEnterEvent(QDragEnterEvent* event) {
+  if (!DroppedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+}
+
+void PEFForm::dropEvent(QDropEvent* event) {
+  const QString file = DroppedFile(event->mimeData());
+  if (file.isEmpty()) return;
+  event->acceptProposedAction();
+  document_->OpenFile(file.toStdString());
 }
 
 void PEFForm::closeEvent(QCloseEvent* event) {

@@ -56,6 +56,9 @@ class PEFForm : public QMainWindow, public DocumentView {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  // A polar file dropped on the window opens as if chosen in the file list.
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:

@@ -4,7 +4,9 @@
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLabel>
+#include <QMimeData>
 #include <QPushButton>
+#include <QUrl>
 #include <QStatusBar>
 #include <fstream>
 
@@ -229,6 +231,20 @@ TEST_F(FileBrowsing, EnvelopeAddsASetAndWritesItsFile) {
   ASSERT_EQ(form.Document().Current().ConfigCount(), 2);
   EXPECT_EQ(form.Document().Current().Configuration(2)->Name, "Envelope");
   EXPECT_TRUE(std::filesystem::exists(dir.File("Envelope.pef")));
+}
+
+TEST_F(FileBrowsing, AFileDroppedOnTheWindowOpens) {
+  const std::string path = WritePolarFile(dir, "dropped.xml", "Dropped");
+  PEFForm& form = Start();
+  QMimeData data;
+  data.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
+  QDragEnterEvent enter(QPoint(300, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&form, &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(QPointF(300, 300), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&form, &drop);
+  EXPECT_EQ(form.Document().Current().Name, "Dropped");
+  EXPECT_EQ(form.windowTitle().toStdString(), "Tavilo - " + path);
 }
 
 TEST_F(FileBrowsing, EverySampleInExamplesIsListedAndLoads) {
