@@ -16,39 +16,21 @@ using testing::CallKind;
 using testing::RecordingSurface;
 using testing::SurfaceCall;
 
-std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines) {
+std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines, bool vertical = true) {
   std::vector<SurfaceCall> found;
   for (const SurfaceCall& l : lines)
-    if (l.x1 == l.x2) found.push_back(l);
+    if (vertical ? l.x1 == l.x2 : l.y1 == l.y2) found.push_back(l);
   return found;
 }
+std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) { return Vertical(lines, false); }
 
-std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) {
-  std::vector<SurfaceCall> found;
-  for (const SurfaceCall& l : lines)
-    if (l.y1 == l.y2) found.push_back(l);
-  return found;
-}
-
-TEST(RangeLists, HoldTheItemsInListOrderWithTheirInitialSelections) {
-  EXPECT_EQ(kClMaxList.count, 6);
-  EXPECT_EQ(kClMaxItems.front(), "0.5");
+TEST(RangeLists, InitialSelectionsGiveTheDefaultRangesAndTextWithoutANumberReadsZero) {
   EXPECT_EQ(kCdMaxItems.front(), "2.0");  // drag runs from the largest down
-  EXPECT_EQ(kCdMaxItems.back(), "0.01");
-  PlotRanges fromLists = ParseRanges(kClMaxItems[kClMaxList.initialIndex],
-                                     kClMinItems[kClMinList.initialIndex],
-                                     kCdMaxItems[kCdMaxList.initialIndex],
-                                     kAlfaMaxItems[kAlfaMaxList.initialIndex]);
-  EXPECT_EQ(fromLists, PlotRanges{});
+  EXPECT_EQ(ParseRanges(kClMaxItems[kClMaxList.initialIndex], kClMinItems[kClMinList.initialIndex],
+                        kCdMaxItems[kCdMaxList.initialIndex], kAlfaMaxItems[kAlfaMaxList.initialIndex]),
+            PlotRanges{});
   EXPECT_EQ(PlotRanges{}.AlfaMin(), -15.0);
-}
-
-TEST(RangeLists, TextWithoutANumberReadsZero) {
-  PlotRanges ranges = ParseRanges(" 2.5", "abc", "0.05 mm", "");
-  EXPECT_EQ(ranges.clMax, 2.5);
-  EXPECT_EQ(ranges.clMin, 0.0);
-  EXPECT_EQ(ranges.cdMax, 0.05);
-  EXPECT_EQ(ranges.alfaMax, 0.0);
+  EXPECT_EQ(ParseRanges(" 2.5", "abc", "0.05 mm", ""), (PlotRanges{2.5, 0.0, 0.05, 0.0}));
 }
 
 TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
@@ -67,10 +49,8 @@ TEST(ClAlfaFrame, FillsTheSurfaceWithTheRangesAndDropsTheGridLineRoundingPushesO
   RecordingSurface surface;
   DrawClAlfaFrame(surface, PlotRanges{});
   ASSERT_EQ(surface.calls[0].kind, CallKind::Clear);
-  EXPECT_EQ(surface.ScaleLeft(), -15.0);
-  EXPECT_EQ(surface.ScaleTop(), 1.5);
-  EXPECT_EQ(surface.ScaleWidth(), 30.0);
-  EXPECT_EQ(surface.ScaleHeight(), -2.0);
+  EXPECT_EQ((std::vector<double>{surface.ScaleLeft(), surface.ScaleTop(), surface.ScaleWidth(), surface.ScaleHeight()}),
+            (std::vector<double>{-15, 1.5, 30, -2}));
 
   auto grid = surface.Lines(kGridColor);
   auto vertical = Vertical(grid);
@@ -155,16 +135,12 @@ TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
     EXPECT_GT(texts[i].y1 + surface.TextHeight("0"), axes[i + 1].y2);
   }
   EXPECT_EQ(texts[4].text, "Airfoil: NACA 4412");
-  EXPECT_EQ(texts[4].x1, 0.025 / 50);
-  EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
-}
-
-TEST(ClCdFrame, TitleFollowsTheLanguage) {
   SetLanguage(kGerman);
-  RecordingSurface surface;
   DrawClCdFrame(surface, PlotRanges{}, "E387");
   SetLanguage(kEnglish);
   EXPECT_EQ(surface.Calls(CallKind::Print).back().text, "Profil: E387");
+  EXPECT_EQ(texts[4].x1, 0.025 / 50);
+  EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
 }
 
 TEST(Frames, AHugeTypedRangeEndsTheGridInsteadOfLoopingForever) {

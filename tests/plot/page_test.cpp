@@ -19,47 +19,30 @@ using testing::RecordingSurface;
 using testing::SurfaceCall;
 
 TEST(PageMappings, NominalScalesTimesTheirFactors) {
-  PageFactors unit;
-  EXPECT_FLOAT_EQ(AlfaMM(10, unit), 25.0f);
-  EXPECT_FLOAT_EQ(ClMM(1, unit), 50.0f);
-  EXPECT_FLOAT_EQ(CmMM(0.1f, unit), -25.0f);  // positive moments go the other way
-  EXPECT_FLOAT_EQ(CdMM(0.01f, unit), 50.0f);
-  EXPECT_FLOAT_EQ(XcMM(1, unit), 50.0f);
-  PageFactors half{0.5f, 2.0f};
-  EXPECT_FLOAT_EQ(AlfaMM(10, half), 12.5f);
-  EXPECT_FLOAT_EQ(CmMM(0.1f, half), -12.5f);
-  EXPECT_FLOAT_EQ(XcMM(1, half), 25.0f);
-  EXPECT_FLOAT_EQ(CdMM(0.01f, half), 100.0f) << "drag takes kd, not k";
-  EXPECT_FLOAT_EQ(ClMM(1, half), 25.0f);
-  // The widest drag range keeps 5 mm per 0.001: the page factor must shrink it.
-  EXPECT_FLOAT_EQ(CdMM(2.0f, unit), 10000.0f);
+  const PageFactors unit, half{0.5f, 2.0f};
+  const struct {
+    float (*map)(float, const PageFactors&);
+    float value;
+    float unitMM, halfMM;
+  } cases[] = {
+      {AlfaMM, 10, 25, 12.5f}, {ClMM, 1, 50, 25},       {CmMM, 0.1f, -25, -12.5f},  // positive moments go down
+      {XcMM, 1, 50, 25},       {CdMM, 0.01f, 50, 100},  // drag takes kd, not k
+      {CdMM, 2.0f, 10000, 20000},
+  };
+  for (const auto& c : cases) {
+    EXPECT_FLOAT_EQ(c.map(c.value, unit), c.unitMM) << c.value;
+    EXPECT_FLOAT_EQ(c.map(c.value, half), c.halfMM) << c.value;
+  }
+  // Divide before multiplying: 0.3 / 0.1 is 2.9999999999999996 in double, unlike 0.3 * 50.
+  EXPECT_EQ(ClMM(0.3f, unit), static_cast<float>((double(0.3f) / 0.1) * 5));
+  EXPECT_EQ(CdMM(0.007f, unit), static_cast<float>((double(0.007f) / 0.001) * 5));
+  EXPECT_THROW(ClMM(std::numeric_limits<float>::max(), unit), OverflowError);
+  EXPECT_THROW(CdMM(std::numeric_limits<float>::max(), unit), OverflowError);
 }
 
-TEST(PageMappings, DivideBeforeMultiplying) {
-  // 0.3 / 0.1 is 2.9999999999999996 in double, unlike 0.3 * 50.
-  float cl = 0.3f;
-  EXPECT_EQ(ClMM(cl, PageFactors{}), static_cast<float>((double(cl) / 0.1) * 5 * 1.0f));
-  float cd = 0.007f;
-  EXPECT_EQ(CdMM(cd, PageFactors{}), static_cast<float>((double(cd) / 0.001) * 5 * 1.0f));
-}
-
-TEST(PageMappings, AResultBeyondSinglePrecisionIsAnOverflow) {
-  float big = std::numeric_limits<float>::max();
-  EXPECT_THROW(ClMM(big, PageFactors{}), OverflowError);
-  EXPECT_THROW(CdMM(big, PageFactors{}), OverflowError);
-  EXPECT_THROW(AlfaMM(big, PageFactors{1.0f, 1.0f}), OverflowError);
-}
-
-TEST(LayoutMaxima, EqualityReturnsTheSecondArgument) {
-  EXPECT_EQ(sMax(2, 1), 2);
-  EXPECT_EQ(sMax(1, 2), 2);
-  float positiveZero = 0.0f, negativeZero = -0.0f;
-  EXPECT_TRUE(std::signbit(sMax(positiveZero, negativeZero))) << "b on equality";
-  EXPECT_EQ(nMax(-3, -3), -3);
-  EXPECT_EQ(nMax(5, -7), 5);
-}
-
-TEST(Rectangle, FillDrawsASolidBoxWhateverTheFillStyleWas) {
+TEST(PageLayout, MaximaReturnTheSecondOnEqualityAndFillDrawsASolidBox) {
+  EXPECT_EQ(sMax(2, 1) + sMax(1, 2) + nMax(5, -7), 9);
+  EXPECT_TRUE(std::signbit(sMax(0.0f, -0.0f)));
   RecordingSurface s;
   s.SetFillStyle(kFillTransparent);
   s.calls.clear();
@@ -70,32 +53,11 @@ TEST(Rectangle, FillDrawsASolidBoxWhateverTheFillStyleWas) {
   r.Height = 5;
   r.Fill(s, Color::Palette(12));
   ASSERT_EQ(s.calls.size(), 3u);
-  EXPECT_EQ(s.calls[0].kind, CallKind::FillColor);
   EXPECT_EQ(s.calls[0].color, Color::Palette(12));
-  EXPECT_EQ(s.calls[1].kind, CallKind::FillStyle);
   EXPECT_EQ(s.calls[1].value, kFillSolid);
   const SurfaceCall& box = s.calls[2];
   EXPECT_EQ(box.lineKind, LineKind::Box);
-  EXPECT_EQ(box.x1, 20);
-  EXPECT_EQ(box.y1, 10);
-  EXPECT_EQ(box.x2, 50);
-  EXPECT_EQ(box.y2, 15);
-}
-
-TEST(Rectangle, TranslateMovesWithoutResizing) {
-  Rectangle r;
-  r.Top = 1;
-  r.Left = 2;
-  r.Width = 3;
-  r.Height = 4;
-  r.Translate(0, 0);
-  EXPECT_EQ(r.Top, 1);
-  EXPECT_EQ(r.Left, 2);
-  r.Translate(-2, 5);
-  EXPECT_EQ(r.Left, 0);
-  EXPECT_EQ(r.Top, 6);
-  EXPECT_EQ(r.Width, 3);
-  EXPECT_EQ(r.Height, 4);
+  EXPECT_EQ((std::vector<double>{box.x1, box.y1, box.x2, box.y2}), (std::vector<double>{20, 10, 50, 15}));
 }
 
 // A page of 200 x 280 mm with its vertical axis growing upwards.
@@ -150,19 +112,15 @@ TEST(PrintedAxes, ZeroGridLineIsLeftOutOnRequestDespiteRounding) {
   EXPECT_EQ(page.Labels(), (std::vector<std::string>{"-0.5", "0.0", "0.5", "1.0", "1.5", "Cl"}));
 }
 
-TEST(PrintedAxes, NoGridWithoutTheGridSwitch) {
-  Page page;
-  XcAxis(page.Axis(0, 1), false, false);
-  EXPECT_TRUE(page.GridLines().empty());
-  EXPECT_EQ(page.Labels().back(), "x/c");
-}
-
-TEST(PrintedAxes, DragAxisUsesTheScreenSteps) {
+TEST(PrintedAxes, DragAxisUsesTheScreenStepsAndNoGridWithoutTheSwitch) {
   Page page;
   CdAxis(page.Axis(0, 0.02), false, true);
   EXPECT_EQ(page.GridLines().size(), 21u);  // every 0.001
-  EXPECT_EQ(page.Labels(),
-            (std::vector<std::string>{"0.000", "0.005", "0.010", "0.015", "0.020", "Cd"}));
+  EXPECT_EQ(page.Labels(), (std::vector<std::string>{"0.000", "0.005", "0.010", "0.015", "0.020", "Cd"}));
+  Page noGrid;
+  XcAxis(noGrid.Axis(0, 1), false, false);
+  EXPECT_TRUE(noGrid.GridLines().empty());
+  EXPECT_EQ(noGrid.Labels().back(), "x/c");
 }
 
 TEST(PrintedAxes, MomentLabelsCountDownAndStandLeftOfTheOrigin) {
@@ -179,9 +137,7 @@ TEST(PrintedAxes, MomentLabelsCountDownAndStandLeftOfTheOrigin) {
     double centre = prints[i].x1 + page.surface.TextWidth(prints[i].text) / 2;
     EXPECT_NEAR(centre, 100 - kCmLabelOffset, 1e-9);
   }
-  // Positive moments lie below the origin on the page.
-  const SurfaceCall& first = prints[0];
-  EXPECT_LT(first.y1, 150);
+  EXPECT_LT(prints[0].y1, 150) << "positive moments lie below the origin";
 }
 
 }  // namespace
