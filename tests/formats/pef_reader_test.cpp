@@ -68,8 +68,7 @@ TEST(PefReader, MissingSetsAndPolarsReadEmpty) {
   const Configuration& first = *airfoil.Configuration(1);
   EXPECT_EQ(first.Name + "|" + first.Origin, "one|XFOIL");
   ASSERT_EQ(first.PolarCount(), 2);
-  EXPECT_EQ(first.Polar(1)->PointCount(), 0);
-  EXPECT_TRUE(first.Polar(1)->Selected);
+  EXPECT_TRUE(first.Polar(1)->Selected && first.Polar(1)->PointCount() == 0);
   EXPECT_EQ(first.Polar(2)->ReynoldsNumber, 1e5);
   EXPECT_EQ(airfoil.Configuration(2)->PolarCount(), 0);
 }
@@ -113,53 +112,34 @@ TEST(PefReader, PointsAreFoundByKeyAndHugeCountsAreBounded) {
   EXPECT_TRUE(ui.messages.empty());
 }
 
-double Rounded(double value, const char* pattern) { return LeadingNumber(FormatNumber(value, pattern)); }
-
+// Set 1 named with an origin, set 2 unnamed; three polars each.
 Airfoil ModelWithTwoSets() {
   Airfoil airfoil;
   airfoil.Name = "NACA 2412";
-  for (int s = 0; s < 2; ++s) {
+  std::vector<PolarPoint> points;
+  for (int i = 0; i < 120; ++i) points.push_back({-5 + i * 0.12345, 0.01 * i, 0.0061234 + i * 1e-5, -0.05, 0.61234, 1, N, N});
+  for (const char* name : {"Flap 0", ""}) {
     auto config = std::make_shared<Configuration>();
-    config->Name = s == 0 ? "Flap 0" : "";
-    config->Origin = s == 0 ? "XFOIL" : "";
-    for (int p = 0; p < 3; ++p) {
-      std::vector<PolarPoint> points;
-      for (int i = 0; i < 120; ++i)
-        points.push_back({-5 + i * 0.12345, 0.01 * i, 0.0061234 + i * 1e-5, -0.05, 0.61234, 1.0, N, N});
+    config->Name = config->Origin = name;
+    for (int p = 0; p < 3; ++p)
       config->AddPolar(testing::MakePolar(100000.4 * (p + 1), 0.3 * p, true, points, "Re " + std::to_string(p)));
-    }
     airfoil.AddConfiguration(config);
   }
   return airfoil;
 }
 
-TEST(PefReader, WrittenFileReadsBackToTheWrittenDecimals) {
-  const Airfoil original = ModelWithTwoSets();
+TEST(PefReader, WrittenFileReadsBackToTheWrittenText) {
+  const std::string written = PefText(ModelWithTwoSets());
   RecordingUserInterface ui;
-  Airfoil read = ReadText(PefText(original), ui);
+  Airfoil read = ReadText(written, ui);
   EXPECT_TRUE(ui.messages.empty());
-  EXPECT_EQ(read.Name, original.Name);
   EXPECT_EQ(read.Configuration(1)->Description2, kCopyrightNotice);  // the first of two
   EXPECT_EQ(read.Configuration(2)->Name, kCopyrightNotice);          // an unnamed set
   EXPECT_EQ(read.Configuration(2)->Origin, "Tavilo");
-  for (int s = 1; s <= 2; ++s) {
-    ASSERT_EQ(read.Configuration(s)->PolarCount(), 3);
-    for (int p = 1; p <= 3; ++p) {
-      const Polar& want = *original.Configuration(s)->Polar(p);
-      const Polar& got = *read.Configuration(s)->Polar(p);
-      EXPECT_EQ(got.Name, want.Name);
-      EXPECT_EQ(got.ReynoldsNumber, Rounded(want.ReynoldsNumber, "0"));
-      EXPECT_EQ(got.MachNumber, Rounded(want.MachNumber, "0"));  // 0.3 reads 0, 0.6 reads 1
-      ASSERT_EQ(got.PointCount(), 120);
-      for (int i = 1; i <= 120; ++i) {
-        const PolarPoint& w = want.Point(i);
-        ASSERT_EQ(got.Point(i), (PolarPoint{Rounded(w.Alfa, "0.000"), Rounded(w.Cl, "0.000"),
-                                            Rounded(w.Cd, "0.00000"), Rounded(w.Cm, "0.0000"),
-                                            Rounded(w.TU, "0.000"), Rounded(w.TL, "0.000"), N, N}))
-            << "set " << s << " polar " << p << " point " << i;
-      }
-    }
-  }
+  EXPECT_EQ(read.Configuration(1)->Polar(3)->MachNumber, 1);  // 0.6 written as 1
+  // The writer adds its notice again.
+  read.Configuration(1)->Description2 = read.Configuration(2)->Name = "";
+  EXPECT_EQ(PefText(read), written);
 }
 
 TEST(PefReader, ConvertsToXmlAndBackThroughTheModel) {

@@ -47,21 +47,13 @@ TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
   Airfoil airfoil;
   ReadFromXML(airfoil, path, ui);
   EXPECT_TRUE(ui.messages.empty());
-  EXPECT_EQ(airfoil.Name, "Clark Y");
   ASSERT_EQ(airfoil.ConfigCount(), 2);
-  const Configuration& flap = *airfoil.Configuration(1);
-  EXPECT_EQ(flap.Name, "flap 0");
-  ASSERT_EQ(flap.PolarCount(), 1) << "the unselected polar was not written";
-  const Polar& polar = *flap.Polar(1);
-  EXPECT_EQ(polar.Name, "Re 200k");
-  EXPECT_EQ(polar.ReynoldsNumber, 200000);
-  EXPECT_EQ(polar.MachNumber, 0.05);
-  EXPECT_TRUE(polar.Selected);
-  ASSERT_EQ(polar.PointCount(), 2);
-  EXPECT_EQ(polar.Point(2), MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
-  EXPECT_EQ(airfoil.Configuration(2)->Name, "Airfoil Polar");
-  EXPECT_EQ(airfoil.Configuration(2)->Polar(1)->Name, "Polar");
+  EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), 1) << "the unselected polar was not written";
+  EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->Point(2), MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0));
+  EXPECT_EQ(airfoil.Configuration(2)->Name + "|" + airfoil.Configuration(2)->Polar(1)->Name, "Airfoil Polar|Polar");
   EXPECT_EQ(airfoil.Configuration(2)->Polar(1)->Point(1).Alfa, 0.239);
+  airfoil.Configuration(1)->Origin = "XFOIL";  // the only value not read back
+  EXPECT_EQ(XmlText(airfoil), ReadFileBytes(path));
   // With nothing selected the document is empty but valid.
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) airfoil.Configuration(i)->SetSelected(false);
   Airfoil back;
