@@ -109,9 +109,7 @@ TEST(XmlReader, NamesFallBackAsTheFormatDefines) {
   EXPECT_EQ(Read(Document("<name></name>"), ui).Name, "");
   // Without the airfoil's own name line the first set's name is taken.
   Airfoil airfoil = Read(Document("<configuration><name>flap</name></configuration>"), ui);
-  EXPECT_EQ(airfoil.Name, "flap");
-  ASSERT_EQ(airfoil.ConfigCount(), 1);
-  EXPECT_EQ(airfoil.Configuration(1)->Name, "flap");
+  EXPECT_EQ(airfoil.Name + "|" + airfoil.Configuration(1)->Name, "flap|flap");
   Airfoil unnamedSet = Read(Document("<name>A</name><configuration><polars></polars></configuration>"), ui);
   EXPECT_EQ(unnamedSet.Configuration(1)->Name, "") << "not the writer's \"Airfoil Polar\"";
   EXPECT_TRUE(ui.messages.empty());
@@ -134,10 +132,7 @@ TEST(XmlReader, ValuesAreTakenByPositionAndMissingOnesKeepTheMarker) {
   ASSERT_EQ(polar.PointCount(), 3);
   EXPECT_EQ(polar.Point(1), MakePoint(1.5, 0.3, 0.02));
   EXPECT_EQ(polar.Point(2), MakePoint(2, 0, 0)) << "Cl and Cd are always taken, absent ones as 0";
-  PolarPoint full = MakePoint(1, 2, 3, 4, 5, 6);
-  full.SU = 7;
-  full.SL = 8;
-  EXPECT_EQ(polar.Point(3), full);
+  EXPECT_EQ(polar.Point(3), (PolarPoint{1, 2, 3, 4, 5, 6, 7, 8}));
 }
 
 TEST(XmlReader, ElementsAreFoundByTextNotByNesting) {
@@ -153,7 +148,6 @@ TEST(XmlReader, ElementsAreFoundByTextNotByNesting) {
   const Configuration& set = *airfoil.Configuration(1);
   EXPECT_EQ(set.Name, "late") << "the first name inside the set, wherever it stands";
   ASSERT_EQ(set.PolarCount(), 2);
-  EXPECT_EQ(set.Polar(1)->Name, "late");
   EXPECT_EQ(set.Polar(1)->MachNumber, 0.2);
   EXPECT_EQ(set.Polar(2)->ReynoldsNumber, 200000);
   EXPECT_EQ(set.Polar(2)->PointCount(), 0);
@@ -185,12 +179,12 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevel) {
 TEST(XmlReader, AMissingFileNamesThePath) {
   RecordingUserInterface ui;
   Airfoil airfoil;
-  EXPECT_THROW(
-      try { ReadFromXML(airfoil, "/nonexistent/wing.xml", ui); } catch (const FileNotFoundError& error) {
-        EXPECT_NE(std::string(error.what()).find("/nonexistent/wing.xml"), std::string::npos);
-        throw;
-      },
-      FileNotFoundError);
+  try {
+    ReadFromXML(airfoil, "/nonexistent/wing.xml", ui);
+    ADD_FAILURE() << "no error";
+  } catch (const FileNotFoundError& error) {
+    EXPECT_NE(std::string(error.what()).find("/nonexistent/wing.xml"), std::string::npos);
+  }
 }
 
 TEST(XmlElements, ExtractAndContentFollowTheTextSearchRules) {

@@ -129,20 +129,5 @@ TEST(QtSurface, BoxesFillByFillStyleAndFilledBoxesInTheirLineColour) {
   EXPECT_EQ(Pixel(image, 110, 50), QColor(Qt::black)) << "outline in the line colour";
 }
 
-TEST(QtSurface, MarkersAreDrawnOnceTheirBatchIsFlushed) {
-  QImage image = WhiteImage(100, 100);
-  {
-    QPainter painter(&image);
-    QtSurface surface(painter, QRectF(0, 0, 100, 100));
-    surface.SetForeColor(Color::Palette(1));
-    surface.SetCurrentX(50);
-    surface.SetCurrentY(50);
-    Symbol(surface, 1, 20);
-    surface.Flush();
-    EXPECT_NE(Pixel(image, 42, 50), QColor(Qt::white)) << "left edge of the square";
-    EXPECT_EQ(Pixel(image, 50, 50), QColor(Qt::white)) << "an outline only";
-  }
-}
-
 }  // namespace
 }  // namespace tavilo
