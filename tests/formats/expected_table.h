@@ -5,24 +5,22 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
+#include "formats/file_text.h"
 #include "formats/number_text.h"
 #include "model/airfoil.h"
 
 namespace tavilo::testing {
 
 struct ExpectedPolar {
-  double reynolds = 0;
-  double mach = 0;
+  double reynolds = 0, mach = 0;
   std::vector<std::vector<double>> points;
 };
 
 struct ExpectedTable {
-  std::string name;
-  std::string setName;
+  std::string name, setName;
   bool hasSetName = false;
   std::vector<ExpectedPolar> polars;
 };
@@ -38,8 +36,7 @@ inline ExpectedTable LoadExpectedTable(const std::string& path) {
   std::ifstream in(path, std::ios::binary);
   EXPECT_TRUE(in) << "missing " << path;
   ExpectedTable table;
-  std::string line;
-  while (std::getline(in, line)) {
+  for (std::string line; std::getline(in, line);) {
     if (line.rfind("name ", 0) == 0) {
       table.name = line.substr(5);
     } else if (line.rfind("set ", 0) == 0) {
@@ -61,41 +58,25 @@ inline void ExpectAirfoilMatchesTable(const Airfoil& airfoil, const ExpectedTabl
   EXPECT_EQ(airfoil.Name, table.name);
   ASSERT_EQ(airfoil.ConfigCount(), 1);
   const Configuration& config = *airfoil.Configuration(1);
-  if (table.hasSetName) {
-    EXPECT_EQ(config.Name, table.setName);
-  }
+  EXPECT_EQ(config.Name, table.hasSetName ? table.setName : config.Name);
   ASSERT_EQ(config.PolarCount(), static_cast<int>(table.polars.size()));
   for (int j = 1; j <= config.PolarCount(); ++j) {
-    SCOPED_TRACE("polar " + std::to_string(j));
     const Polar& polar = *config.Polar(j);
     const ExpectedPolar& expected = table.polars[j - 1];
     EXPECT_TRUE(polar.Selected);
-    EXPECT_DOUBLE_EQ(polar.ReynoldsNumber, expected.reynolds);
-    EXPECT_DOUBLE_EQ(polar.MachNumber, expected.mach);
-    ASSERT_EQ(polar.PointCount(), static_cast<int>(expected.points.size()));
+    EXPECT_DOUBLE_EQ(polar.ReynoldsNumber, expected.reynolds) << "polar " << j;
+    EXPECT_DOUBLE_EQ(polar.MachNumber, expected.mach) << "polar " << j;
+    ASSERT_EQ(polar.PointCount(), static_cast<int>(expected.points.size())) << "polar " << j;
     for (int i = 1; i <= polar.PointCount(); ++i) {
-      SCOPED_TRACE("point " + std::to_string(i));
-      const PolarPoint& point = polar.Point(i);
+      const PolarPoint& p = polar.Point(i);
       const std::vector<double>& row = expected.points[i - 1];
-      const double read[] = {point.Alfa, point.Cl, point.Cd, point.Cm, point.TU, point.TL};
-      for (size_t k = 0; k < 6; ++k) {
-        if (k < row.size()) {
-          EXPECT_DOUBLE_EQ(read[k], row[k]) << "column " << k;
-        } else {
-          EXPECT_EQ(read[k], kNoValue) << "column " << k;
-        }
-      }
-      EXPECT_EQ(point.SU, kNoValue);
-      EXPECT_EQ(point.SL, kNoValue);
+      const double read[] = {p.Alfa, p.Cl, p.Cd, p.Cm, p.TU, p.TL, p.SU, p.SL};
+      for (size_t k = 0; k < 8; ++k)
+        EXPECT_DOUBLE_EQ(read[k], k < row.size() ? row[k] : kNoValue) << "polar " << j << " point " << i << " column " << k;
     }
   }
 }
 
-inline std::string FileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << in.rdbuf();
-  return bytes.str();
-}
+inline std::string FileBytes(const std::string& path) { return ReadFileBytes(path); }
 
 }  // namespace tavilo::testing

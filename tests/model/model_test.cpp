@@ -1,124 +1,73 @@
+// The model's list rules, sorting and interpolation.
 #include <gtest/gtest.h>
 
 #include "model/airfoil.h"
+#include "support/model_builders.h"
 
 namespace tavilo {
 namespace {
 
-PolarPtr MakePolar(double re, std::string name = {}) {
-  auto polar = std::make_shared<Polar>();
-  polar->ReynoldsNumber = re;
-  polar->Name = std::move(name);
-  return polar;
-}
+using testing::MakePoint;
+using testing::MakePolar;
 
 ConfigurationPtr MakeSet(std::string name, int polars = 0) {
   auto config = std::make_shared<Configuration>();
   config->Name = std::move(name);
-  for (int i = 0; i < polars; ++i) config->AddPolar(MakePolar(100000.0 * (i + 1)));
+  for (int i = 0; i < polars; ++i) config->AddPolar(MakePolar(100000.0 * (i + 1), 0, false, {}));
   return config;
 }
 
-TEST(PolarModel, NewObjectsStartWithTheirDefaults) {
+std::vector<std::string> Names(const Configuration& set) {
+  std::vector<std::string> names;
+  for (int i = 1; i <= set.PolarCount(); ++i) names.push_back(set.Polar(i)->Name);
+  return names;
+}
+
+TEST(PolarModel, DefaultsAndIndexRules) {
   PolarPoint point;
   for (double value : {point.Alfa, point.Cl, point.Cd, point.Cm, point.TU, point.TL, point.SU, point.SL})
     EXPECT_EQ(value, -99.999);
-  Polar polar;
-  EXPECT_EQ(polar.ReynoldsNumber, 0.0);
-  EXPECT_EQ(polar.MachNumber, 0.0);
-  EXPECT_FALSE(polar.Selected);
-  EXPECT_EQ(polar.PointCount(), 0);
-  Airfoil airfoil;
-  EXPECT_EQ(airfoil.Name, "");
-  EXPECT_EQ(airfoil.ConfigCount(), 0);
-}
-
-TEST(PolarModel, IndexAboveCountIsNullAndBelowOneRaises) {
   Airfoil airfoil;
   EXPECT_EQ(airfoil.Configuration(1), nullptr);
   airfoil.AddConfiguration(MakeSet("a", 2));
   EXPECT_EQ(airfoil.Configuration(2), nullptr);
   EXPECT_THROW(airfoil.Configuration(0), SubscriptError);
-  EXPECT_THROW(airfoil.Configuration(-1), SubscriptError);
-  const Configuration& set = *airfoil.Configuration(1);
-  EXPECT_EQ(set.Polar(3), nullptr);
-  EXPECT_THROW(set.Polar(0), SubscriptError);
+  EXPECT_EQ(airfoil.Configuration(1)->Polar(3), nullptr);
+  EXPECT_THROW(airfoil.Configuration(1)->Polar(0), SubscriptError);
+  auto polar = MakePolar(0, 0, false, {MakePoint(2, 0.4, 0.01)});
+  EXPECT_EQ(polar->Cl(1), 0.4);
+  EXPECT_THROW(polar->Cd(0), SubscriptError);
+  EXPECT_THROW(polar->TL(2), SubscriptError);
 }
 
-TEST(PolarModel, PointAccessorsRaiseOutsideTheList) {
-  Polar polar;
-  PolarPoint point;
-  point.Alfa = 2.0;
-  point.Cl = 0.4;
-  polar.AddPoint(point);
-  EXPECT_EQ(polar.Alfa(1), 2.0);
-  EXPECT_EQ(polar.Cl(1), 0.4);
-  EXPECT_THROW(polar.Cd(0), SubscriptError);
-  EXPECT_THROW(polar.TL(2), SubscriptError);
-}
-
-TEST(PolarModel, DeletingAMiddleSetClosesTheGap) {
-  Airfoil airfoil;
-  for (const char* name : {"one", "two", "three"}) airfoil.AddConfiguration(MakeSet(name, 2));
-  ConfigurationPtr second = airfoil.Configuration(2);
-  airfoil.DeleteConfiguration(2);
-  EXPECT_EQ(airfoil.ConfigCount(), 2);
-  EXPECT_EQ(airfoil.Configuration(1)->Name, "one");
-  EXPECT_EQ(airfoil.Configuration(2)->Name, "three");
-  EXPECT_EQ(second->PolarCount(), 0) << "a deleted set is emptied first";
-}
-
-TEST(PolarModel, DeletingTheOnlySetThenAddingStoresAtOne) {
-  Airfoil airfoil;
-  airfoil.AddConfiguration(MakeSet("old"));
-  airfoil.DeleteConfiguration(1);
-  EXPECT_EQ(airfoil.ConfigCount(), 0);
-  airfoil.AddConfiguration(MakeSet("new"));
-  EXPECT_EQ(airfoil.ConfigCount(), 1);
-  EXPECT_EQ(airfoil.Configuration(1)->Name, "new");
-}
-
-TEST(PolarModel, DeleteConfigurationRejectsABadIndexBeforeChangingAnything) {
-  Airfoil airfoil;
-  airfoil.AddConfiguration(MakeSet("only", 1));
-  EXPECT_THROW(airfoil.DeleteConfiguration(2), SubscriptError);
-  EXPECT_THROW(airfoil.DeleteConfiguration(0), SubscriptError);
-  EXPECT_EQ(airfoil.ConfigCount(), 1);
-  EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), 1);
-}
-
-TEST(PolarModel, DeleteAllKeepsTheName) {
+TEST(PolarModel, DeleteRules) {
   Airfoil airfoil;
   airfoil.Name = "NACA 4412";
-  for (int i = 0; i < 3; ++i) airfoil.AddConfiguration(MakeSet("s", 2));
+  for (const char* name : {"one", "two", "three"}) airfoil.AddConfiguration(MakeSet(name, 2));
+  ConfigurationPtr second = airfoil.Configuration(2);
+  EXPECT_THROW(airfoil.DeleteConfiguration(4), SubscriptError);
+  EXPECT_THROW(airfoil.DeleteConfiguration(0), SubscriptError);
+  airfoil.DeleteConfiguration(2);
+  EXPECT_EQ(airfoil.Configuration(2)->Name, "three");
+  EXPECT_EQ(second->PolarCount(), 0) << "a deleted set is emptied first";
   airfoil.Delete();
   EXPECT_EQ(airfoil.ConfigCount(), 0);
   EXPECT_EQ(airfoil.Name, "NACA 4412");
-}
+  airfoil.AddConfiguration(MakeSet("new"));
+  EXPECT_EQ(airfoil.Configuration(1)->Name, "new");
 
-TEST(PolarModel, DeletePolarFromAnEmptySetLeavesMinusOne) {
-  Configuration set;
-  set.DeletePolar(1);
-  EXPECT_EQ(set.PolarCount(), -1);
-  EXPECT_EQ(set.Polar(1), nullptr);
-}
-
-TEST(PolarModel, DeletePolarAboveTheCountDropsTheLast) {
+  Configuration empty;
+  empty.DeletePolar(1);
+  EXPECT_EQ(empty.PolarCount(), -1);
   auto set = MakeSet("s", 3);
   PolarPtr first = set->Polar(1);
-  set->DeletePolar(7);
-  EXPECT_EQ(set->PolarCount(), 2);
-  EXPECT_EQ(set->Polar(1), first);
+  Configuration other;
+  other.AddPolar(first);
+  set->DeletePolar(7);  // above the count: the last goes
+  EXPECT_EQ(Names(*set).size(), 2u);
   EXPECT_EQ(set->Polar(2)->ReynoldsNumber, 200000.0);
-}
-
-TEST(PolarModel, OnePolarCanBelongToTwoSets) {
-  auto shared = MakePolar(300000);
-  Configuration a, b;
-  a.AddPolar(shared);
-  b.AddPolar(shared);
-  a.DeletePolar(1);
-  EXPECT_EQ(b.Polar(1)->ReynoldsNumber, 300000.0) << "deleting from one set leaves the other";
+  set->DeletePolar(1);
+  EXPECT_EQ(other.Polar(1), first) << "a polar shared by two sets stays in the other";
 }
 
 TEST(PolarModel, SetSelectionReadsAnyAndWritesAll) {
@@ -126,24 +75,83 @@ TEST(PolarModel, SetSelectionReadsAnyAndWritesAll) {
   EXPECT_FALSE(set->Selected());
   set->Polar(2)->Selected = true;
   EXPECT_TRUE(set->Selected());
-  set->SetSelected(false);
-  for (int i = 1; i <= 3; ++i) EXPECT_FALSE(set->Polar(i)->Selected);
   set->SetSelected(true);
   for (int i = 1; i <= 3; ++i) EXPECT_TRUE(set->Polar(i)->Selected);
-  EXPECT_FALSE(Configuration().Selected()) << "an empty set reads false";
+  EXPECT_FALSE(Configuration().Selected());
 }
 
 TEST(PolarModel, CountsOverflowPast32767) {
   Polar polar;
-  for (int i = 0; i < 32767; ++i) polar.AddPoint(PolarPoint{});
-  EXPECT_EQ(polar.PointCount(), 32767);
+  Configuration set;
+  auto polarRef = MakePolar(1, 0, false, {});
+  for (int i = 0; i < 32767; ++i) {
+    polar.AddPoint(PolarPoint{});
+    set.AddPolar(polarRef);
+  }
   EXPECT_THROW(polar.AddPoint(PolarPoint{}), OverflowError);
   EXPECT_EQ(polar.PointCount(), 32767);
-
-  Configuration set;
-  auto polarRef = MakePolar(1);
-  for (int i = 0; i < 32767; ++i) set.AddPolar(polarRef);
   EXPECT_THROW(set.AddPolar(polarRef), OverflowError);
+}
+
+TEST(SortPolars, ExchangeSortCarriesEqualKeysPastEachOther) {
+  Configuration set;
+  for (auto [re, mach, name] : {std::tuple{5.0, 0.1, "5a"}, {5.0, 0.3, "5b"}, {3.0, 0.2, "3"}})
+    set.AddPolar(MakePolar(re, mach, name[0] == '3', {}, name));
+  EXPECT_EQ(set.SortReynolds(), 0);
+  EXPECT_EQ(Names(set), (std::vector<std::string>{"3", "5b", "5a"}));
+  set.SortMach();
+  EXPECT_EQ(Names(set), (std::vector<std::string>{"5a", "3", "5b"}));
+  EXPECT_TRUE(set.Polar(2)->Selected);
+}
+
+PolarPtr ClPolar(double re, std::initializer_list<std::array<double, 3>> clCdAlfa) {
+  auto polar = MakePolar(re, 0, true, {});
+  for (const auto& [cl, cd, alfa] : clCdAlfa) polar->AddPoint(MakePoint(alfa, cl, cd, -0.05, 0.5, 0.9));
+  return polar;
+}
+
+TEST(InterpolatePolar, LinearInsideAndTheEndPointWithNegatedCdOutside) {
+  auto three = ClPolar(2e5, {{0.0, 0.010, 0.0}, {0.5, 0.012, 4.0}, {1.0, 0.020, 8.0}});
+  const struct {
+    double cl, expectCl, cd, alfa;
+  } cases[] = {
+      {0.75, 0.75, 0.016, 6.0}, {0.5, 0.5, 0.012, 4.0},     // an inner point ends its segment
+      {1.2, 1.0, -0.020, 8.0},  {1.0, 1.0, -0.020, 8.0},    // the last Cl itself is outside
+      {-0.1, 0.0, -0.010, 0.0},
+  };
+  for (const auto& c : cases) {
+    PolarPoint p = three->InterpolateAtCl(c.cl);
+    EXPECT_DOUBLE_EQ(p.Cl, c.expectCl) << c.cl;
+    EXPECT_DOUBLE_EQ(p.Cd, c.cd) << c.cl;
+    EXPECT_DOUBLE_EQ(p.Alfa, c.alfa) << c.cl;
+    EXPECT_DOUBLE_EQ(p.Cm, -0.05);
+    EXPECT_EQ(p.SU, -99.999);
+  }
+  auto flat = ClPolar(1e5, {{0.0, 0.01, 0.0}, {0.5, 0.02, 3.0}, {0.5, 0.03, 4.0}, {1.0, 0.04, 8.0}});
+  EXPECT_DOUBLE_EQ(flat->InterpolateAtCl(0.5).Cd, 0.02) << "the first segment ending there";
+  // Past maximum lift the Cl falls again; only the rising branch is used.
+  auto stall = ClPolar(1e5, {{0.0, 0.01, 0.0}, {1.2, 0.02, 12.0}, {0.8, 0.06, 16.0}, {0.95, 0.09, 20.0}});
+  EXPECT_DOUBLE_EQ(stall->InterpolateAtCl(0.9).Alfa, 9.0);
+  PolarPoint none = Polar().InterpolateAtCl(0.5);
+  EXPECT_EQ(none.Cd, 0.0);
+  EXPECT_EQ(none.SU, -99.999);
+}
+
+TEST(InterpolateSet, BlendsInReAndFlagsOnlyWhenBothSidesAreOut) {
+  Configuration set;
+  set.AddPolar(ClPolar(100000, {{0.0, 0.010, 0.0}, {1.0, 0.020, 8.0}}));
+  set.AddPolar(ClPolar(300000, {{0.0, 0.006, 0.0}, {1.2, 0.012, 10.0}}));
+  const struct {
+    double cl, re, cd;
+  } cases[] = {
+      {0.5, 200000, (0.015 + 0.0085) / 2},   {1.1, 200000, (0.020 + 0.0115) / 2},
+      {1.5, 200000, -(0.020 + 0.012) / 2},   {0.5, 500000, 0.0085},
+      {1.1, 50000, -0.020},
+  };
+  for (const auto& c : cases) EXPECT_DOUBLE_EQ(set.InterpolateAtCl(c.cl, c.re)->Cd, c.cd) << c.cl << " " << c.re;
+  set.Polar(2)->ReynoldsNumber = 100000;
+  EXPECT_THROW(set.InterpolateAtCl(0.5, 100000), DivisionByZeroError);
+  EXPECT_THROW(Configuration().InterpolateAtCl(0.5, 1), SubscriptError);
 }
 
 }  // namespace

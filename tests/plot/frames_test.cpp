@@ -16,39 +16,21 @@ using testing::CallKind;
 using testing::RecordingSurface;
 using testing::SurfaceCall;
 
-std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines) {
+std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines, bool vertical = true) {
   std::vector<SurfaceCall> found;
   for (const SurfaceCall& l : lines)
-    if (l.x1 == l.x2) found.push_back(l);
+    if (vertical ? l.x1 == l.x2 : l.y1 == l.y2) found.push_back(l);
   return found;
 }
+std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) { return Vertical(lines, false); }
 
-std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) {
-  std::vector<SurfaceCall> found;
-  for (const SurfaceCall& l : lines)
-    if (l.y1 == l.y2) found.push_back(l);
-  return found;
-}
-
-TEST(RangeLists, HoldTheItemsInListOrderWithTheirInitialSelections) {
-  EXPECT_EQ(kClMaxList.count, 6);
-  EXPECT_EQ(kClMaxItems.front(), "0.5");
+TEST(RangeLists, InitialSelectionsGiveTheDefaultRangesAndTextWithoutANumberReadsZero) {
   EXPECT_EQ(kCdMaxItems.front(), "2.0");  // drag runs from the largest down
-  EXPECT_EQ(kCdMaxItems.back(), "0.01");
-  PlotRanges fromLists = ParseRanges(kClMaxItems[kClMaxList.initialIndex],
-                                     kClMinItems[kClMinList.initialIndex],
-                                     kCdMaxItems[kCdMaxList.initialIndex],
-                                     kAlfaMaxItems[kAlfaMaxList.initialIndex]);
-  EXPECT_EQ(fromLists, PlotRanges{});
+  EXPECT_EQ(ParseRanges(kClMaxItems[kClMaxList.initialIndex], kClMinItems[kClMinList.initialIndex],
+                        kCdMaxItems[kCdMaxList.initialIndex], kAlfaMaxItems[kAlfaMaxList.initialIndex]),
+            PlotRanges{});
   EXPECT_EQ(PlotRanges{}.AlfaMin(), -15.0);
-}
-
-TEST(RangeLists, TextWithoutANumberReadsZero) {
-  PlotRanges ranges = ParseRanges(" 2.5", "abc", "0.05 mm", "");
-  EXPECT_EQ(ranges.clMax, 2.5);
-  EXPECT_EQ(ranges.clMin, 0.0);
-  EXPECT_EQ(ranges.cdMax, 0.05);
-  EXPECT_EQ(ranges.alfaMax, 0.0);
+  EXPECT_EQ(ParseRanges(" 2.5", "abc", "0.05 mm", ""), (PlotRanges{2.5, 0.0, 0.05, 0.0}));
 }
 
 TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
@@ -63,68 +45,35 @@ TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
   }
 }
 
-TEST(ClAlfaFrame, FillsTheSurfaceWithTheRangesAndDropsTheGridLineRoundingPushesOut) {
-  RecordingSurface surface;
-  DrawClAlfaFrame(surface, PlotRanges{});
-  ASSERT_EQ(surface.calls[0].kind, CallKind::Clear);
-  EXPECT_EQ(surface.ScaleLeft(), -15.0);
-  EXPECT_EQ(surface.ScaleTop(), 1.5);
-  EXPECT_EQ(surface.ScaleWidth(), 30.0);
-  EXPECT_EQ(surface.ScaleHeight(), -2.0);
-
-  auto grid = surface.Lines(kGridColor);
-  auto vertical = Vertical(grid);
-  ASSERT_EQ(vertical.size(), 5u);  // -10 ... 10; 15 - 4 stops short of the border
-  EXPECT_EQ(vertical.front().x1, -10.0);
-  EXPECT_EQ(vertical.back().x1, 10.0);
-  EXPECT_EQ(vertical.front().y1, 1.5);
-  EXPECT_EQ(vertical.front().y2, -0.5);
-  // -0.4 to 1.3: the running sum reaches 1.4000000000000001, past ClMax - 0.1.
-  auto horizontal = Horizontal(grid);
-  ASSERT_EQ(horizontal.size(), 18u);
-  EXPECT_NEAR(horizontal.front().y1, -0.4, 1e-12);
-  EXPECT_NEAR(horizontal.back().y1, 1.3, 1e-12);
-
-  auto axes = surface.Lines(kAxisColor);
-  ASSERT_EQ(axes.size(), 2u);
-  EXPECT_EQ(axes[0].y1, 0.0);  // Cl = 0 across the whole width
-  EXPECT_EQ(axes[0].x1, -15.0);
-  EXPECT_EQ(axes[0].x2, 15.0);
-  EXPECT_EQ(axes[1].x1, 0.0);  // Alfa = 0 over the whole height
-  EXPECT_EQ(axes[1].y1, 1.5);
-  EXPECT_EQ(axes[1].y2, -0.5);
+// Scale top and height; count, first and last of the vertical and of the
+// horizontal grid lines; the axis lines, each as x1 y1 x2 y2.
+std::vector<double> Summary(const RecordingSurface& s) {
+  std::vector<double> summary = {s.ScaleTop(), s.ScaleHeight()};
+  auto grid = s.Lines(kGridColor);
+  for (const auto& lines : {Vertical(grid), Horizontal(grid)}) {
+    summary.push_back(static_cast<double>(lines.size()));
+    summary.push_back(lines.empty() ? 0 : std::round((lines[0].x1 + lines[0].y1) * 1e9) / 1e9);
+    summary.push_back(lines.empty() ? 0 : std::round((lines.back().x1 + lines.back().y1) * 1e9) / 1e9);
+  }
+  for (const SurfaceCall& axis : s.Lines(kAxisColor)) summary.insert(summary.end(), {axis.x1, axis.y1, axis.x2, axis.y2});
+  return summary;
 }
 
-TEST(CmAlfaFrame, UsesTheFixedMomentRangeAndKeepsTheTopLineTheSumReaches) {
-  RecordingSurface surface;
-  DrawCmAlfaFrame(surface, PlotRanges{0.5, 0.0, 0.01, 30.0});
-  EXPECT_EQ(surface.ScaleTop(), 0.4);
-  EXPECT_EQ(surface.ScaleHeight(), -0.8);
-  auto grid = surface.Lines(kGridColor);
-  auto vertical = Vertical(grid);
-  ASSERT_EQ(vertical.size(), 11u);  // -25 ... 25
-  EXPECT_EQ(vertical.front().y1, 0.4);
-  auto horizontal = Horizontal(grid);
-  ASSERT_EQ(horizontal.size(), 16u);  // -0.35 ... 0.3999999999999999, on the border
-  EXPECT_NEAR(horizontal.back().y1, 0.4, 1e-12);
-  auto axes = surface.Lines(kAxisColor);
-  ASSERT_EQ(axes.size(), 2u);
-  EXPECT_EQ(axes[1].y1, -0.4);
-  EXPECT_EQ(axes[1].y2, 0.4);
-}
-
-TEST(TransitionFrame, DrawsNineChordLinesAndTheLiftGridUpToClMax) {
-  RecordingSurface surface;
-  DrawTransitionFrame(surface, PlotRanges{});
-  EXPECT_EQ(surface.ScaleWidth(), 1.0);
-  auto grid = surface.Lines(kGridColor);
-  auto vertical = Vertical(grid);
-  ASSERT_EQ(vertical.size(), 9u);
-  EXPECT_NEAR(vertical.back().x1, 0.9, 1e-12);
-  EXPECT_EQ(Horizontal(grid).size(), 19u);
-  auto axes = surface.Lines(kAxisColor);
-  ASSERT_EQ(axes.size(), 1u);
-  EXPECT_EQ(axes[0].x2, 1.0);
+TEST(Frames, GridLinesAxesAndTheLinesRoundingPushesOutOrKeeps) {
+  // Vertical lines stand at x with y1 = the top, horizontal ones at y with x1 = the left.
+  RecordingSurface clAlfa, cmAlfa, transition;
+  DrawClAlfaFrame(clAlfa, PlotRanges{});
+  DrawCmAlfaFrame(cmAlfa, PlotRanges{0.5, 0.0, 0.01, 30.0});
+  DrawTransitionFrame(transition, PlotRanges{});
+  EXPECT_EQ(clAlfa.calls[0].kind, CallKind::Clear);
+  // Cl-Alfa: -10 .. 10, as 15 - 4 stops short of the border; -0.4 .. 1.3, as the
+  // running sum reaches 1.4000000000000001, past ClMax - 0.1.
+  EXPECT_EQ(Summary(clAlfa), (std::vector<double>{1.5, -2, 5, -10 + 1.5, 10 + 1.5, 18, -15 - 0.4, -15 + 1.3,
+                                                  -15, 0, 15, 0, 0, 1.5, 0, -0.5}));
+  // Cm-Alfa: a fixed moment range; -0.35 .. 0.3999999999999999 keeps the line on the border.
+  EXPECT_EQ(Summary(cmAlfa), (std::vector<double>{0.4, -0.8, 11, -25 + 0.4, 25 + 0.4, 16, -30 - 0.35, -30 + 0.4,
+                                                  -30, 0, 30, 0, 0, -0.4, 0, 0.4}));
+  EXPECT_EQ(Summary(transition), (std::vector<double>{1.5, -2, 9, 0.1 + 1.5, 0.9 + 1.5, 19, -0.4, 1.4, 0, 0, 1, 0}));
 }
 
 TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
@@ -155,16 +104,12 @@ TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
     EXPECT_GT(texts[i].y1 + surface.TextHeight("0"), axes[i + 1].y2);
   }
   EXPECT_EQ(texts[4].text, "Airfoil: NACA 4412");
-  EXPECT_EQ(texts[4].x1, 0.025 / 50);
-  EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
-}
-
-TEST(ClCdFrame, TitleFollowsTheLanguage) {
   SetLanguage(kGerman);
-  RecordingSurface surface;
   DrawClCdFrame(surface, PlotRanges{}, "E387");
   SetLanguage(kEnglish);
   EXPECT_EQ(surface.Calls(CallKind::Print).back().text, "Profil: E387");
+  EXPECT_EQ(texts[4].x1, 0.025 / 50);
+  EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
 }
 
 TEST(Frames, AHugeTypedRangeEndsTheGridInsteadOfLoopingForever) {

@@ -49,10 +49,7 @@ class RecordingSurface : public DrawingSurface {
   double Height() const override { return height_; }
 
   void DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) override {
-    CheckDeviceCoordinate(DeviceX(x1));
-    CheckDeviceCoordinate(DeviceY(y1));
-    CheckDeviceCoordinate(DeviceX(x2));
-    CheckDeviceCoordinate(DeviceY(y2));
+    for (double device : {DeviceX(x1), DeviceY(y1), DeviceX(x2), DeviceY(y2)}) CheckDeviceCoordinate(device);
     SurfaceCall call = Call(CallKind::Line, x1, y1, x2, y2, color);
     call.lineKind = kind;
     calls.push_back(call);
@@ -85,44 +82,24 @@ class RecordingSurface : public DrawingSurface {
   void SetFillColor(Color color) override {
     calls.push_back(Call(CallKind::FillColor, 0, 0, 0, 0, color));
   }
-  void SetFillStyle(int style) override {
-    SurfaceCall call = Call(CallKind::FillStyle);
-    call.value = style;
-    calls.push_back(call);
-  }
-  void SetDrawWidth(int width) override {
-    SurfaceCall call = Call(CallKind::DrawWidth);
-    call.value = width;
-    calls.push_back(call);
-  }
+  void SetFillStyle(int style) override { calls.push_back(Call(CallKind::FillStyle, 0, 0, 0, 0, {}, style)); }
+  void SetDrawWidth(int width) override { calls.push_back(Call(CallKind::DrawWidth, 0, 0, 0, 0, {}, width)); }
 
   // The recorded calls of one kind, in order.
-  std::vector<SurfaceCall> Calls(CallKind kind) const {
+  std::vector<SurfaceCall> Calls(CallKind kind, const Color* color = nullptr) const {
     std::vector<SurfaceCall> found;
     for (const SurfaceCall& call : calls)
-      if (call.kind == kind) found.push_back(call);
+      if (call.kind == kind && (!color || call.color == *color)) found.push_back(call);
     return found;
   }
-  std::vector<SurfaceCall> Lines(Color color) const {
-    std::vector<SurfaceCall> found;
-    for (const SurfaceCall& call : calls)
-      if (call.kind == CallKind::Line && call.color == color) found.push_back(call);
-    return found;
-  }
+  std::vector<SurfaceCall> Lines(Color color) const { return Calls(CallKind::Line, &color); }
 
   std::vector<SurfaceCall> calls;
 
  private:
-  static SurfaceCall Call(CallKind kind, double x1 = 0, double y1 = 0, double x2 = 0,
-                          double y2 = 0, Color color = {}) {
-    SurfaceCall call;
-    call.kind = kind;
-    call.x1 = x1;
-    call.y1 = y1;
-    call.x2 = x2;
-    call.y2 = y2;
-    call.color = color;
-    return call;
+  static SurfaceCall Call(CallKind kind, double x1 = 0, double y1 = 0, double x2 = 0, double y2 = 0,
+                          Color color = {}, int value = 0) {
+    return SurfaceCall{kind, x1, y1, x2, y2, color, LineKind::Plain, {}, value};
   }
   static double Characters(std::string_view text) {
     double count = 0;
