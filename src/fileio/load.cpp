@@ -1,7 +1,6 @@
 #include "fileio/load.h"
 
-#include <algorithm>
-
+#include "fileio/file_names.h"
 #include "formats/drg.h"
 #include "formats/pef.h"
 #include "formats/pol.h"
@@ -11,17 +10,6 @@
 namespace tavilo {
 
 namespace {
-
-std::string LowerAscii(std::string_view text) {
-  std::string lower(text);
-  std::transform(lower.begin(), lower.end(), lower.begin(),
-                 [](unsigned char c) { return c >= 'A' && c <= 'Z' ? c - 'A' + 'a' : c; });
-  return lower;
-}
-
-std::string_view LastFour(std::string_view name) {
-  return name.size() < 4 ? name : name.substr(name.size() - 4);
-}
 
 // Readers that are not written yet: the file loads as an empty airfoil, and
 // the user learns why.
@@ -52,13 +40,13 @@ class BusyScope {
 }  // namespace
 
 InputFormat InputFormatOf(std::string_view fileName) {
-  const std::string extension = LowerAscii(LastFour(fileName));
-  if (extension == ".pol" || fileName.find("polar.") != std::string_view::npos) return InputFormat::Xfoil;
-  if (extension == ".mwk") return InputFormat::WindTunnel;
-  if (extension == ".pef") return InputFormat::Pef;
-  if (extension == ".xml") return InputFormat::Xml;
-  if (extension == ".drg") return InputFormat::Drag;
-  if (extension == ".txt") return InputFormat::EpplerOutput;
+  const std::string extension = UpperExtension(fileName);
+  if (extension == ".POL" || fileName.find("polar.") != std::string_view::npos) return InputFormat::Xfoil;
+  if (extension == ".MWK") return InputFormat::WindTunnel;
+  if (extension == ".PEF") return InputFormat::Pef;
+  if (extension == ".XML") return InputFormat::Xml;
+  if (extension == ".DRG") return InputFormat::Drag;
+  if (extension == ".TXT") return InputFormat::EpplerOutput;
   return InputFormat::Unknown;
 }
 

@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "fileio/file_names.h"
 #include "fileio/load.h"
 #include "formats/pef.h"
 #include "formats/pol.h"
@@ -15,20 +16,12 @@ namespace tavilo {
 
 namespace {
 
-char UpperAscii(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
-
-std::string UpperLastFour(std::string_view name) {
-  std::string last(name.size() < 4 ? name : name.substr(name.size() - 4));
-  std::transform(last.begin(), last.end(), last.begin(), UpperAscii);
-  return last;
-}
-
-bool EndsWithPef(std::string_view name) { return UpperLastFour(name) == ".PEF"; }
+bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF"; }
 
 }  // namespace
 
 OutputFormat OutputFormatOf(std::string_view fileName) {
-  const std::string extension = UpperLastFour(fileName);
+  const std::string extension = UpperExtension(fileName);
   if (extension == ".PEF") return OutputFormat::Pef;
   if (extension == ".POL") return OutputFormat::Xfoil;
   if (extension == ".EPP") return OutputFormat::Eppler;
@@ -85,9 +78,7 @@ bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
 }
 
 std::string BatchTargetName(const std::string& pefName) {
-  std::string upper = pefName;
-  std::transform(upper.begin(), upper.end(), upper.begin(), UpperAscii);
-  const size_t dot = upper.rfind(".PEF");
+  const size_t dot = AsciiUpper(pefName).rfind(".PEF");
   if (dot == std::string::npos) return pefName + ".xml";
   return pefName.substr(0, dot + 1) + "xml";
 }

@@ -1,0 +1,23 @@
+#pragma once
+// The name tests by which files are read and written: the last four
+// characters, compared without regard to case (ASCII letters only).
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace tavilo {
+
+inline std::string AsciiUpper(std::string_view text) {
+  std::string upper(text);
+  std::transform(upper.begin(), upper.end(), upper.begin(),
+                 [](unsigned char c) { return c >= 'a' && c <= 'z' ? char(c - 'a' + 'A') : char(c); });
+  return upper;
+}
+
+// The last four characters of `name` in upper case (all of it when shorter).
+inline std::string UpperExtension(std::string_view name) {
+  return AsciiUpper(name.size() < 4 ? name : name.substr(name.size() - 4));
+}
+
+}  // namespace tavilo
