@@ -2,8 +2,8 @@
 // naming and index rules.
 #include <gtest/gtest.h>
 
+#include "formats/file_text.h"
 #include "formats/pef.h"
-#include "strings/product.h"
 #include "support/model_builders.h"
 #include "support/temp_dir.h"
 
@@ -11,12 +11,6 @@ namespace tavilo {
 namespace {
 
 using testing::MakePolar;
-
-std::string Lines(const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
-  return text;
-}
 
 // Set 1 named, with an own Description2 and one of two polars selected;
 // set 2 with nothing selected; set 3 unnamed, without origin.
@@ -41,48 +35,7 @@ Airfoil SampleAirfoil() {
 }
 
 TEST(PefWriter, WritesTheWholeFileLineForLine) {
-  const std::string copyright(kCopyrightNotice);
-  const std::string expected = Lines({
-      "; This is a polar exchange file (PEF)",
-      "; Comments start with a ';' in column 1, blank lines are allowed",
-      " ",
-      "; The 'Tavilo' application, a reader and converter is available",
-      "; in the software section at:",
-      ";              " + std::string(kWebAddress),
-      " ",
-      "[Airfoil]",
-      "Description1=Clark Y",
-      "NumberSets=2",
-      "",
-      "[Set1]",
-      "Origin=Wind tunnel",
-      "Description1=Flap 0",
-      "Description2=" + copyright,
-      "Description2=smooth",
-      "NumberPolars=1",
-      "",
-      "[Set1-Polar1]",
-      "Description1=Re 250k",
-      "ReynoldsNumber=250000",
-      "MachNumber=0",
-      "NumberPoints=2",
-      "Values=Alpha      Cl        Cd         Cm      TU      TL",
-      "Value01=4.000   0.812   0.00912   -0.0871   0.412   1.000",
-      "Value02=-99.999   -99.999   -99.99900   -99.9990   -99.999   -99.999",
-      "",
-      "[Set2]",
-      "Origin=Tavilo",
-      "Description1=" + copyright,
-      "NumberPolars=1",
-      "",
-      "[Set2-Polar1]",
-      "ReynoldsNumber=1000000",
-      "MachNumber=1",
-      "NumberPoints=0",
-      "Values=Alpha      Cl        Cd         Cm      TU      TL",
-      "",
-  });
-  EXPECT_EQ(PefText(SampleAirfoil()), expected);
+  EXPECT_EQ(PefText(SampleAirfoil()), ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef"));
 }
 
 TEST(PefWriter, NothingSelectedGivesNoSetsAndTheFileIsReplaced) {
@@ -97,8 +50,8 @@ TEST(PefWriter, NothingSelectedGivesNoSetsAndTheFileIsReplaced) {
 
 TEST(PefWriter, PolarBlockKeysHaveAtLeastTwoDigits) {
   EXPECT_EQ(PolarPefText(*MakePolar(5e5, 0, false, {}, ""), 3, 7),
-            Lines({"", "[Set3-Polar7]", "ReynoldsNumber=500000", "MachNumber=0", "NumberPoints=0",
-                   "Values=Alpha      Cl        Cd         Cm      TU      TL"}));
+            "\r\n[Set3-Polar7]\r\nReynoldsNumber=500000\r\nMachNumber=0\r\nNumberPoints=0\r\n"
+            "Values=Alpha      Cl        Cd         Cm      TU      TL\r\n");
   std::vector<PolarPoint> points(100, PolarPoint{1, 2, 3, 4, 5, 6, 7, 8});
   const std::string text = PolarPefText(*MakePolar(0, 0, true, points, "p"), 1, 1);
   for (const char* line : {"\r\nValue01=", "\r\nValue09=", "\r\nValue10=", "\r\nValue100="})

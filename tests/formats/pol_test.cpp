@@ -157,22 +157,9 @@ Airfoil SampleAirfoil() {
   return airfoil;
 }
 
-std::string ExpectedHeading(std::string_view machLine) {
-  return "\r\n       XFOIL         Version 5.4\r\n\r\n Calculated polar for: Test Foil\r\n\r\n"
-         " 1  Reynolds number fixed\r\n\r\n xtrf =   1.000 (suction)    1.000 (pressure)\r\n" +
-         std::string(machLine) + "\r\n\r\n"
-         "   alpha     CL        CD      Re(CL)     CM     S xtr   P xtr\r\n"
-         "  ------- -------- --------- --------- -------- ------- -------\r\n";
-}
-
 // Transition values outside 0..1 or missing are written as 1.
 TEST(PolWriter, WritesSelectedPolarsInFixedColumns) {
-  EXPECT_EQ(PolText(SampleAirfoil()),
-            ExpectedHeading(" Mach =   0.200     Re =     1.500 e 6     Ncrit =   9.000") +
-                "   2.500   0.6123   0.00812   1.50000  -0.0500  0.4500  1.0000\r\n"
-                "  -1.250  -0.1000   0.01000   1.50000   0.0000 -0.0500  1.0000\r\n" +
-                ExpectedHeading(" Mach =   0.000     Re =     0.060 e 6     Ncrit =   9.000") +
-                "  12.000   1.2000   0.05000   0.06000  -0.1000  1.0000  1.0000\r\n");
+  EXPECT_EQ(PolText(SampleAirfoil()), FileBytes(TAVILO_TEST_DATA "/golden/sample.pol"));
   Airfoil wide;
   wide.AddConfiguration(std::make_shared<Configuration>());
   wide.Configuration(1)->AddPolar(MakePolar(2e10, 12.5, true, {{-1234.5, 0, 0, 0, 0, 0, 0, 0}}));
@@ -188,15 +175,8 @@ TEST(PolWriter, WrittenFileReadsBackToTheWrittenDecimals) {
   WriteToPOL(SampleAirfoil(), dir.Write("round.pol", "old content"));
   Airfoil read;
   ReadFromPOL(read, dir.File("round.pol"));
-  EXPECT_EQ(read.Name, "Test Foil");
-  ASSERT_EQ(read.ConfigCount(), 1);
-  const Configuration& config = *read.Configuration(1);
-  ASSERT_EQ(config.PolarCount(), 2);
-  EXPECT_DOUBLE_EQ(config.Polar(1)->ReynoldsNumber, 1500000);
-  EXPECT_DOUBLE_EQ(config.Polar(1)->MachNumber, 0.2);
-  EXPECT_DOUBLE_EQ(config.Polar(2)->ReynoldsNumber, 60000);
-  EXPECT_EQ(config.Polar(1)->Point(1), (PolarPoint{2.5, 0.6123, 0.00812, -0.05, 0.45, 1.0, kNoValue, kNoValue}));
-  EXPECT_EQ(config.Polar(2)->Point(1), (PolarPoint{12, 1.2, 0.05, -0.1, 1.0, 1.0, kNoValue, kNoValue}));
+  EXPECT_EQ(PolText(read), FileBytes(TAVILO_TEST_DATA "/golden/sample.pol"));
+  EXPECT_EQ(read.Configuration(1)->Polar(2)->Point(1), (PolarPoint{12, 1.2, 0.05, -0.1, 1.0, 1.0, kNoValue, kNoValue}));
 }
 
 }  // namespace
