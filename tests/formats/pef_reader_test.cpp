@@ -158,17 +158,6 @@ TEST(PefReader, ConvertsToXmlAndBackThroughTheModel) {
   EXPECT_EQ(PefText(again), PefText(fromPef));
 }
 
-TEST(PefFile, MissingFileRaisesAndLeavesTheAirfoilUnchanged) {
-  TempDir dir;
-  Airfoil airfoil = ModelWithTwoSets();
-  RecordingUserInterface ui;
-  EXPECT_THROW(ReadFromPEF(airfoil, dir.File("none.pef"), ui), FileNotFoundError);
-  EXPECT_EQ(airfoil.ConfigCount(), 2);
-  Polar polar;
-  EXPECT_THROW(ReadPolarFromPEF(polar, dir.File("none.pef"), 1, 1), FileNotFoundError);
-  EXPECT_THROW(ReadPefValue("Airfoil", "NumberSets", dir.File("none.pef")), FileNotFoundError);
-}
-
 TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {
   const std::pair<std::string, std::string> cases[] = {
       {"a\nb", "a\r\nb\r\n"}, {"a\nb\n", "a\r\nb\r\n\r\n"},  // a final LF gains an empty last line
@@ -180,11 +169,6 @@ TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {
     EXPECT_EQ(dir.Read("f.pef"), after) << before;
   }
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.Path()), {}), 1);  // no temporary left
-  const std::string target = dir.Write("real.pef", "a\nb");
-  std::filesystem::create_symlink(target, dir.File("link.pef"));
-  ConvertLfOnlyFile(dir.File("link.pef"));
-  EXPECT_TRUE(std::filesystem::is_symlink(dir.File("link.pef")));
-  EXPECT_EQ(dir.Read("real.pef"), "a\r\nb\r\n");
 }
 
 TEST(PefFile, LfOnlyFileIsRewrittenOrIfThatFailsReadAsItIs) {

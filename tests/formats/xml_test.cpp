@@ -103,18 +103,6 @@ TEST(XmlReader, ReportsABadDeclarationAndMissingSetsInTheCurrentLanguage) {
   }
 }
 
-TEST(XmlReader, NamesFallBackAsTheFormatDefines) {
-  RecordingUserInterface ui;
-  EXPECT_EQ(Read(Document("<configuration></configuration>"), ui).Name, "unknown airfoil");
-  EXPECT_EQ(Read(Document("<name></name>"), ui).Name, "");
-  // Without the airfoil's own name line the first set's name is taken.
-  Airfoil airfoil = Read(Document("<configuration><name>flap</name></configuration>"), ui);
-  EXPECT_EQ(airfoil.Name + "|" + airfoil.Configuration(1)->Name, "flap|flap");
-  Airfoil unnamedSet = Read(Document("<name>A</name><configuration><polars></polars></configuration>"), ui);
-  EXPECT_EQ(unnamedSet.Configuration(1)->Name, "") << "not the writer's \"Airfoil Polar\"";
-  EXPECT_TRUE(ui.messages.empty());
-}
-
 TEST(XmlReader, ValuesAreTakenByPositionAndMissingOnesKeepTheMarker) {
   RecordingUserInterface ui;
   Airfoil airfoil = Read(Document(
@@ -151,6 +139,10 @@ TEST(XmlReader, ElementsAreFoundByTextNotByNesting) {
   EXPECT_EQ(set.Polar(1)->MachNumber, 0.2);
   EXPECT_EQ(set.Polar(2)->ReynoldsNumber, 200000);
   EXPECT_EQ(set.Polar(2)->PointCount(), 0);
+  // Without the airfoil's own name line the first set's name is taken; without either, none.
+  EXPECT_EQ(Read(Document("<configuration><name>flap</name></configuration>"), ui).Name, "flap");
+  EXPECT_EQ(Read(Document("<configuration></configuration>"), ui).Name, "unknown airfoil");
+  EXPECT_TRUE(ui.messages.empty());
 }
 
 TEST(XmlReader, LineBreaksVanishInsideValuesAndLegacyNamesBecomeUtf8) {
@@ -185,18 +177,6 @@ TEST(XmlReader, AMissingFileNamesThePath) {
   } catch (const FileNotFoundError& error) {
     EXPECT_NE(std::string(error.what()).find("/nonexistent/wing.xml"), std::string::npos);
   }
-}
-
-TEST(XmlElements, ExtractAndContentFollowTheTextSearchRules) {
-  EXPECT_EQ(ExtractXmlElement("x<a>1</a><a>2</a>", "a"), "<a>1</a>");
-  EXPECT_EQ(ExtractXmlElement("<a k=\"v\">1</a>", "a"), "<a k=\"v\">1</a>");
-  EXPECT_EQ(ExtractXmlElement("<a>1", "a"), "");
-  EXPECT_EQ(ExtractXmlElement("<ab>1</ab>", "a"), "");
-  EXPECT_EQ(ExtractXmlElement("<a><a>1</a></a>", "a"), "<a><a>1</a>") << "no nesting";
-  EXPECT_EQ(XmlElementContent("<a k=\"v\"> 1 </a>"), " 1 ");
-  EXPECT_EQ(XmlElementContent("a>1</a>"), "");
-  EXPECT_EQ(XmlElementContent("<a>1</b>"), "");
-  EXPECT_EQ(XmlElementContent(""), "");
 }
 
 }  // namespace

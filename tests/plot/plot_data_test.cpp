@@ -209,18 +209,5 @@ TEST(Symbol, KeepsItsProportionsOnEveryScaleAndReturnsToItsCentre) {
   EXPECT_TRUE(none.calls.empty());
 }
 
-TEST(Symbol, TrianglesPointUpOnScreenWhicheverWayTheAxisGrows) {
-  RecordingSurface upwards(100, 100), downwards(100, 100);
-  upwards.Scale(0, 1, 1, 0);
-  downwards.Scale(0, 0, 1, 1);
-  for (RecordingSurface* s : {&upwards, &downwards}) {
-    s->SetCurrentX(0.5);
-    s->SetCurrentY(0.5);
-    Symbol(*s, 3, 0.1);
-  }
-  EXPECT_GT(upwards.Calls(CallKind::Line)[0].y1, 0.5);
-  EXPECT_LT(downwards.Calls(CallKind::Line)[0].y1, 0.5);
-}
-
 }  // namespace
 }  // namespace tavilo
