@@ -1,8 +1,5 @@
-// Any bytes read as a UIUC or Princeton drag polar file must give an
-// airfoil (possibly empty) or one of the reader's documented errors, without
-// a crash, a hang or a sanitizer report. The first byte picks the answer to
-// the airfoil choice, so every entry of the list, the trailing empty one and
-// answers past it are tried.
+// Any bytes as a drag polar file: one set or an overflow, never a crash. The
+// first byte answers the airfoil choice, past the list's end included.
 #include <cstddef>
 #include <cstdint>
 #include <string_view>

@@ -33,8 +33,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tavilo::SilentUserInterface ui;
   tavilo::Airfoil airfoil;
   try {
-    // A small limit of missing polars and points keeps the runs fast; the
-    // limit itself is tested, and the worst case at the real one measured.
+    // A small limit of missing polars and points keeps the runs fast.
     tavilo::ReadFromPEFText(airfoil, bytes, ui, 1 << 12);
   } catch (const tavilo::OverflowError&) {
     // A count beyond 16 bits or a number beyond the double range: reported

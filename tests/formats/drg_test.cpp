@@ -100,12 +100,6 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
   }
 }
 
-TEST(DrgReader, ColonHeadingWithoutBlankIsNoNameButStopsTheSecondPass) {
-  const std::string text = "Airfoil:Sketch\nAirfoil: Real\n" + FileBytes(kUiucData + "S1223GF1.DRG").substr(14);
-  EXPECT_EQ(DrgAirfoilNames(text), (std::vector<std::string>{"Real"}));
-  EXPECT_EQ(Read(text).Name, "ketch");  // column 10 on, of the first "Airfoil" line
-}
-
 TEST(DrgReader, FileEndingEarlyKeepsWhatWasRead) {
   const std::string full = FileBytes(kUiucData + "E387A.DRG");
   const struct {

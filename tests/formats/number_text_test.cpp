@@ -101,12 +101,5 @@ TEST(LineReader, AcceptsEveryLineEnd) {
   EXPECT_EQ(Lines("\n"), V{""});
 }
 
-TEST(LineReader, FindLineStopsAtThePrefixOrTheEnd) {
-  LineReader reader("x\nAirfoil: A\nAirfoil  B\n");
-  EXPECT_EQ(reader.FindLine("Airfoil  "), "Airfoil  B");
-  EXPECT_EQ(reader.FindLine("Airfoil"), "");
-  EXPECT_TRUE(reader.AtEnd());
-}
-
 }  // namespace
 }  // namespace tavilo

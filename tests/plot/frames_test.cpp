@@ -24,15 +24,6 @@ std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines, bool ve
 }
 std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) { return Vertical(lines, false); }
 
-TEST(RangeLists, InitialSelectionsGiveTheDefaultRangesAndTextWithoutANumberReadsZero) {
-  EXPECT_EQ(kCdMaxItems.front(), "2.0");  // drag runs from the largest down
-  EXPECT_EQ(ParseRanges(kClMaxItems[kClMaxList.initialIndex], kClMinItems[kClMinList.initialIndex],
-                        kCdMaxItems[kCdMaxList.initialIndex], kAlfaMaxItems[kAlfaMaxList.initialIndex]),
-            PlotRanges{});
-  EXPECT_EQ(PlotRanges{}.AlfaMin(), -15.0);
-  EXPECT_EQ(ParseRanges(" 2.5", "abc", "0.05 mm", ""), (PlotRanges{2.5, 0.0, 0.05, 0.0}));
-}
-
 TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
   struct Case {
     double cdMax, grid, label;

@@ -40,26 +40,6 @@ TEST(PageMappings, NominalScalesTimesTheirFactors) {
   EXPECT_THROW(CdMM(std::numeric_limits<float>::max(), unit), OverflowError);
 }
 
-TEST(PageLayout, MaximaReturnTheSecondOnEqualityAndFillDrawsASolidBox) {
-  EXPECT_EQ(sMax(2, 1) + sMax(1, 2) + nMax(5, -7), 9);
-  EXPECT_TRUE(std::signbit(sMax(0.0f, -0.0f)));
-  RecordingSurface s;
-  s.SetFillStyle(kFillTransparent);
-  s.calls.clear();
-  Rectangle r;
-  r.Top = 10;
-  r.Left = 20;
-  r.Width = 30;
-  r.Height = 5;
-  r.Fill(s, Color::Palette(12));
-  ASSERT_EQ(s.calls.size(), 3u);
-  EXPECT_EQ(s.calls[0].color, Color::Palette(12));
-  EXPECT_EQ(s.calls[1].value, kFillSolid);
-  const SurfaceCall& box = s.calls[2];
-  EXPECT_EQ(box.lineKind, LineKind::Box);
-  EXPECT_EQ((std::vector<double>{box.x1, box.y1, box.x2, box.y2}), (std::vector<double>{20, 10, 50, 15}));
-}
-
 // A page of 200 x 280 mm with its vertical axis growing upwards.
 struct Page {
   RecordingSurface surface{800, 1120};
