@@ -69,6 +69,13 @@ TEST(LoadFile, UnknownOrUnreadableFormatsLoadEmptyWithAMessage) {
   SetLanguage(kEnglish);
   ASSERT_EQ(ui.messages.size(), 1u);
   EXPECT_EQ(ui.messages[0].text + "|" + ui.messages[0].title, "Umbekanntes Dateiformat!|Tavilo: Fehler");
+  TempDir dir;
+  for (const char* name : {"tunnel.mwk", "eppler.txt"}) {
+    RecordingUserInterface later;
+    EXPECT_EQ(LoadFile(dir.Write(name, "1 2 3"), later)->ConfigCount(), 0) << name;
+    ASSERT_EQ(later.messages.size(), 1u) << name;
+    EXPECT_NE(later.messages[0].text.find("cannot be read yet"), std::string::npos) << name;
+  }
 }
 
 TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
