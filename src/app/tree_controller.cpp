@@ -153,6 +153,13 @@ void TreeController::ShowPopup(QTreeWidgetItem* item, QPoint globalPos) {
 bool TreeController::eventFilter(QObject* watched, QEvent* event) {
   if (watched == tree_->viewport() && event->type() == QEvent::MouseButtonPress) {
     lastButton_ = ButtonNumber(static_cast<QMouseEvent*>(event)->button());
+  } else if (watched == tree_->viewport() && event->type() == QEvent::MouseButtonRelease) {
+    // Qt reports clicks of the left button only; a middle click counts as
+    // a right one here, as it always did.
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    if (mouse->button() == Qt::MiddleButton) {
+      NodeClick(tree_->itemAt(mouse->position().toPoint()), mouse->globalPosition().toPoint());
+    }
   } else if (event->type() == QEvent::ContextMenu && (watched == tree_ || watched == tree_->viewport())) {
     auto* menuEvent = static_cast<QContextMenuEvent*>(event);
     if (menuEvent->reason() == QContextMenuEvent::Mouse) {
