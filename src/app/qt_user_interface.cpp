@@ -87,6 +87,8 @@ QString QtUserInterface::InputBox(const QString& prompt, const QString& title, c
   box.setWindowTitle(title);
   box.setLabelText(prompt);
   box.setTextValue(value);
+  // The prompts are whole sentences; wrapped they keep the box narrow.
+  if (auto* label = box.findChild<QLabel*>()) label->setWordWrap(true);
   return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
