@@ -14,6 +14,8 @@ namespace tavilo {
 
 namespace {
 
+constexpr const char* kSeparatorCaption = "separatorCaption";
+
 QString FromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 // A toolbar's buttons are its actions that carry a key, in button order.
@@ -36,8 +38,13 @@ void SetText(QObject* control, const QString& text) {
   } else if (auto* menu = qobject_cast<QMenu*>(control)) {
     menu->setTitle(text);
   } else if (auto* action = qobject_cast<QAction*>(control)) {
-    // A separator entry keeps its "-" caption, but Qt draws it as a line.
-    action->setText(text);
+    // A separator keeps its "-" caption aside: some styles would print a
+    // separator's text beside the line.
+    if (action->isSeparator()) {
+      action->setProperty(kSeparatorCaption, text);
+    } else {
+      action->setText(text);
+    }
   }
 }
 
@@ -62,7 +69,9 @@ QString ControlText(const QObject* control) {
   if (auto* button = qobject_cast<const QAbstractButton*>(control)) return button->text();
   if (auto* group = qobject_cast<const QGroupBox*>(control)) return group->title();
   if (auto* menu = qobject_cast<const QMenu*>(control)) return menu->title();
-  if (auto* action = qobject_cast<const QAction*>(control)) return action->text();
+  if (auto* action = qobject_cast<const QAction*>(control)) {
+    return action->isSeparator() ? action->property(kSeparatorCaption).toString() : action->text();
+  }
   if (auto* widget = qobject_cast<const QWidget*>(control)) return widget->windowTitle();
   return {};
 }

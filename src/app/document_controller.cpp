@@ -51,8 +51,7 @@ void DocumentController::Envelope() {
   RunGuarded(ui_, [&] {
     // Written beside the program's working directory, where it always went.
     if (MakeEnvelope(*current_, "Envelope.pef") == nullptr) return;
-    view_.UpdateTreeView();
-    view_.RefreshPlots();
+    ShowChanged();
   });
 }
 

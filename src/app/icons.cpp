@@ -20,6 +20,11 @@ QIcon ThemedIcon(const char* themeName, const char* fallback) {
                           QIcon(QStringLiteral(":/icons/%1.svg").arg(QString::fromLatin1(fallback))));
 }
 
+QIcon NodeIcon(bool active) {
+  EnsureResources();
+  return QIcon(active ? QStringLiteral(":/icons/active.svg") : QStringLiteral(":/icons/inactive.svg"));
+}
+
 QIcon AppIcon() {
   EnsureResources();
   return QIcon(QStringLiteral(":/icons/tavilo.svg"));

@@ -28,6 +28,7 @@
 #include "settings.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
+#include "tree_controller.h"
 
 namespace tavilo {
 
@@ -67,6 +68,8 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   about_ = new AboutDialog(this);
   BuildMenus();
   BuildToolbar();
+  treeController_ = new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"),
+                                       *document_, *ui_, *this);
 
   const AppSettings settings = ReadSettings();
   // A language without strings would leave every caption unreadable (and
@@ -117,12 +120,15 @@ void PEFForm::SwitchLanguage() {
   findChild<QAction*>("mnuLangDeutsch")->setChecked(Language() == kGerman);
   options_->SwitchLanguage();
   about_->SwitchLanguage();
+  if (treeController_ != nullptr) treeController_->SwitchLanguage();
 }
 
 void PEFForm::SetLanguage(int language) {
   tavilo::SetLanguage(language);
   SwitchLanguage();
-  RefreshPlots();  // the Cl-Cd title carries a translated word
+  // The polar nodes and the Cl-Cd title carry a translated word.
+  UpdateTreeView();
+  RefreshPlots();
 }
 
 void PEFForm::EnableItems(bool printing) {
@@ -163,11 +169,7 @@ void PEFForm::OpenSelectedFile() {
   document_->OpenFile(path.toStdString());
 }
 
-void PEFForm::UpdateTreeView() {
-  // The structure tree fills itself from the document once it is built;
-  // until then it shows nothing rather than a stale structure.
-  tree_->clear();
-}
+void PEFForm::UpdateTreeView() { treeController_->UpdateTreeView(); }
 
 PlotRanges PEFForm::CurrentRanges() const {
   auto text = [this](int i) { return rangeLists_[i]->currentText().toStdString(); };

@@ -25,6 +25,7 @@ class AboutDialog;
 class FileBrowser;
 class OptionsDialog;
 class QtUserInterface;
+class TreeController;
 
 class PEFForm : public QMainWindow, public DocumentView {
   Q_OBJECT
@@ -53,6 +54,7 @@ class PEFForm : public QMainWindow, public DocumentView {
   QtUserInterface& UserInterfaceImpl() { return *ui_; }
   OptionsDialog& Options() { return *options_; }
   FileBrowser& Browser() { return *browser_; }
+  TreeController& Tree() { return *treeController_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -82,6 +84,7 @@ class PEFForm : public QMainWindow, public DocumentView {
   FileBrowser* browser_ = nullptr;
   OptionsDialog* options_ = nullptr;
   AboutDialog* about_ = nullptr;
+  TreeController* treeController_ = nullptr;
   QWidget* client_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   QTreeWidget* tree_ = nullptr;

@@ -161,7 +161,6 @@ void PEFForm::BuildBrowserAndTree(QWidget* client) {
   tree_ = new QTreeWidget(client);
   tree_->setObjectName("TreeView1");
   tree_->setHeaderHidden(true);
-  tree_->setContextMenuPolicy(Qt::CustomContextMenu);
 }
 
 void PEFForm::BuildRangeColumn(QWidget* client) {

@@ -4,6 +4,7 @@
 #include <QClipboard>
 #include <QFileDialog>
 #include <QGuiApplication>
+#include <QInputDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -77,6 +78,18 @@ std::string QtUserInterface::ChooseFile(const FileDialogRequest& request) {
     chosen = QFileDialog::getSaveFileName(window_, Text(request.title), directory, filter, nullptr, options);
   }
   return chosen.toStdString();
+}
+
+QString QtUserInterface::InputBox(const QString& prompt, const QString& title, const QString& value) {
+  if (inputAnswerer_) return inputAnswerer_(prompt, title, value);
+  QInputDialog box(window_);
+  box.setObjectName("InputBox");
+  box.setWindowTitle(title);
+  box.setLabelText(prompt);
+  box.setTextValue(value);
+  // The prompts are whole sentences; wrapped they keep the box narrow.
+  if (auto* label = box.findChild<QLabel*>()) label->setWordWrap(true);
+  return box.exec() == QDialog::Accepted ? box.textValue() : QString();
 }
 
 int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {

@@ -23,6 +23,8 @@ class QtUserInterface : public UserInterface {
  public:
   // Answers the file dialog in place of the platform's; tests use it.
   using FileChooser = std::function<std::string(const FileDialogRequest&, const QString& qtFilter)>;
+  // Answers the input box in place of the user; tests use it.
+  using InputAnswerer = std::function<QString(const QString& prompt, const QString& title, const QString& value)>;
 
   QtUserInterface(QMainWindow* window, QStatusBar* status, QLabel* airfoilName);
 
@@ -36,7 +38,12 @@ class QtUserInterface : public UserInterface {
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;
 
+  // An input box with `prompt`, `title` and the default text `value`: the
+  // text entered, or "" when the user cancelled.
+  QString InputBox(const QString& prompt, const QString& title, const QString& value);
+
   void SetFileChooser(FileChooser chooser) { fileChooser_ = std::move(chooser); }
+  void SetInputAnswerer(InputAnswerer answerer) { inputAnswerer_ = std::move(answerer); }
   // Where the file dialogs open: the directory the browser shows.
   void SetDialogDirectory(std::function<QString()> directory) { dialogDirectory_ = std::move(directory); }
 
@@ -45,6 +52,7 @@ class QtUserInterface : public UserInterface {
   QStatusBar* status_;
   QLabel* airfoilName_;
   FileChooser fileChooser_;
+  InputAnswerer inputAnswerer_;
   std::function<QString()> dialogDirectory_;
   int busyDepth_ = 0;
 };

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QUrl>
 #include <QStatusBar>
+#include <QTreeWidget>
 #include <fstream>
 
 #include "app/file_browser.h"
@@ -231,6 +232,10 @@ TEST_F(FileBrowsing, EnvelopeAddsASetAndWritesItsFile) {
   ASSERT_EQ(form.Document().Current().ConfigCount(), 2);
   EXPECT_EQ(form.Document().Current().Configuration(2)->Name, "Envelope");
   EXPECT_TRUE(std::filesystem::exists(dir.File("Envelope.pef")));
+  const QList<QTreeWidgetItem*> shown =
+      Find<QTreeWidget>("TreeView1")->findItems("Set 2: Envelope", Qt::MatchExactly | Qt::MatchRecursive);
+  ASSERT_EQ(shown.size(), 1);
+  EXPECT_EQ(shown[0]->child(0)->data(0, Qt::UserRole).toString(), "c 2|p 1");
 }
 
 TEST_F(FileBrowsing, AFileDroppedOnTheWindowOpens) {

@@ -1,10 +1,14 @@
 // Renders the main window with a file loaded, in English and in German, to
-// PNG files for a look by eye:  tavilo_screenshots <file> <out-prefix>.
+// PNG files for a look by eye:  tavilo_screenshots <file> <out-prefix>
+// [<file to import>...]; the structure tree views import the further files.
 // It uses a private settings store, never the user's own.
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QMouseEvent>
+#include <QTreeWidget>
 #include <QTabWidget>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -15,6 +19,8 @@
 #include "app/file_browser.h"
 #include "app/options_dialog.h"
 #include "app/pef_form.h"
+#include "app/qt_user_interface.h"
+#include "app/tree_controller.h"
 #include "strings/string_table.h"
 
 namespace {
@@ -31,6 +37,46 @@ void Save(QWidget* widget, const QString& path) {
   std::cout << path.toStdString() << '\n';
 }
 
+// A click of `button` on the tree node `row` rows from the top.
+void ClickNode(QTreeWidget* tree, int row, Qt::MouseButton button) {
+  QTreeWidgetItem* item = tree->topLevelItem(0);
+  for (int i = 0; i < row && item != nullptr; ++i) item = tree->itemBelow(item);
+  if (item == nullptr) return;
+  QWidget* viewport = tree->viewport();
+  const QPointF at(tree->visualItemRect(item).center());
+  const QPointF global(viewport->mapToGlobal(at));
+  QMouseEvent press(QEvent::MouseButtonPress, at, global, button, button, Qt::NoModifier);
+  QMouseEvent release(QEvent::MouseButtonRelease, at, global, button, Qt::NoButton, Qt::NoModifier);
+  QApplication::sendEvent(viewport, &press);
+  if (button == Qt::RightButton) {
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, at.toPoint(), global.toPoint());
+    QApplication::sendEvent(viewport, &menu);
+  }
+  QApplication::sendEvent(viewport, &release);
+  QApplication::processEvents();
+}
+
+// The tree with the second polar unticked, its pop-up, the properties
+// dialog, then the envelope of the polars left active.
+void SaveTreeViews(tavilo::PEFForm& window, const QString& prefix) {
+  auto* tree = window.findChild<QTreeWidget*>("TreeView1");
+  ClickNode(tree, 3, Qt::LeftButton);
+  Save(&window, prefix + "-tree-en.png");
+  ClickNode(tree, 2, Qt::RightButton);
+  auto* menu = window.findChild<QMenu*>("mnuEditPolar");
+  Save(menu, prefix + "-popup-en.png");
+  menu->hide();
+  auto* dialog = window.findChild<QDialog*>("frmPolarProps");
+  QTimer::singleShot(50, dialog, [dialog, prefix] {
+    Save(dialog, prefix + "-properties-en.png");
+    dialog->reject();
+  });
+  window.Tree().EditName();
+  window.findChild<QAction*>("mnuToolsEnvelope")->trigger();
+  QApplication::processEvents();
+  Save(&window, prefix + "-envelope-en.png");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -38,7 +84,7 @@ int main(int argc, char** argv) {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsHome.path());
   QApplication app(argc, argv);
   if (argc < 3) {
-    std::cerr << "usage: tavilo_screenshots <polar file> <output prefix>\n";
+    std::cerr << "usage: tavilo_screenshots <polar file> <output prefix> [<file to import>...]\n";
     return 2;
   }
   const QFileInfo file(QString::fromLocal8Bit(argv[1]));
@@ -75,5 +121,16 @@ int main(int argc, char** argv) {
     Save(options, prefix + "-options-" + suffix + ".png");
     options->hide();
   }
+  tavilo::SetLanguage(tavilo::kEnglish);
+  window.SwitchLanguage();
+  window.Document().OpenFile(file.absoluteFilePath().toStdString());
+  for (int i = 3; i < argc; ++i) {
+    const std::string imported = QFileInfo(QString::fromLocal8Bit(argv[i])).absoluteFilePath().toStdString();
+    window.UserInterfaceImpl().SetFileChooser([imported](const tavilo::FileDialogRequest&, const QString&) {
+      return imported;
+    });
+    window.Document().Import();
+  }
+  SaveTreeViews(window, prefix);
   return 0;
 }

@@ -1,0 +1,237 @@
+#include "tree_controller.h"
+
+#include <QAction>
+#include <QContextMenuEvent>
+#include <QCursor>
+#include <QMenu>
+#include <QMouseEvent>
+#include <QTreeWidget>
+#include <algorithm>
+#include <map>
+
+#include "error_guard.h"
+#include "fileio/clipboard.h"
+#include "icons.h"
+#include "polar_props_dialog.h"
+#include "qt_user_interface.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+namespace {
+
+QString Text(const std::string& text) { return QString::fromStdString(text); }
+
+QString ResString(int id) { return Text(GetResString(id)); }
+
+// The mouse button numbers the tree's tag has always held.
+int ButtonNumber(Qt::MouseButton button) {
+  switch (button) {
+    case Qt::LeftButton:
+      return 1;
+    case Qt::RightButton:
+      return 2;
+    case Qt::MiddleButton:
+      return 4;
+    default:
+      return 0;
+  }
+}
+
+QAction* Entry(QMenu* menu, const char* name) { return menu->findChild<QAction*>(QString::fromLatin1(name)); }
+
+}  // namespace
+
+TreeController::TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar, DocumentController& document,
+                               QtUserInterface& ui, DocumentView& view)
+    : QObject(tree),
+      tree_(tree),
+      edit_(edit),
+      editPolar_(editPolar),
+      document_(document),
+      ui_(ui),
+      view_(view),
+      polarProps_(new PolarPropsDialog(tree->window())),
+      activeIcon_(NodeIcon(true)),
+      inactiveIcon_(NodeIcon(false)) {
+  tree_->setContextMenuPolicy(Qt::DefaultContextMenu);
+  tree_->setSelectionMode(QAbstractItemView::SingleSelection);
+  tree_->installEventFilter(this);
+  tree_->viewport()->installEventFilter(this);
+  connect(tree_, &QTreeWidget::itemClicked, this,
+          [this](QTreeWidgetItem* item) { NodeClick(item, QCursor::pos()); });
+  WireMenus();
+}
+
+TreeController::~TreeController() = default;
+
+void TreeController::WireMenus() {
+  struct Command {
+    QMenu* menu;
+    const char* name;
+    void (TreeController::*handler)();
+    QKeySequence key;
+  };
+  const Command commands[] = {
+      {edit_, "mnuEditDelete", &TreeController::EditDelete, QKeySequence::Delete},
+      {edit_, "mnuEditName", &TreeController::EditName, QKeySequence(Qt::Key_F2)},
+      {editPolar_, "mnuEditPolarDelete", &TreeController::EditDelete, QKeySequence::Delete},
+      {editPolar_, "mnuEditCopy", &TreeController::EditCopy, QKeySequence::Copy},
+      {editPolar_, "mnuEditPolarPaste", &TreeController::EditPaste, QKeySequence::Paste},
+      {editPolar_, "mnuEditPolarName", &TreeController::EditName, QKeySequence(Qt::Key_F2)},
+  };
+  for (const Command& command : commands) {
+    QAction* entry = Entry(command.menu, command.name);
+    connect(entry, &QAction::triggered, this, command.handler);
+    // Shown in the pop-ups; the tree's own key actions below do the work,
+    // so that a key never means two entries at once.
+    entry->setShortcut(command.key);
+    entry->setShortcutContext(Qt::WidgetShortcut);
+  }
+  for (int i : {0, 1, 3, 4}) {
+    auto* key = new QAction(tree_);
+    key->setObjectName(QStringLiteral("TreeKey_") + QString::fromLatin1(commands[i].name));
+    key->setShortcut(commands[i].key);
+    key->setShortcutContext(Qt::WidgetShortcut);
+    connect(key, &QAction::triggered, this, commands[i].handler);
+    tree_->addAction(key);
+  }
+}
+
+QString TreeController::SelectedKey() const {
+  const QTreeWidgetItem* item = tree_->currentItem();
+  return item == nullptr ? QString() : item->data(0, kKeyRole).toString();
+}
+
+void TreeController::UpdateTreeView() {
+  const QString selected = SelectedKey();
+  tree_->clear();
+  items_.clear();
+  nodes_ = BuildTree(document_.Current());
+  std::map<std::string, QTreeWidgetItem*> byKey;
+  QTreeWidgetItem* current = nullptr;
+  for (const TreeNode& node : nodes_) {
+    auto* item = node.parentKey.empty() ? new QTreeWidgetItem(tree_) : new QTreeWidgetItem(byKey.at(node.parentKey));
+    item->setText(0, Text(node.text));
+    item->setData(0, kKeyRole, Text(node.key));
+    item->setIcon(0, node.active ? activeIcon_ : inactiveIcon_);
+    byKey[node.key] = item;
+    items_.push_back(item);
+    if (Text(node.key) == selected) current = item;
+  }
+  tree_->expandAll();
+  if (current != nullptr) tree_->setCurrentItem(current);
+}
+
+void TreeController::NodeClick(QTreeWidgetItem* item, QPoint globalPos) {
+  if (item == nullptr) return;
+  tree_->setCurrentItem(item);
+  if (lastButton_ == 1) {
+    Toggle(item);
+  } else {
+    ShowPopup(item, globalPos);
+  }
+}
+
+void TreeController::Toggle(QTreeWidgetItem* item) {
+  const auto found = std::find(items_.begin(), items_.end(), item);
+  if (found == items_.end()) return;
+  RunGuarded(ui_, [&] {
+    ToggleNode(document_.Current(), nodes_, static_cast<size_t>(found - items_.begin()));
+    for (size_t i = 0; i < nodes_.size(); ++i) items_[i]->setIcon(0, nodes_[i].active ? activeIcon_ : inactiveIcon_);
+    view_.RefreshPlots();
+  });
+}
+
+void TreeController::ShowPopup(QTreeWidgetItem* item, QPoint globalPos) {
+  const std::string key = item->data(0, kKeyRole).toString().toStdString();
+  QMenu* menu = (KindOfKey(key) == NodeKind::Polar && key.find("|p") != std::string::npos) ? editPolar_ : edit_;
+  // Not exec(): the entries act on the selected node whenever they fire.
+  menu->popup(globalPos);
+}
+
+bool TreeController::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == tree_->viewport() && event->type() == QEvent::MouseButtonPress) {
+    lastButton_ = ButtonNumber(static_cast<QMouseEvent*>(event)->button());
+  } else if (watched == tree_->viewport() && event->type() == QEvent::MouseButtonRelease) {
+    // Qt reports clicks of the left button only; a middle click counts as
+    // a right one here, as it always did.
+    auto* mouse = static_cast<QMouseEvent*>(event);
+    if (mouse->button() == Qt::MiddleButton) {
+      NodeClick(tree_->itemAt(mouse->position().toPoint()), mouse->globalPosition().toPoint());
+    }
+  } else if (event->type() == QEvent::ContextMenu && (watched == tree_ || watched == tree_->viewport())) {
+    auto* menuEvent = static_cast<QContextMenuEvent*>(event);
+    if (menuEvent->reason() == QContextMenuEvent::Mouse) {
+      NodeClick(tree_->itemAt(tree_->viewport()->mapFromGlobal(menuEvent->globalPos())), menuEvent->globalPos());
+    } else if (QTreeWidgetItem* item = tree_->currentItem()) {
+      // The menu key: the pop-up opens at the selected node.
+      ShowPopup(item, tree_->viewport()->mapToGlobal(tree_->visualItemRect(item).center()));
+    }
+    return true;
+  }
+  return QObject::eventFilter(watched, event);
+}
+
+void TreeController::ShowEdited() {
+  UpdateTreeView();
+  view_.RefreshPlots();
+}
+
+void TreeController::EditDelete() {
+  const std::string key = SelectedKey().toStdString();
+  if (key.empty()) return;
+  RunGuarded(ui_, [&] {
+    DeleteNode(document_.Current(), key);
+    ShowEdited();
+    view_.EnableItems(false);
+  });
+}
+
+void TreeController::EditName() {
+  const QTreeWidgetItem* item = tree_->currentItem();
+  if (item == nullptr) return;
+  const std::string key = item->data(0, kKeyRole).toString().toStdString();
+  const QString title = item->text(0);
+  RunGuarded(ui_, [&] {
+    Airfoil& airfoil = document_.Current();
+    const NodeKind kind = KindOfKey(key);
+    if (kind == NodeKind::None) return;
+    if (kind == NodeKind::Root) {
+      const QString name = ui_.InputBox(ResString(63), ResString(66), Text(airfoil.Name));
+      if (!name.isEmpty()) airfoil.Name = name.toStdString();
+    } else {
+      ConfigurationPtr set = airfoil.Configuration(SetIndexOfKey(key));
+      if (!set) return;
+      if (kind == NodeKind::Set) {
+        const QString name = ui_.InputBox(ResString(64), ResString(68), Text(set->Name));
+        if (!name.isEmpty()) set->Name = name.toStdString();
+      } else if (PolarPtr polar = set->Polar(PolarIndexOfKey(key))) {
+        RenamePolar(*polar, title);
+      }
+    }
+    ShowEdited();
+  });
+}
+
+void TreeController::RenamePolar(Polar& polar, const QString& title) {
+  ApplyProperties(polar, polarProps_->Edit(PropertiesOf(polar), title));
+}
+
+void TreeController::EditCopy() {
+  const std::string key = SelectedKey().toStdString();
+  if (KindOfKey(key) != NodeKind::Polar) return;
+  RunGuarded(ui_, [&] { CopyPolar(document_.Current(), key, ui_); });
+}
+
+void TreeController::EditPaste() {
+  const std::string key = SelectedKey().toStdString();
+  if (KindOfKey(key) != NodeKind::Polar) return;
+  RunGuarded(ui_, [&] {
+    if (PastePolar(document_.Current(), key, ui_)) ShowEdited();
+  });
+}
+
+void TreeController::SwitchLanguage() { polarProps_->SwitchLanguage(); }
+
+}  // namespace tavilo

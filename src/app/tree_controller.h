@@ -1,0 +1,81 @@
+#pragma once
+// The structure tree TreeView1: mirrors the document's nodes, toggles the
+// active marks on a left click, opens the edit pop-ups on a right click and
+// runs their commands (delete, rename, copy, paste) on the selected node.
+
+#include <QIcon>
+#include <QObject>
+#include <QPoint>
+#include <QString>
+#include <vector>
+
+#include "document_controller.h"
+#include "tree/structure_tree.h"
+
+class QAction;
+class QMenu;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace tavilo {
+
+class PolarPropsDialog;
+class QtUserInterface;
+
+class TreeController : public QObject {
+  Q_OBJECT
+
+ public:
+  // The item data role that holds a node's key ("r", "c 1", "c 1|p 2").
+  static constexpr int kKeyRole = Qt::UserRole;
+
+  // Wires the tree and the entries of the pop-ups `edit` (mnuEdit) and
+  // `editPolar` (mnuEditPolar).
+  TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar, DocumentController& document,
+                 QtUserInterface& ui, DocumentView& view);
+  ~TreeController() override;
+
+  // Rebuilds every node from the document; the node that was selected
+  // stays selected while its key exists.
+  void UpdateTreeView();
+
+  // A click on `item` with the mouse button pressed last: the left button
+  // toggles, any other opens the pop-up at `globalPos`.
+  void NodeClick(QTreeWidgetItem* item, QPoint globalPos);
+
+  // The commands on the selected node; with no node selected they do nothing.
+  void EditDelete();
+  void EditName();
+  void EditCopy();
+  void EditPaste();
+
+  // The key of the selected node, "" when none is.
+  QString SelectedKey() const;
+  PolarPropsDialog& PolarProps() { return *polarProps_; }
+  void SwitchLanguage();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Toggle(QTreeWidgetItem* item);
+  void ShowPopup(QTreeWidgetItem* item, QPoint globalPos);
+  void RenamePolar(Polar& polar, const QString& title);
+  void ShowEdited();
+  void WireMenus();
+
+  QTreeWidget* tree_;
+  QMenu* edit_;
+  QMenu* editPolar_;
+  DocumentController& document_;
+  QtUserInterface& ui_;
+  DocumentView& view_;
+  PolarPropsDialog* polarProps_;
+  std::vector<TreeNode> nodes_;
+  std::vector<QTreeWidgetItem*> items_;  // one per node, in the same order
+  QIcon activeIcon_;
+  QIcon inactiveIcon_;
+  int lastButton_ = 0;  // 1 left, 2 right, 4 middle, as the tree's tag held it
+};
+
+}  // namespace tavilo

@@ -1,0 +1,206 @@
+// The structure tree: its nodes and marks, clicks with either button, and
+// the edit commands of its pop-ups and keys.
+#include <QClipboard>
+#include <QContextMenuEvent>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTest>
+#include <QTreeWidget>
+
+#include "app/icons.h"
+#include "app/polar_props_dialog.h"
+#include "app/tree_controller.h"
+#include "app_fixture.h"
+
+namespace tavilo::testing {
+namespace {
+
+class StructureTree : public MainWindowTest {
+ protected:
+  // Opens a file of one set "clean" with `polars` polars.
+  PEFForm& StartWith(int polars) {
+    WritePolarFile(dir, "wing.xml", "Wing", polars);
+    PEFForm& form = Start();
+    form.Document().OpenFile(dir.File("wing.xml"));
+    return form;
+  }
+
+  QTreeWidget* Tree() { return Find<QTreeWidget>("TreeView1"); }
+
+  QTreeWidgetItem* Node(const char* key) {
+    for (QTreeWidgetItemIterator it(Tree()); *it != nullptr; ++it) {
+      if ((*it)->data(0, TreeController::kKeyRole).toString() == QLatin1String(key)) return *it;
+    }
+    ADD_FAILURE() << "no node " << key;
+    return nullptr;
+  }
+
+  // A click as the window system delivers it: a right press also brings
+  // the context menu event, which QTest leaves out.
+  void Click(const char* key, Qt::MouseButton button = Qt::LeftButton) {
+    QTreeWidgetItem* item = Node(key);
+    ASSERT_NE(item, nullptr);
+    QWidget* viewport = Tree()->viewport();
+    const QPoint at = Tree()->visualItemRect(item).center();
+    QTest::mousePress(viewport, button, Qt::NoModifier, at);
+    if (button == Qt::RightButton) {
+      QContextMenuEvent menu(QContextMenuEvent::Mouse, at, viewport->mapToGlobal(at));
+      QApplication::sendEvent(viewport, &menu);
+    }
+    QTest::mouseRelease(viewport, button, Qt::NoModifier, at);
+    QApplication::processEvents();
+  }
+
+  static bool ShowsActive(const QTreeWidgetItem* item) {
+    const QImage shown = item->icon(0).pixmap(16).toImage();
+    if (shown == NodeIcon(true).pixmap(16).toImage()) return true;
+    EXPECT_EQ(shown, NodeIcon(false).pixmap(16).toImage()) << "neither mark";
+    return false;
+  }
+
+  Polar& PolarAt(int set, int polar) { return *window->Document().Current().Configuration(set)->Polar(polar); }
+};
+
+TEST_F(StructureTree, MirrorsTheDocumentExpandedAndIsEmptyWithoutSets) {
+  StartWith(2);
+  ASSERT_EQ(Tree()->topLevelItemCount(), 1);
+  const char* keys[] = {"r", "c 1", "c 1|p 1", "c 1|p 2"};
+  const char* texts[] = {"Wing", "Set 1: clean", "Polar 1, Re= 100000, Polar", "Polar 2, Re= 200000, Polar"};
+  for (int i = 0; i < 4; ++i) {
+    QTreeWidgetItem* item = Node(keys[i]);
+    ASSERT_NE(item, nullptr);
+    EXPECT_EQ(item->text(0).toStdString(), texts[i]);
+    EXPECT_TRUE(ShowsActive(item)) << keys[i];
+    EXPECT_TRUE(item->childCount() == 0 || item->isExpanded()) << keys[i];
+  }
+  EXPECT_EQ(Node("c 1|p 2")->parent(), Node("c 1"));
+
+  Action("Toolbar1_NEW")->trigger();
+  EXPECT_EQ(Tree()->topLevelItemCount(), 0);
+}
+
+TEST_F(StructureTree, LeftClickTogglesAPolarAndTheRootTogglesEverything) {
+  StartWith(2);
+  Click("c 1|p 2");
+  EXPECT_FALSE(PolarAt(1, 2).Selected);
+  EXPECT_TRUE(PolarAt(1, 1).Selected);
+  EXPECT_FALSE(ShowsActive(Node("c 1|p 2")));
+  EXPECT_TRUE(ShowsActive(Node("c 1|p 1")));
+
+  Click("r");
+  for (const char* key : {"r", "c 1", "c 1|p 1", "c 1|p 2"}) EXPECT_FALSE(ShowsActive(Node(key))) << key;
+  EXPECT_FALSE(PolarAt(1, 1).Selected);
+  Click("r");
+  for (const char* key : {"r", "c 1", "c 1|p 1", "c 1|p 2"}) EXPECT_TRUE(ShowsActive(Node(key))) << key;
+  EXPECT_TRUE(PolarAt(1, 1).Selected && PolarAt(1, 2).Selected);
+}
+
+TEST_F(StructureTree, OtherButtonsOpenThePopupOfTheNodeKindWithoutToggling) {
+  StartWith(1);
+  auto* edit = Find<QMenu>("mnuEdit");
+  auto* editPolar = Find<QMenu>("mnuEditPolar");
+  struct Case {
+    const char* key;
+    QMenu* expected;
+    QMenu* other;
+  };
+  for (const Case& c : {Case{"c 1|p 1", editPolar, edit}, Case{"c 1", edit, editPolar}, Case{"r", edit, editPolar}}) {
+    Click(c.key, c.expected == edit ? Qt::RightButton : Qt::MiddleButton);
+    EXPECT_TRUE(c.expected->isVisible()) << c.key;
+    EXPECT_FALSE(c.other->isVisible()) << c.key;
+    EXPECT_EQ(window->Tree().SelectedKey(), c.key);
+    c.expected->hide();
+  }
+  EXPECT_TRUE(PolarAt(1, 1).Selected);
+  EXPECT_TRUE(ShowsActive(Node("c 1|p 1")));
+}
+
+TEST_F(StructureTree, DeleteRemovesThePolarThenItsEmptySetAndDisablesTheDataCommands) {
+  StartWith(2);
+  Click("c 1|p 1", Qt::RightButton);
+  Find<QMenu>("mnuEditPolar")->hide();
+  Action("mnuEditPolarDelete")->trigger();
+  ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 1);
+  EXPECT_EQ(PolarAt(1, 1).ReynoldsNumber, 200000.0);
+  EXPECT_EQ(Node("c 1|p 1")->text(0).toStdString(), "Polar 1, Re= 200000, Polar");
+
+  // The Delete key acts on the selected node, which stays on its key.
+  Tree()->setFocus();
+  QTest::keyClick(Tree(), Qt::Key_Delete);
+  EXPECT_EQ(window->Document().Current().ConfigCount(), 0);
+  EXPECT_EQ(Tree()->topLevelItemCount(), 0);
+  EXPECT_FALSE(Action("mnuToolsEnvelope")->isEnabled());
+  Action("mnuEditDelete")->trigger();  // nothing selected: nothing happens
+}
+
+TEST_F(StructureTree, RenameAsksForRootAndSetAndAnEmptyAnswerChangesNothing) {
+  PEFForm& form = StartWith(1);
+  std::vector<QStringList> asked;
+  QString answer = "Flying wing";
+  form.UserInterfaceImpl().SetInputAnswerer([&](const QString& prompt, const QString& title, const QString& value) {
+    asked.push_back({prompt, title, value});
+    return answer;
+  });
+  Click("r", Qt::RightButton);
+  Find<QMenu>("mnuEdit")->hide();
+  Action("mnuEditName")->trigger();
+  answer = "";
+  Click("c 1", Qt::RightButton);
+  Find<QMenu>("mnuEdit")->hide();
+  Action("mnuEditName")->trigger();
+
+  ASSERT_EQ(asked.size(), 2u);
+  EXPECT_EQ(asked[0], QStringList({QString::fromStdString(GetResString(63)), "Change Airfoil Name", "Wing"}));
+  EXPECT_EQ(asked[1], QStringList({QString::fromStdString(GetResString(64)), "Change Set Description", "clean"}));
+  EXPECT_EQ(Node("r")->text(0).toStdString(), "Flying wing");
+  EXPECT_EQ(Node("c 1")->text(0).toStdString(), "Set 1: clean");
+}
+
+TEST_F(StructureTree, PolarPropertiesTakeTheEditsEvenOnCancel) {
+  StartWith(1);
+  PolarAt(1, 1).ReynoldsNumber = 123456.7;
+  PolarAt(1, 1).MachNumber = 0.12346;
+  auto* dialog = Find<PolarPropsDialog>("frmPolarProps");
+  Click("c 1|p 1");  // selects it (and toggles its mark)
+  Tree()->setFocus();
+  QStringList shown;
+  QTimer::singleShot(0, dialog, [&] {
+    for (const char* name : {"btnOK", "btnCancel", "txtReNo", "txtMachNo"}) {
+      auto* field = dialog->findChild<QWidget*>(name);
+      auto* edit = qobject_cast<QLineEdit*>(field);
+      shown << (edit != nullptr ? edit->text() : qobject_cast<QPushButton*>(field)->text());
+    }
+    dialog->findChild<QLineEdit*>("txtName")->setText("tripped");
+    dialog->findChild<QPushButton*>("btnCancel")->click();
+  });
+  QTest::keyClick(Tree(), Qt::Key_F2);
+
+  EXPECT_EQ(shown, QStringList({"OK", "&Cancel", "123457", "0.1235"}));
+  EXPECT_EQ(PolarAt(1, 1).Name, "tripped");
+  EXPECT_EQ(PolarAt(1, 1).ReynoldsNumber, 123457.0);
+  EXPECT_EQ(PolarAt(1, 1).MachNumber, 0.1235);
+  EXPECT_EQ(Node("c 1|p 1")->text(0).toStdString(), "Polar 1, Re= 123457, tripped");
+}
+
+TEST_F(StructureTree, CopyThenPasteAppendsADuplicateToTheSameSet) {
+  StartWith(2);
+  QApplication::clipboard()->setText("untouched");
+  Click("c 1", Qt::RightButton);
+  Find<QMenu>("mnuEdit")->hide();
+  Tree()->setFocus();
+  QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);  // a set: nothing to copy
+  EXPECT_EQ(QApplication::clipboard()->text(), "untouched");
+
+  Click("c 1|p 2", Qt::RightButton);
+  Find<QMenu>("mnuEditPolar")->hide();
+  QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);
+  QTest::keyClick(Tree(), Qt::Key_V, Qt::ControlModifier);
+  ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 3);
+  EXPECT_EQ(PolarAt(1, 3).ReynoldsNumber, 200000.0);
+  EXPECT_EQ(PolarAt(1, 3).PointCount(), 3);
+  EXPECT_EQ(Node("c 1|p 3")->text(0).toStdString(), "Polar 3, Re= 200000, Polar");
+}
+
+}  // namespace
+}  // namespace tavilo::testing
