@@ -14,18 +14,6 @@ namespace tavilo {
 
 namespace {
 
-using enum CaptionTarget;
-
-// The name field borrows the "Name" of the edit menus: the table has no
-// label text of its own for it.
-constexpr Caption kPolarProps[] = {
-    {"lblName", -1, 28, Text},
-    {"btnOK", -1, 33, Text},
-    {"btnCancel", -1, 88, Text},
-    {"lblReNo", -1, 89, Text},
-    {"lblMachNo", -1, 90, Text},
-};
-
 QLineEdit* NewField(QWidget* parent, const char* name) {
   auto* field = new QLineEdit(parent);
   field->setObjectName(name);
@@ -72,7 +60,7 @@ PolarPropsDialog::PolarPropsDialog(QWidget* parent) : QDialog(parent) {
   SwitchLanguage();
 }
 
-void PolarPropsDialog::SwitchLanguage() { ApplyCaptions(this, kPolarProps); }
+void PolarPropsDialog::SwitchLanguage() { ApplyCaptions(this, PolarPropsCaptions()); }
 
 PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title) {
   SwitchLanguage();

@@ -71,6 +71,13 @@ constexpr Caption kOptions[] = {
     {"btnOkay", -1, 58, Text},
 };
 
+// The polar name field borrows the "Name" of the edit menus: the table has
+// no label text of its own for it.
+constexpr Caption kPolarProps[] = {
+    {"lblName", -1, 28, Text},   {"btnOK", -1, 33, Text},     {"btnCancel", -1, 88, Text},
+    {"lblReNo", -1, 89, Text},   {"lblMachNo", -1, 90, Text},
+};
+
 constexpr Caption kApprox[] = {
     {"", -1, 38, WindowTitle},  {"Command1", -1, 39, Text}, {"btnShow", -1, 40, Text},
     {"lblValue", 0, 41, Text},  {"lblValue", 1, 42, Text},  {"lblValue", 2, 43, Text},
@@ -86,6 +93,7 @@ std::span<const Caption> AirfoilSelectCaptions() { return kAirfoilSelect; }
 std::span<const Caption> AboutCaptions() { return kAbout; }
 std::span<const Caption> OptionsCaptions() { return kOptions; }
 std::span<const Caption> ApproxCaptions() { return kApprox; }
+std::span<const Caption> PolarPropsCaptions() { return kPolarProps; }
 
 std::string AboutText() {
   const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +

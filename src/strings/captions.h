@@ -28,6 +28,7 @@ std::span<const Caption> AirfoilSelectCaptions();  // frmAirfoilSelect
 std::span<const Caption> AboutCaptions();          // frmAbout
 std::span<const Caption> OptionsCaptions();        // frmOptions
 std::span<const Caption> ApproxCaptions();         // frmApprox
+std::span<const Caption> PolarPropsCaptions();     // frmPolarProps (no title)
 
 // Fixed captions of the two language menu items, the same in both languages.
 inline constexpr std::string_view kEnglishMenuCaption = "English";
