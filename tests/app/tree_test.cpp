@@ -52,6 +52,13 @@ class StructureTree : public MainWindowTest {
     QApplication::processEvents();
   }
 
+  // Selects a node as a right click does, without leaving its pop-up open.
+  void Select(const char* key) {
+    Click(key, Qt::RightButton);
+    Find<QMenu>("mnuEdit")->hide();
+    Find<QMenu>("mnuEditPolar")->hide();
+  }
+
   static bool ShowsActive(const QTreeWidgetItem* item) {
     const QImage shown = item->icon(0).pixmap(16).toImage();
     if (shown == NodeIcon(true).pixmap(16).toImage()) return true;
@@ -118,8 +125,7 @@ TEST_F(StructureTree, OtherButtonsOpenThePopupOfTheNodeKindWithoutToggling) {
 
 TEST_F(StructureTree, DeleteRemovesThePolarThenItsEmptySetAndDisablesTheDataCommands) {
   StartWith(2);
-  Click("c 1|p 1", Qt::RightButton);
-  Find<QMenu>("mnuEditPolar")->hide();
+  Select("c 1|p 1");
   Action("mnuEditPolarDelete")->trigger();
   ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 1);
   EXPECT_EQ(PolarAt(1, 1).ReynoldsNumber, 200000.0);
@@ -142,12 +148,10 @@ TEST_F(StructureTree, RenameAsksForRootAndSetAndAnEmptyAnswerChangesNothing) {
     asked.push_back({prompt, title, value});
     return answer;
   });
-  Click("r", Qt::RightButton);
-  Find<QMenu>("mnuEdit")->hide();
+  Select("r");
   Action("mnuEditName")->trigger();
   answer = "";
-  Click("c 1", Qt::RightButton);
-  Find<QMenu>("mnuEdit")->hide();
+  Select("c 1");
   Action("mnuEditName")->trigger();
 
   ASSERT_EQ(asked.size(), 2u);
@@ -186,14 +190,12 @@ TEST_F(StructureTree, PolarPropertiesTakeTheEditsEvenOnCancel) {
 TEST_F(StructureTree, CopyThenPasteAppendsADuplicateToTheSameSet) {
   StartWith(2);
   QApplication::clipboard()->setText("untouched");
-  Click("c 1", Qt::RightButton);
-  Find<QMenu>("mnuEdit")->hide();
+  Select("c 1");
   Tree()->setFocus();
   QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);  // a set: nothing to copy
   EXPECT_EQ(QApplication::clipboard()->text(), "untouched");
 
-  Click("c 1|p 2", Qt::RightButton);
-  Find<QMenu>("mnuEditPolar")->hide();
+  Select("c 1|p 2");
   QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);
   QTest::keyClick(Tree(), Qt::Key_V, Qt::ControlModifier);
   ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 3);
