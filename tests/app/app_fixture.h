@@ -28,21 +28,10 @@
 
 namespace tavilo::testing {
 
-inline void ClearSettings() {
-  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
-  store.clear();
-  store.sync();
-}
-
-inline QString StoredSetting(const char* key) {
-  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
-  return store.value(QStringLiteral("Tavilo/") + key).toString();
-}
-
-inline void StoreSetting(const char* key, const QString& value) {
-  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
-  store.setValue(QStringLiteral("Tavilo/") + key, value);
-}
+inline QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
+inline void ClearSettings() { Store().clear(); }
+inline QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
+inline void StoreSetting(const char* key, const QString& value) { Store().setValue(QStringLiteral("Tavilo/") + key, value); }
 
 // An XML polar file with one set holding `polars` polars of three points.
 inline std::string WritePolarFile(const TempDir& dir, const std::string& name, const std::string& airfoilName,

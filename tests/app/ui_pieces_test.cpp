@@ -1,12 +1,11 @@
-// The smaller pieces of the desktop side: file dialog filters, the error
-// guard and the read-outs.
+// The smaller pieces of the desktop side: file dialog filters and the
+// read-outs.
 #include <QLabel>
+#include <QMouseEvent>
 
-#include "app/error_guard.h"
 #include "app/graph_widget.h"
 #include "app/qt_user_interface.h"
 #include "app_fixture.h"
-#include "support/recording_ui.h"
 
 namespace tavilo::testing {
 namespace {
@@ -25,18 +24,6 @@ TEST(QtFileFilter, TurnsPipeJoinedPairsIntoQtFilters) {
       {"", ""},
   };
   for (const Case& c : cases) EXPECT_EQ(QtFileFilter(c.pairs), c.expected) << c.pairs;
-}
-
-TEST(RunGuarded, ShowsCoreAndStandardErrorsAndReportsFailure) {
-  RecordingUserInterface ui;
-  EXPECT_TRUE(RunGuarded(ui, [] {}));
-  EXPECT_FALSE(RunGuarded(ui, [] { throw SubscriptError("set 4"); }));
-  EXPECT_FALSE(RunGuarded(ui, [] { throw std::invalid_argument("bad"); }));
-  ASSERT_EQ(ui.messages.size(), 2u);
-  EXPECT_EQ(ui.messages[0].title, "Tavilo: Error");
-  EXPECT_EQ(ui.messages[0].text, "Subscript out of range: set 4");
-  EXPECT_EQ(ui.messages[0].icon, MessageIcon::Critical);
-  EXPECT_NE(ui.messages[1].text.find("bad"), std::string::npos);
 }
 
 using Readouts = MainWindowTest;
