@@ -8,11 +8,10 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
-#include <QKeyEvent>
 #include <QListWidget>
 #include <QMessageBox>
-#include <QMouseEvent>
 #include <QSettings>
+#include <QTest>
 #include <QTimer>
 #include <memory>
 #include <vector>
@@ -24,25 +23,15 @@
 #include "formats/xml.h"
 #include "model/airfoil.h"
 #include "strings/string_table.h"
+#include "support/model_builders.h"
 #include "support/temp_dir.h"
 
 namespace tavilo::testing {
 
-inline void ClearSettings() {
-  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
-  store.clear();
-  store.sync();
-}
-
-inline QString StoredSetting(const char* key) {
-  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
-  return store.value(QStringLiteral("Tavilo/") + key).toString();
-}
-
-inline void StoreSetting(const char* key, const QString& value) {
-  QSettings store(QSettings::NativeFormat, QSettings::UserScope, "Korvend");
-  store.setValue(QStringLiteral("Tavilo/") + key, value);
-}
+inline QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
+inline void ClearSettings() { Store().clear(); }
+inline QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
+inline void StoreSetting(const char* key, const QString& value) { Store().setValue(QStringLiteral("Tavilo/") + key, value); }
 
 // An XML polar file with one set holding `polars` polars of three points.
 inline std::string WritePolarFile(const TempDir& dir, const std::string& name, const std::string& airfoilName,
@@ -52,18 +41,9 @@ inline std::string WritePolarFile(const TempDir& dir, const std::string& name, c
   auto set = std::make_shared<Configuration>();
   set->Name = "clean";
   for (int p = 0; p < polars; ++p) {
-    auto polar = std::make_shared<Polar>();
-    polar->ReynoldsNumber = 100000.0 * (p + 1);
-    polar->Selected = true;
-    for (int i = 0; i < 3; ++i) {
-      PolarPoint point;
-      point.Alfa = i * 2.0;
-      point.Cl = 0.2 + i * 0.2;
-      point.Cd = 0.01 + i * 0.001;
-      point.Cm = -0.05;
-      polar->AddPoint(point);
-    }
-    set->AddPolar(polar);
+    set->AddPolar(MakePolar(100000.0 * (p + 1), 0.0, true,
+                            {MakePoint(0, 0.2, 0.01, -0.05), MakePoint(2, 0.4, 0.011, -0.05),
+                             MakePoint(4, 0.6, 0.012, -0.05)}));
   }
   airfoil.AddConfiguration(set);
   const std::string path = dir.File(name);
@@ -147,23 +127,12 @@ class MainWindowTest : public ::testing::Test {
     list->setCurrentItem(items.first());
   }
 
-  static void PressEnter(QWidget* widget) {
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, "\r");
-    QApplication::sendEvent(widget, &press);
-  }
+  static void PressEnter(QWidget* widget) { QTest::keyClick(widget, Qt::Key_Return); }
 
   static void DoubleClick(QListWidget* list, QListWidgetItem* item) {
     const QPoint at = list->visualItemRect(item).center();
-    QWidget* viewport = list->viewport();
-    const QPointF local(at);
-    const QPointF global(viewport->mapToGlobal(at));
-    QMouseEvent press(QEvent::MouseButtonPress, local, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QMouseEvent release(QEvent::MouseButtonRelease, local, global, Qt::LeftButton, Qt::NoButton, Qt::NoModifier);
-    QMouseEvent twice(QEvent::MouseButtonDblClick, local, global, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(viewport, &press);
-    QApplication::sendEvent(viewport, &release);
-    QApplication::sendEvent(viewport, &twice);
-    QApplication::sendEvent(viewport, &release);
+    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
   }
 
   TempDir dir;

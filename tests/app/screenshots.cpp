@@ -3,6 +3,7 @@
 // [<file to import>...]; the structure tree views import the further files.
 // It uses a private settings store, never the user's own.
 #include <QApplication>
+#include <QDialog>
 #include <QDir>
 #include <QFileInfo>
 #include <QContextMenuEvent>
@@ -15,9 +16,6 @@
 #include <QTimer>
 #include <iostream>
 
-#include "app/about_dialog.h"
-#include "app/file_browser.h"
-#include "app/options_dialog.h"
 #include "app/pef_form.h"
 #include "app/qt_user_interface.h"
 #include "app/tree_controller.h"
@@ -110,16 +108,13 @@ int main(int argc, char** argv) {
       Save(&window, prefix + "-tab" + QString::number(tab) + "-" + suffix + ".png");
     }
     tabs->setCurrentIndex(0);
-    auto* about = window.findChild<tavilo::AboutDialog*>("frmAbout");
-    about->show();
-    QApplication::processEvents();
-    Save(about, prefix + "-about-" + suffix + ".png");
-    about->hide();
-    auto* options = window.findChild<tavilo::OptionsDialog*>("frmOptions");
-    options->show();
-    QApplication::processEvents();
-    Save(options, prefix + "-options-" + suffix + ".png");
-    options->hide();
+    for (const char* name : {"frmAbout", "frmOptions"}) {
+      auto* dialog = window.findChild<QDialog*>(name);
+      dialog->show();
+      QApplication::processEvents();
+      Save(dialog, prefix + "-" + QString(name).mid(3).toLower() + "-" + suffix + ".png");
+      dialog->hide();
+    }
   }
   tavilo::SetLanguage(tavilo::kEnglish);
   window.SwitchLanguage();

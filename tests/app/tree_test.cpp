@@ -52,6 +52,13 @@ class StructureTree : public MainWindowTest {
     QApplication::processEvents();
   }
 
+  // Selects a node as a right click does, without leaving its pop-up open.
+  void Select(const char* key) {
+    Click(key, Qt::RightButton);
+    Find<QMenu>("mnuEdit")->hide();
+    Find<QMenu>("mnuEditPolar")->hide();
+  }
+
   static bool ShowsActive(const QTreeWidgetItem* item) {
     const QImage shown = item->icon(0).pixmap(16).toImage();
     if (shown == NodeIcon(true).pixmap(16).toImage()) return true;
@@ -59,10 +66,17 @@ class StructureTree : public MainWindowTest {
     return false;
   }
 
+  // The marks of every node from the root down: '+' active, '-' not.
+  std::string Marks() {
+    std::string marks;
+    for (QTreeWidgetItemIterator it(Tree()); *it != nullptr; ++it) marks += ShowsActive(*it) ? '+' : '-';
+    return marks;
+  }
+
   Polar& PolarAt(int set, int polar) { return *window->Document().Current().Configuration(set)->Polar(polar); }
 };
 
-TEST_F(StructureTree, MirrorsTheDocumentExpandedAndIsEmptyWithoutSets) {
+TEST_F(StructureTree, MirrorsTheDocumentAndLeftClicksToggleAPolarOrEverything) {
   StartWith(2);
   ASSERT_EQ(Tree()->topLevelItemCount(), 1);
   const char* keys[] = {"r", "c 1", "c 1|p 1", "c 1|p 2"};
@@ -71,29 +85,23 @@ TEST_F(StructureTree, MirrorsTheDocumentExpandedAndIsEmptyWithoutSets) {
     QTreeWidgetItem* item = Node(keys[i]);
     ASSERT_NE(item, nullptr);
     EXPECT_EQ(item->text(0).toStdString(), texts[i]);
-    EXPECT_TRUE(ShowsActive(item)) << keys[i];
     EXPECT_TRUE(item->childCount() == 0 || item->isExpanded()) << keys[i];
   }
   EXPECT_EQ(Node("c 1|p 2")->parent(), Node("c 1"));
+  EXPECT_EQ(Marks(), "++++");
+
+  Click("c 1|p 2");
+  EXPECT_EQ(Marks().substr(2), "+-");
+  EXPECT_FALSE(PolarAt(1, 2).Selected);
+  Click("r");
+  EXPECT_EQ(Marks(), "----");
+  EXPECT_FALSE(PolarAt(1, 1).Selected);
+  Click("r");
+  EXPECT_EQ(Marks(), "++++");
+  EXPECT_TRUE(PolarAt(1, 1).Selected && PolarAt(1, 2).Selected);
 
   Action("Toolbar1_NEW")->trigger();
   EXPECT_EQ(Tree()->topLevelItemCount(), 0);
-}
-
-TEST_F(StructureTree, LeftClickTogglesAPolarAndTheRootTogglesEverything) {
-  StartWith(2);
-  Click("c 1|p 2");
-  EXPECT_FALSE(PolarAt(1, 2).Selected);
-  EXPECT_TRUE(PolarAt(1, 1).Selected);
-  EXPECT_FALSE(ShowsActive(Node("c 1|p 2")));
-  EXPECT_TRUE(ShowsActive(Node("c 1|p 1")));
-
-  Click("r");
-  for (const char* key : {"r", "c 1", "c 1|p 1", "c 1|p 2"}) EXPECT_FALSE(ShowsActive(Node(key))) << key;
-  EXPECT_FALSE(PolarAt(1, 1).Selected);
-  Click("r");
-  for (const char* key : {"r", "c 1", "c 1|p 1", "c 1|p 2"}) EXPECT_TRUE(ShowsActive(Node(key))) << key;
-  EXPECT_TRUE(PolarAt(1, 1).Selected && PolarAt(1, 2).Selected);
 }
 
 TEST_F(StructureTree, OtherButtonsOpenThePopupOfTheNodeKindWithoutToggling) {
@@ -113,13 +121,12 @@ TEST_F(StructureTree, OtherButtonsOpenThePopupOfTheNodeKindWithoutToggling) {
     c.expected->hide();
   }
   EXPECT_TRUE(PolarAt(1, 1).Selected);
-  EXPECT_TRUE(ShowsActive(Node("c 1|p 1")));
+  EXPECT_EQ(Marks(), "+++");
 }
 
 TEST_F(StructureTree, DeleteRemovesThePolarThenItsEmptySetAndDisablesTheDataCommands) {
   StartWith(2);
-  Click("c 1|p 1", Qt::RightButton);
-  Find<QMenu>("mnuEditPolar")->hide();
+  Select("c 1|p 1");
   Action("mnuEditPolarDelete")->trigger();
   ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 1);
   EXPECT_EQ(PolarAt(1, 1).ReynoldsNumber, 200000.0);
@@ -142,12 +149,10 @@ TEST_F(StructureTree, RenameAsksForRootAndSetAndAnEmptyAnswerChangesNothing) {
     asked.push_back({prompt, title, value});
     return answer;
   });
-  Click("r", Qt::RightButton);
-  Find<QMenu>("mnuEdit")->hide();
+  Select("r");
   Action("mnuEditName")->trigger();
   answer = "";
-  Click("c 1", Qt::RightButton);
-  Find<QMenu>("mnuEdit")->hide();
+  Select("c 1");
   Action("mnuEditName")->trigger();
 
   ASSERT_EQ(asked.size(), 2u);
@@ -186,14 +191,12 @@ TEST_F(StructureTree, PolarPropertiesTakeTheEditsEvenOnCancel) {
 TEST_F(StructureTree, CopyThenPasteAppendsADuplicateToTheSameSet) {
   StartWith(2);
   QApplication::clipboard()->setText("untouched");
-  Click("c 1", Qt::RightButton);
-  Find<QMenu>("mnuEdit")->hide();
+  Select("c 1");
   Tree()->setFocus();
   QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);  // a set: nothing to copy
   EXPECT_EQ(QApplication::clipboard()->text(), "untouched");
 
-  Click("c 1|p 2", Qt::RightButton);
-  Find<QMenu>("mnuEditPolar")->hide();
+  Select("c 1|p 2");
   QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);
   QTest::keyClick(Tree(), Qt::Key_V, Qt::ControlModifier);
   ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 3);

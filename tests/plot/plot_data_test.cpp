@@ -103,15 +103,13 @@ TEST(PlotData, ColoursCycleOneToFifteenAndMarkersOneToFiveAcrossSets) {
   Graphs h;
   PlotData(unticked.get(), PlotRanges{}, h.All());
   EXPECT_EQ(PolarColors(h.clCd), (std::vector<int>{2, 3, 5})) << "unticking changes no other colour";
-}
 
-TEST(PlotData, TheSixthPolarGetsMarkerOneAgain) {
-  Graphs g;
-  PlotData(MakeAirfoil({6}, 1).get(), PlotRanges{}, g.All());
+  Graphs single;
+  PlotData(MakeAirfoil({6}, 1).get(), PlotRanges{}, single.All());
   // One point per polar draws only its marker: square 4, diamond 4, triangles 3, octagon 8 lines.
   std::vector<size_t> perPolar;
   int last = -1;
-  for (const SurfaceCall& line : PaletteLines(g.clAlfa)) {
+  for (const SurfaceCall& line : PaletteLines(single.clAlfa)) {
     if (line.color.palette != last) perPolar.push_back(0);
     last = line.color.palette;
     ++perPolar.back();
