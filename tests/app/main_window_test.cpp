@@ -36,6 +36,10 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   form.EnableItems(false);
   EXPECT_TRUE(Action("mnuFilePrint")->isEnabled());
 
+  Airfoil& current = form.Document().Current();
+  current.AddConfiguration(current.Configuration(1));
+  current.AddConfiguration(std::make_shared<Configuration>());
+  ASSERT_EQ(current.ConfigCount(), 3);
   Action("Toolbar1_NEW")->trigger();
   EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
   expectDataCommands(false);
