@@ -46,6 +46,7 @@ TreeController::TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar,
                                QtUserInterface& ui, DocumentView& view)
     : QObject(tree),
       tree_(tree),
+      viewport_(tree->viewport()),
       edit_(edit),
       editPolar_(editPolar),
       document_(document),
@@ -57,7 +58,7 @@ TreeController::TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar,
   tree_->setContextMenuPolicy(Qt::DefaultContextMenu);
   tree_->setSelectionMode(QAbstractItemView::SingleSelection);
   tree_->installEventFilter(this);
-  tree_->viewport()->installEventFilter(this);
+  viewport_->installEventFilter(this);
   connect(tree_, &QTreeWidget::itemClicked, this,
           [this](QTreeWidgetItem* item) { NodeClick(item, QCursor::pos()); });
   WireMenus();
@@ -151,16 +152,16 @@ void TreeController::ShowPopup(QTreeWidgetItem* item, QPoint globalPos) {
 }
 
 bool TreeController::eventFilter(QObject* watched, QEvent* event) {
-  if (watched == tree_->viewport() && event->type() == QEvent::MouseButtonPress) {
+  if (watched == viewport_ && event->type() == QEvent::MouseButtonPress) {
     lastButton_ = ButtonNumber(static_cast<QMouseEvent*>(event)->button());
-  } else if (watched == tree_->viewport() && event->type() == QEvent::MouseButtonRelease) {
+  } else if (watched == viewport_ && event->type() == QEvent::MouseButtonRelease) {
     // Qt reports clicks of the left button only; a middle click counts as
     // a right one here, as it always did.
     auto* mouse = static_cast<QMouseEvent*>(event);
     if (mouse->button() == Qt::MiddleButton) {
       NodeClick(tree_->itemAt(mouse->position().toPoint()), mouse->globalPosition().toPoint());
     }
-  } else if (event->type() == QEvent::ContextMenu && (watched == tree_ || watched == tree_->viewport())) {
+  } else if (event->type() == QEvent::ContextMenu && (watched == tree_ || watched == viewport_)) {
     auto* menuEvent = static_cast<QContextMenuEvent*>(event);
     if (menuEvent->reason() == QContextMenuEvent::Mouse) {
       NodeClick(tree_->itemAt(tree_->viewport()->mapFromGlobal(menuEvent->globalPos())), menuEvent->globalPos());

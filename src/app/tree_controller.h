@@ -65,6 +65,7 @@ class TreeController : public QObject {
   void WireMenus();
 
   QTreeWidget* tree_;
+  QWidget* viewport_;  // kept: while the tree is destroyed it can no longer be asked
   QMenu* edit_;
   QMenu* editPolar_;
   DocumentController& document_;
