@@ -10,6 +10,7 @@
 #include "formats/fixed_number.h"
 #include "formats/number_text.h"
 #include "formats/pef_index.h"
+#include "formats/text_output.h"
 #include "strings/product.h"
 
 namespace tavilo {
@@ -17,12 +18,6 @@ namespace tavilo {
 namespace {
 
 // ---------------------------------------------------------------- writing
-
-void AppendLine(std::string& out, std::string_view a, std::string_view b = {}) {
-  out.append(a);
-  out.append(b);
-  out.append("\r\n");
-}
 
 void AppendInteger(std::string& out, long value) {
   char buffer[24];

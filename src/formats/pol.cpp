@@ -3,8 +3,10 @@
 #include <cmath>
 
 #include "formats/file_text.h"
+#include "formats/fixed_number.h"
 #include "formats/line_reader.h"
 #include "formats/number_text.h"
+#include "formats/text_output.h"
 #include "model/errors.h"
 
 namespace tavilo {
@@ -24,15 +26,11 @@ std::string NameFromHeading(std::string_view line) {
 
 // ---------------------------------------------------------------- writing
 
-void AppendLine(std::string& out, std::string_view text) {
-  out.append(text);
-  out.append("\r\n");
-}
-
-// `value` in `pattern`, right-aligned with blanks to `width`; a longer text
-// is kept whole.
-void AppendField(std::string& out, double value, std::string_view pattern, size_t width) {
-  std::string text = FormatNumber(value, pattern);
+// `value` with `decimals` decimals, right-aligned with blanks to `width`; a
+// longer text is kept whole.
+void AppendField(std::string& out, double value, int decimals, size_t width) {
+  std::string text;
+  AppendFixedNumber(text, value, decimals);
   if (text.size() < width) out.append(width - text.size(), ' ');
   out.append(text);
 }
@@ -42,14 +40,14 @@ void AppendField(std::string& out, double value, std::string_view pattern, size_
 double TransitionOrTrailingEdge(double position) { return position > -0.1 ? position : 1.0; }
 
 void AppendPointLine(std::string& out, const PolarPoint& point, double reynoldsInMillions) {
-  AppendField(out, point.Alfa, "0.000", 8);
-  AppendField(out, point.Cl, "0.0000", 9);
-  AppendField(out, point.Cd, "0.00000", 10);
+  AppendField(out, point.Alfa, 3, 8);
+  AppendField(out, point.Cl, 4, 9);
+  AppendField(out, point.Cd, 5, 10);
   // The Re(CL) column repeats the polar's Reynolds number on every line.
-  AppendField(out, reynoldsInMillions, "0.00000", 10);
-  AppendField(out, point.Cm, "0.0000", 9);
-  AppendField(out, TransitionOrTrailingEdge(point.TU), "0.0000", 8);
-  AppendField(out, TransitionOrTrailingEdge(point.TL), "0.0000", 8);
+  AppendField(out, reynoldsInMillions, 5, 10);
+  AppendField(out, point.Cm, 4, 9);
+  AppendField(out, TransitionOrTrailingEdge(point.TU), 4, 8);
+  AppendField(out, TransitionOrTrailingEdge(point.TL), 4, 8);
   out.append("\r\n");
 }
 
@@ -65,9 +63,9 @@ void AppendPolarBlock(std::string& out, const Polar& polar, std::string_view air
   AppendLine(out, "");
   AppendLine(out, " xtrf =   1.000 (suction)    1.000 (pressure)");
   out.append(" Mach =   ");
-  AppendField(out, polar.MachNumber, "0.000", 5);
+  AppendField(out, polar.MachNumber, 3, 5);
   out.append("     Re =   ");
-  AppendField(out, reynoldsInMillions, "0.000", 7);
+  AppendField(out, reynoldsInMillions, 3, 7);
   AppendLine(out, " e 6     Ncrit =   9.000");
   AppendLine(out, "");
   AppendLine(out, "   alpha     CL        CD      Re(CL)     CM     S xtr   P xtr");

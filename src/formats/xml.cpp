@@ -4,7 +4,9 @@
 #include <array>
 
 #include "formats/file_text.h"
+#include "formats/fixed_number.h"
 #include "formats/number_text.h"
+#include "formats/text_output.h"
 #include "strings/product.h"
 
 namespace tavilo {
@@ -13,21 +15,22 @@ namespace tavilo {
 
 namespace {
 
-void AppendLine(std::string& out, std::string_view a, std::string_view b = {},
-                std::string_view c = {}) {
-  out.append(a);
-  out.append(b);
-  out.append(c);
-  out.append("\r\n");
+// One line "<indent><tag>value</tag>" with the value in the fixed pattern of
+// `decimals` decimals.
+void AppendValueLine(std::string& out, std::string_view open, double value, int decimals,
+                     std::string_view close) {
+  out.append(open);
+  AppendFixedNumber(out, value, decimals);
+  AppendLine(out, close);
 }
 
 void AppendPoint(std::string& out, const PolarPoint& point) {
   AppendLine(out, "        <datapoint>");
-  const std::pair<double, const char*> values[] = {
-      {point.Alfa, "0.000"}, {point.Cl, "0.000"}, {point.Cd, "0.00000"}, {point.Cm, "0.0000"},
-      {point.TU, "0.000"},   {point.TL, "0.000"}, {point.SU, "0.000"},   {point.SL, "0.000"}};
-  for (const auto& [value, pattern] : values)
-    AppendLine(out, "          <value>", FormatNumber(value, pattern), "</value>");
+  const std::pair<double, int> values[] = {{point.Alfa, 3}, {point.Cl, 3}, {point.Cd, 5},
+                                            {point.Cm, 4},   {point.TU, 3}, {point.TL, 3},
+                                            {point.SU, 3},   {point.SL, 3}};
+  for (const auto& [value, decimals] : values)
+    AppendValueLine(out, "          <value>", value, decimals, "</value>");
   AppendLine(out, "        </datapoint>");
 }
 
@@ -37,9 +40,8 @@ void AppendPolar(std::string& out, const Polar& polar) {
     AppendLine(out, "      <name>Polar</name>");
   else
     AppendLine(out, "      <name>", polar.Name, "</name>");
-  AppendLine(out, "      <reynoldsnumber>", FormatNumber(polar.ReynoldsNumber, "0.0"),
-             "</reynoldsnumber>");
-  AppendLine(out, "      <machnumber>", FormatNumber(polar.MachNumber, "0.00000"), "</machnumber>");
+  AppendValueLine(out, "      <reynoldsnumber>", polar.ReynoldsNumber, 1, "</reynoldsnumber>");
+  AppendValueLine(out, "      <machnumber>", polar.MachNumber, 5, "</machnumber>");
   AppendLine(out, "      <variables>");
   for (const char* variable : {"Alpha", "Cl", "Cd", "Cm", "TU", "TL", "SU", "SL"})
     AppendLine(out, "        <variable>", variable, "</variable>");
