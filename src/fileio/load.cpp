@@ -13,11 +13,10 @@ namespace {
 
 // Readers that are not written yet: the file loads as an empty airfoil, and
 // the user learns why.
-void ReportNotReadable(UserInterface& ui, std::string_view what) {
-  const std::string text =
-      Language() == kGerman
-          ? std::string(what) + " können noch nicht gelesen werden."
-          : std::string(what) + " cannot be read yet.";
+void ReportNotReadable(UserInterface& ui, std::string_view english, std::string_view german) {
+  const std::string text = Language() == kGerman
+                               ? std::string(german) + " können noch nicht gelesen werden."
+                               : std::string(english) + " cannot be read yet.";
   ui.ShowMessage(text, ErrorTitle(), MessageIcon::Information);
 }
 
@@ -59,8 +58,7 @@ AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
       ReadFromPOL(*airfoil, fileName);
       break;
     case InputFormat::WindTunnel:
-      ReportNotReadable(ui, Language() == kGerman ? "Modellwindkanal-Dateien (.mwk)"
-                                                  : "Stuttgart model wind tunnel files (.mwk)");
+      ReportNotReadable(ui, "Stuttgart model wind tunnel files (.mwk)", "Modellwindkanal-Dateien (.mwk)");
       break;
     case InputFormat::Pef:
       ReadFromPEF(*airfoil, fileName, ui);
@@ -72,8 +70,7 @@ AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
       ReadFromDRG(*airfoil, fileName, ui);
       break;
     case InputFormat::EpplerOutput:
-      ReportNotReadable(ui, Language() == kGerman ? "Eppler-Ausgabedateien (.txt)"
-                                                  : "Eppler output files (.txt)");
+      ReportNotReadable(ui, "Eppler output files (.txt)", "Eppler-Ausgabedateien (.txt)");
       break;
     case InputFormat::Unknown:
       ReportError(ui, 73);
