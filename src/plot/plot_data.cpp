@@ -49,24 +49,27 @@ void DrawLegendEntry(DrawingSurface& surface, const PlotRanges& ranges, const Le
 }
 
 // Joins the points (x, y) of the polar in order, passing over those that
-// `missing` picks; the line runs on from the last point plotted.
+// `missing` picks; the line runs on from the last point plotted. The points
+// go out in pieces of a fixed size, so nothing is allocated however long the
+// polar; each piece starts where the one before it ended.
 template <class X, class Y, class Missing>
 void DrawCurve(DrawingSurface& surface, const Polar& polar, X x, Y y, Missing missing) {
-  bool first = true;
-  double lastX = 0;
-  double lastY = 0;
+  constexpr size_t kPiece = 512;
+  PlotPoint piece[kPiece];
+  size_t count = 0;
   for (const PolarPoint& point : polar.Points()) {
     if (missing(point)) continue;
-    double px = x(point);
-    double py = y(point);
-    if (!first) surface.Line(lastX, lastY, px, py);
-    first = false;
-    lastX = px;
-    lastY = py;
+    if (count == kPiece) {
+      surface.Polyline(piece, count);
+      piece[0] = piece[count - 1];
+      count = 1;
+    }
+    piece[count++] = {x(point), y(point)};
   }
-  if (!first) {
-    surface.SetCurrentX(lastX);
-    surface.SetCurrentY(lastY);
+  if (count >= 2) surface.Polyline(piece, count);
+  if (count > 0) {
+    surface.SetCurrentX(piece[count - 1].x);
+    surface.SetCurrentY(piece[count - 1].y);
   }
 }
 
@@ -74,11 +77,17 @@ template <class X, class Y, class Missing>
 void DrawMarkers(DrawingSurface& surface, const Polar& polar, int symbol, X x, Y y,
                  Missing missing) {
   double size = kMarkerDeviceSize * surface.ScaleWidth() / surface.Width();
+  SymbolFigure figure = SymbolOutline(surface, symbol, size);
+  const PolarPoint* last = nullptr;
   for (const PolarPoint& point : polar.Points()) {
     if (missing(point)) continue;
-    surface.SetCurrentX(x(point));
-    surface.SetCurrentY(y(point));
-    Symbol(surface, symbol, size);
+    surface.Figure(x(point), y(point), figure.offsets, figure.count);
+    last = &point;
+  }
+  // Where Symbol leaves it after the last marker.
+  if (last) {
+    surface.SetCurrentX(x(*last));
+    surface.SetCurrentY(y(*last));
   }
 }
 

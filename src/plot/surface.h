@@ -3,6 +3,7 @@
 // or the printed page. The plot code only ever talks to this interface; the
 // Qt library implements it with QPainter and the tests with a recorder.
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -47,6 +48,12 @@ inline constexpr int kFillTransparent = 1;  // the initial style
 // 2 horizontal lines, 3 vertical lines, 4 upward diagonal, 5 downward
 // diagonal, 6 cross, 7 diagonal cross.
 
+// A point in user coordinates.
+struct PlotPoint {
+  double x;
+  double y;
+};
+
 // User coordinates are set by Scale; device units are the surface's own
 // (pixels on screen). Every position argument is in user coordinates.
 class DrawingSurface {
@@ -81,6 +88,20 @@ class DrawingSurface {
     DrawLine(x1, y1, x2, y2, color, kind);
   }
 
+  // Joins the `count` points in order in the foreground colour, exactly as
+  // a Line from each point to the next would, and leaves the current
+  // position at the last point. Fewer than two points draw nothing.
+  void Polyline(const PlotPoint* points, size_t count) {
+    if (count >= 2) DrawPolyline(points, count, ForeColor());
+  }
+
+  // Joins the points (x + offsets[k].x, y + offsets[k].y) in order, as
+  // Polyline would: a small figure such as a marker, placed at (x, y). A
+  // surface may draw equal figures faster than the same lines one by one.
+  void Figure(double x, double y, const PlotPoint* offsets, size_t count) {
+    if (count >= 2) DrawFigure(x, y, offsets, count, ForeColor());
+  }
+
   virtual double CurrentX() const = 0;
   virtual double CurrentY() const = 0;
   virtual void SetCurrentX(double x) = 0;
@@ -107,6 +128,18 @@ class DrawingSurface {
  protected:
   // Both forms of Line.
   virtual void DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) = 0;
+  // Polyline, given at least two points. A surface that can draw a run of
+  // lines faster than one call per line says so here.
+  virtual void DrawPolyline(const PlotPoint* points, size_t count, Color color) {
+    for (size_t k = 1; k < count; ++k)
+      DrawLine(points[k - 1].x, points[k - 1].y, points[k].x, points[k].y, color, LineKind::Plain);
+  }
+  // Figure, given at least two points.
+  virtual void DrawFigure(double x, double y, const PlotPoint* offsets, size_t count, Color color) {
+    for (size_t k = 1; k < count; ++k)
+      DrawLine(x + offsets[k - 1].x, y + offsets[k - 1].y, x + offsets[k].x, y + offsets[k].y,
+               color, LineKind::Plain);
+  }
 };
 
 // The largest magnitude of a device coordinate; a point further out (or not

@@ -1,6 +1,7 @@
 #include "plot/symbol.h"
 
 #include <cmath>
+#include <iterator>
 #include <span>
 
 namespace tavilo {
@@ -23,6 +24,8 @@ constexpr Vertex kTriangleDown[] = {{0, 1}, {-1, -0.75}, {1, -0.75}, {0, 1}};
 constexpr Vertex kOctagon[] = {{-0.41, -1}, {0.41, -1}, {1, -0.41}, {1, 0.41}, {0.41, 1},
                                {-0.41, 1},  {-1, 0.41}, {-1, -0.41}, {-0.41, -1}};
 
+static_assert(std::size(kOctagon) <= std::size(SymbolFigure{}.offsets));
+
 std::span<const Vertex> Outline(int index) {
   switch (index) {
     case 1: return kSquare;
@@ -36,20 +39,24 @@ std::span<const Vertex> Outline(int index) {
 
 }  // namespace
 
-void Symbol(DrawingSurface& surface, int index, double size) {
+SymbolFigure SymbolOutline(const DrawingSurface& surface, int index, double size) {
+  SymbolFigure figure;
   std::span<const Vertex> outline = Outline(index);
-  if (outline.empty()) return;
-  double centreX = surface.CurrentX();
-  double centreY = surface.CurrentY();
   double userPerDeviceX = surface.ScaleWidth() / surface.Width();
   double userPerDeviceY = surface.ScaleHeight() / surface.Height();
   double halfDevice = std::fabs(size / 2 / userPerDeviceX);
   double stepX = halfDevice * userPerDeviceX;
   double stepY = halfDevice * userPerDeviceY;
-  for (size_t k = 1; k < outline.size(); ++k) {
-    surface.Line(centreX + outline[k - 1].x * stepX, centreY + outline[k - 1].y * stepY,
-                 centreX + outline[k].x * stepX, centreY + outline[k].y * stepY);
-  }
+  for (const Vertex& vertex : outline) figure.offsets[figure.count++] = {vertex.x * stepX, vertex.y * stepY};
+  return figure;
+}
+
+void Symbol(DrawingSurface& surface, int index, double size) {
+  SymbolFigure figure = SymbolOutline(surface, index, size);
+  if (figure.count == 0) return;
+  double centreX = surface.CurrentX();
+  double centreY = surface.CurrentY();
+  surface.Figure(centreX, centreY, figure.offsets, figure.count);
   surface.SetCurrentX(centreX);
   surface.SetCurrentY(centreY);
 }

@@ -15,4 +15,13 @@ inline constexpr int kSymbolCount = 5;
 // nothing.
 void Symbol(DrawingSurface& surface, int index, double size);
 
+// Marker `index` as Symbol draws it, as offsets from its centre, so that a
+// run of equal markers is worked out once; no offsets for an index outside
+// 1..5.
+struct SymbolFigure {
+  PlotPoint offsets[9];  // enough for the octagon, the largest
+  size_t count = 0;
+};
+SymbolFigure SymbolOutline(const DrawingSurface& surface, int index, double size);
+
 }  // namespace tavilo

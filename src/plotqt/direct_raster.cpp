@@ -2,12 +2,37 @@
 
 #include <QPaintDevice>
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstring>
+#include <unordered_map>
 #include <utility>
+#include <vector>
 
 namespace tavilo {
 
 namespace {
+
+// Two pixels channel by channel (B, G, R, A in memory order), as bytes and
+// widened for blending; the compiler maps these onto the machine's vector
+// registers, so both pixels blend at once.
+using Pair8 = uint8_t __attribute__((vector_size(8)));
+using Pair16 = uint16_t __attribute__((vector_size(16)));
+
+// (color * coverage + pixels * (255 - coverage)) / 255, the same sum as
+// Interpolate below.
+inline Pair8 Mix(Pair8 pixels, Pair16 color, Pair16 coverage) {
+  Pair16 t = color * coverage + __builtin_convertvector(pixels, Pair16) * (255 - coverage);
+  t = (t + (t >> 8) + 128) >> 8;
+  return __builtin_convertvector(t, Pair8);
+}
+
+// `pixel` twice, one channel per lane.
+inline Pair16 Spread(uint32_t pixel) {
+  Pair16 lanes;
+  for (int c = 0; c < 8; ++c) lanes[c] = uint16_t((pixel >> (8 * (c % 4))) & 0xff);
+  return lanes;
+}
 
 // (x * a + y * (255 - a)) / 255 on all four channels at once.
 inline uint32_t Interpolate(uint32_t x, uint32_t a, uint32_t y, uint32_t b) {
@@ -19,6 +44,14 @@ inline uint32_t Interpolate(uint32_t x, uint32_t a, uint32_t y, uint32_t b) {
   x &= 0xff00ff00;
   return x | t;
 }
+
+// floor() and lround() for values well inside the int range, without the
+// library calls that they cost on plain x86-64.
+inline int FloorToInt(double v) {
+  int i = int(v);
+  return i - (v < i);
+}
+inline int RoundSmall(double v) { return v < 0 ? -FloorToInt(0.5 - v) : FloorToInt(v + 0.5); }
 
 // Liang-Barsky: clips the segment to the box, false when nothing is left.
 bool ClipSegment(double& x0, double& y0, double& x1, double& y1, double left, double top,
@@ -47,6 +80,27 @@ bool ClipSegment(double& x0, double& y0, double& x1, double& y1, double left, do
   x1 = sx + t1 * dx;
   y1 = sy + t1 * dy;
   return true;
+}
+
+constexpr size_t kMaxOutline = DirectRaster::kMaxOutlinePoints;
+// The outline in sixteenths of a pixel relative to the centre, after its
+// point count.
+using ShapeKey = std::array<int16_t, 2 * kMaxOutline + 1>;
+
+struct KeyHash {
+  size_t operator()(const ShapeKey& key) const {
+    size_t hash = 14695981039346656037ull;
+    for (int16_t v : key) hash = (hash ^ uint16_t(v)) * 1099511628211ull;
+    return hash;
+  }
+};
+
+constexpr double kOne = 65536.0;  // of the fixed point
+
+// The fixed-point minor coordinate of v > -2.
+inline int64_t Fixed(double v) { return int64_t((v + 2) * kOne + 0.5) - int64_t(2 * kOne); }
+inline int64_t FixedStep(double gradient) {
+  return int64_t(gradient * kOne + (gradient < 0 ? -0.5 : 0.5));
 }
 
 }  // namespace
@@ -82,6 +136,12 @@ void DirectRaster::SetClip(const QRectF& logicalClip) {
   clipTop_ = std::clamp(int(std::ceil(device.top() - 0.5)), 0, height_);
   clipRight_ = std::clamp(int(std::ceil(device.right() - 0.5)), 0, width_);
   clipBottom_ = std::clamp(int(std::ceil(device.bottom() - 0.5)), 0, height_);
+  // A segment between points in here touches only pixels inside the clip,
+  // in the coordinates of Segment.
+  safeLeft_ = clipLeft_ + 1;
+  safeTop_ = clipTop_ + 1;
+  safeRight_ = clipRight_ - 2;
+  safeBottom_ = clipBottom_ - 2;
 }
 
 inline void DirectRaster::Blend(int x, int y, uint32_t color, uint32_t coverage) {
@@ -91,17 +151,66 @@ inline void DirectRaster::Blend(int x, int y, uint32_t color, uint32_t coverage)
 }
 
 // Wu's line: along the major axis one step per pixel, the coverage split
-// between the two pixels that the line's centre passes between. Pixel k has
-// its centre at k + 0.5. The minor coordinate runs in 16.16 fixed point:
-// cheaper than floor() on every step, and exact enough for lines of a few
-// thousand pixels.
-void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
-  double x0 = a.x() + offset_.x() - 0.5, y0 = a.y() + offset_.y() - 0.5;
-  double x1 = b.x() + offset_.x() - 0.5, y1 = b.y() + offset_.y() - 0.5;
+// between the two pixels that the line's centre passes between. Coordinates
+// here are shifted by half a pixel, so that pixel k has its centre at k. The
+// minor coordinate runs in 16.16 fixed point: cheaper than floor() on every
+// step, and exact enough for lines of a few thousand pixels.
+// The steps from `first` to `last` along the major axis, all inside the clip.
+inline void DirectRaster::Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along,
+                              qsizetype across, uint32_t pixel) {
+  // Blending with full or no coverage gives back the colour or the pixel
+  // exactly, and costs less than the mispredicted branches that would tell
+  // the cases apart.
+  const Pair16 source = Spread(pixel);
+  constexpr Pair16 kUpper = {255, 255, 255, 255, 0, 0, 0, 0};
+  constexpr Pair16 kSign = {0xffff, 0xffff, 0xffff, 0xffff, 1, 1, 1, 1};
+  for (int x = first; x <= last; ++x, y += step) {
+    if (x == skip) continue;
+    uint16_t lower = uint16_t((y >> 8) & 0xff);
+    uint32_t* p = bits_ + x * along + (y >> 16) * across;
+    uint32_t both[2] = {p[0], p[across]};
+    Pair8 bytes;
+    std::memcpy(&bytes, both, sizeof bytes);
+    bytes = Mix(bytes, source, kUpper + kSign * lower);  // 255 - lower, then lower
+    std::memcpy(both, &bytes, sizeof bytes);
+    p[0] = both[0];
+    p[across] = both[1];
+  }
+}
+
+// Most segments of a curve lie well inside the clip, so that none of their
+// pixels needs a test; the rest go the long way.
+inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, uint32_t pixel,
+                                  bool withEnd) {
+  bool safe = x0 >= safeLeft_ && x0 <= safeRight_ && x1 >= safeLeft_ && x1 <= safeRight_ &&
+              y0 >= safeTop_ && y0 <= safeBottom_ && y1 >= safeTop_ && y1 <= safeBottom_;
+  if (!safe) {
+    SegmentNearEdge(x0, y0, x1, y1, pixel, withEnd);
+    return;
+  }
+  qsizetype along = 1, across = stride_;
+  if (std::fabs(y1 - y0) > std::fabs(x1 - x0)) {
+    std::swap(x0, y0);
+    std::swap(x1, y1);
+    std::swap(along, across);
+  }
+  int skip = withEnd ? -1 : int(x1 + 0.5);  // the end pixel, along the major axis
+  if (x0 > x1) {
+    std::swap(x0, x1);
+    std::swap(y0, y1);
+  }
+  double gradient = x1 == x0 ? 0 : (y1 - y0) / (x1 - x0);
+  int first = int(x0 + 0.5), last = int(x1 + 0.5);
+  Run(first, last, skip, Fixed(y0 + gradient * (first - x0)), FixedStep(gradient), along, across,
+      pixel);
+}
+
+void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel,
+                                   bool withEnd) {
   if (!(std::fabs(x1) < 1e9 && std::fabs(y1) < 1e9 && std::fabs(x0) < 1e9 && std::fabs(y0) < 1e9)) {
     if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return;
   }
-  int endX = int(std::floor(x1 + 0.5)), endY = int(std::floor(y1 + 0.5));
+  int endX = FloorToInt(x1 + 0.5), endY = FloorToInt(y1 + 0.5);
   if (!ClipSegment(x0, y0, x1, y1, clipLeft_ - 1.0, clipTop_ - 1.0, clipRight_ + 1.0,
                    clipBottom_ + 1.0))
     return;
@@ -111,7 +220,7 @@ void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
     std::swap(x1, y1);
     std::swap(endX, endY);
   }
-  int skip = withEnd ? INT32_MIN : endX;  // the end pixel, along the major axis
+  int skip = withEnd ? INT32_MIN : endX;
   if (x0 > x1) {
     std::swap(x0, x1);
     std::swap(y0, y1);
@@ -120,11 +229,8 @@ void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
   // After clipping every coordinate lies above -2, so adding 2 makes the
   // truncating conversions round down.
   int first = int(x0 + 2.5) - 2, last = int(x1 + 2.5) - 2;
-  constexpr double kOne = 65536.0;
-  int64_t y = int64_t((y0 + gradient * (first - x0) + 2) * kOne + 0.5) - int64_t(2 * kOne);
-  int64_t step = int64_t(gradient * kOne + (gradient < 0 ? -0.5 : 0.5));
-  uint32_t pixel = color | 0xff000000u;
-  // Most segments lie wholly inside the clip: their pixels need no test.
+  int64_t y = Fixed(y0 + gradient * (first - x0));
+  int64_t step = FixedStep(gradient);
   const int64_t yEnd = y + step * (last - first);
   const int minRow = int(std::min(y, yEnd) >> 16), maxRow = int(std::max(y, yEnd) >> 16) + 1;
   const bool inside = steep ? first >= clipTop_ && last < clipBottom_ && minRow >= clipLeft_ &&
@@ -132,14 +238,7 @@ void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
                             : first >= clipLeft_ && last < clipRight_ && minRow >= clipTop_ &&
                                   maxRow < clipBottom_;
   if (inside) {
-    const qsizetype along = steep ? stride_ : 1, across = steep ? 1 : stride_;
-    for (int x = first; x <= last; ++x, y += step) {
-      if (x == skip) continue;
-      uint32_t lower = uint32_t((y >> 8) & 0xff);
-      uint32_t* p = bits_ + x * along + (y >> 16) * across;
-      if (lower != 255) p[0] = lower == 0 ? pixel : Interpolate(pixel, 255 - lower, p[0], lower);
-      if (lower != 0) p[across] = lower == 255 ? pixel : Interpolate(pixel, lower, p[across], 255 - lower);
-    }
+    Run(first, last, skip, y, step, steep ? stride_ : 1, steep ? 1 : stride_, pixel);
     return;
   }
   for (int x = first; x <= last; ++x, y += step) {
@@ -156,75 +255,121 @@ void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
   }
 }
 
-size_t DirectRaster::KeyHash::operator()(const ShapeKey& key) const {
-  size_t hash = 14695981039346656037ull;
-  for (int16_t v : key) hash = (hash ^ uint16_t(v)) * 1099511628211ull;
-  return hash;
+void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
+  const double ox = offset_.x() - 0.5, oy = offset_.y() - 0.5;
+  Segment(a.x() + ox, a.y() + oy, b.x() + ox, b.y() + oy, color | 0xff000000u, withEnd);
 }
 
-bool DirectRaster::Outline(const QPointF* points, size_t count, QRgb color) {
-  if (count < 4 || count > kMaxOutlinePoints || points[0] != points[count - 1]) return false;
-  // The key is the shape relative to its first point, so that every marker
-  // of a kind shares one stamp wherever it stands.
+void DirectRaster::Polyline(const QPointF* points, size_t count, QRgb color, bool withEnd) {
+  const double ox = offset_.x() - 0.5, oy = offset_.y() - 0.5;
+  const uint32_t pixel = color | 0xff000000u;
+  for (size_t k = 1; k < count; ++k)
+    Segment(points[k - 1].x() + ox, points[k - 1].y() + oy, points[k].x() + ox, points[k].y() + oy,
+            pixel, withEnd && k + 1 == count);
+}
+
+// Coverage as pairs of neighbouring pixels in a row, so that a stamp blends
+// two pixels at a time.
+class DirectRaster::Shape {
+ public:
+  struct Pair {
+    Pair16 coverage;  // per channel, 0 beyond the outline
+    int16_t dx, dy;   // the left pixel, from the centre pixel
+  };
+  std::vector<Pair> pairs;
+  int left = 0, right = 0, top = 0, bottom = 0;  // extent of the pairs
+};
+
+// Drawn once by QPainter itself, so a stamped marker looks exactly like one
+// that QPainter would draw centred on a pixel.
+std::shared_ptr<const DirectRaster::Shape> DirectRaster::ShapeOf(const QPointF* relative,
+                                                                 size_t count) {
+  if (count < 4 || count > kMaxOutline || relative[0] != relative[count - 1]) return nullptr;
+  constexpr int kReach = 24;  // pixels from the centre
   ShapeKey key{};
   key[0] = int16_t(count);
   for (size_t i = 0; i < count; ++i) {
-    double dx = (points[i].x() - points[0].x()) * 16;
-    double dy = (points[i].y() - points[0].y()) * 16;
-    if (std::fabs(dx) > 16 * 24 || std::fabs(dy) > 16 * 24) return false;
-    key[1 + 2 * i] = int16_t(std::lround(dx));
-    key[2 + 2 * i] = int16_t(std::lround(dy));
+    double dx = relative[i].x() * 16, dy = relative[i].y() * 16;
+    if (!(std::fabs(dx) <= 16 * kReach && std::fabs(dy) <= 16 * kReach)) return nullptr;
+    key[1 + 2 * i] = int16_t(RoundSmall(dx));
+    key[2 + 2 * i] = int16_t(RoundSmall(dy));
   }
-  // The first point goes to the centre of the pixel it lies in.
-  int x = int(std::floor(points[0].x() + offset_.x()));
-  int y = int(std::floor(points[0].y() + offset_.y()));
-  uint32_t pixel = color | 0xff000000u;
-  const Shape& shape = ShapeFor(key);
-  bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
-                y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
-  if (!inside) {
-    for (const Stamp& stamp : shape.stamps) Blend(x + stamp.dx, y + stamp.dy, pixel, stamp.coverage);
-    return true;
-  }
-  uint32_t* centre = bits_ + y * stride_ + x;
-  for (const Stamp& stamp : shape.stamps) {
-    uint32_t& target = centre[stamp.dy * stride_ + stamp.dx];
-    target = stamp.coverage == 255 ? pixel
-                                   : Interpolate(pixel, stamp.coverage, target, 255 - stamp.coverage);
-  }
-  return true;
-}
+  // Sizes follow the window, so a long session meets many; starting afresh
+  // now and then keeps the cache small, and shapes in use stay with their users.
+  static std::unordered_map<ShapeKey, std::shared_ptr<const Shape>, KeyHash> shapes;
+  if (auto found = shapes.find(key); found != shapes.end()) return found->second;
+  if (shapes.size() >= 1024) shapes.clear();
 
-// Drawn once by QPainter itself, so a stamped marker looks exactly like one
-// that QPainter would draw at a whole-pixel position.
-const DirectRaster::Shape& DirectRaster::ShapeFor(const ShapeKey& key) {
-  auto found = shapes_.find(key);
-  if (found != shapes_.end()) return found->second;
-  constexpr int kSize = 64, kCentre = 32;
+  constexpr int kSize = 2 * kReach + 4, kCentre = kSize / 2;
   QImage canvas(kSize, kSize, QImage::Format_ARGB32_Premultiplied);
   canvas.fill(Qt::transparent);
   {
     QPainter painter(&canvas);
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(QPen(Qt::black, 1, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
-    QPointF outline[kMaxOutlinePoints];
-    size_t count = size_t(key[0]);
+    QPointF outline[kMaxOutline];
     for (size_t i = 0; i < count; ++i)
       outline[i] = QPointF(kCentre + 0.5 + key[1 + 2 * i] / 16.0, kCentre + 0.5 + key[2 + 2 * i] / 16.0);
     painter.drawPolygon(outline, int(count - 1));
   }
-  Shape shape;
-  for (int row = 0; row < kSize; ++row)
-    for (int column = 0; column < kSize; ++column)
-      if (int alpha = qAlpha(canvas.pixel(column, row)); alpha > 0) {
-        int dx = column - kCentre, dy = row - kCentre;
-        shape.stamps.push_back({int16_t(dx), int16_t(dy), uint8_t(alpha)});
-        shape.left = std::min(shape.left, dx);
-        shape.right = std::max(shape.right, dx);
-        shape.top = std::min(shape.top, dy);
-        shape.bottom = std::max(shape.bottom, dy);
+  auto shape = std::make_shared<Shape>();
+  for (int row = 0; row < kSize; ++row) {
+    auto* line = reinterpret_cast<const QRgb*>(canvas.constScanLine(row));
+    for (int column = 0; column < kSize; ++column) {
+      if (qAlpha(line[column]) == 0) continue;
+      // The outline stays clear of the canvas edges, so column + 1 exists.
+      Shape::Pair pair{};
+      for (int c = 0; c < 8; ++c) pair.coverage[c] = uint16_t(qAlpha(line[column + c / 4]));
+      pair.dx = int16_t(column - kCentre);
+      pair.dy = int16_t(row - kCentre);
+      if (shape->pairs.empty()) {
+        shape->left = shape->right = pair.dx;
+        shape->top = shape->bottom = pair.dy;
       }
-  return shapes_.emplace(key, std::move(shape)).first->second;
+      shape->left = std::min(shape->left, int(pair.dx));
+      shape->right = std::max(shape->right, pair.dx + 1);
+      shape->top = std::min(shape->top, int(pair.dy));
+      shape->bottom = std::max(shape->bottom, int(pair.dy));
+      shape->pairs.push_back(pair);
+      ++column;
+    }
+  }
+  shapes.emplace(key, shape);
+  return shape;
+}
+
+void DirectRaster::Stamp(const Shape& shape, QPointF at, QRgb color) {
+  int x = FloorToInt(at.x() + offset_.x());
+  int y = FloorToInt(at.y() + offset_.y());
+  uint32_t pixel = color | 0xff000000u;
+  bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
+                y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
+  if (!inside) {
+    for (const Shape::Pair& pair : shape.pairs) {
+      Blend(x + pair.dx, y + pair.dy, pixel, pair.coverage[0]);
+      Blend(x + pair.dx + 1, y + pair.dy, pixel, pair.coverage[4]);
+    }
+    return;
+  }
+  const Pair16 source = Spread(pixel);
+  uint32_t* centre = bits_ + y * stride_ + x;
+  for (const Shape::Pair& pair : shape.pairs) {
+    uint32_t* target = centre + pair.dy * stride_ + pair.dx;
+    Pair8 bytes;
+    std::memcpy(&bytes, target, sizeof bytes);
+    bytes = Mix(bytes, source, pair.coverage);
+    std::memcpy(target, &bytes, sizeof bytes);
+  }
+}
+
+bool DirectRaster::Outline(const QPointF* points, size_t count, QRgb color) {
+  if (count < 4 || count > kMaxOutline) return false;
+  QPointF relative[kMaxOutline];
+  for (size_t i = 0; i < count; ++i) relative[i] = points[i] - points[0];
+  std::shared_ptr<const Shape> shape = ShapeOf(relative, count);
+  if (!shape) return false;
+  Stamp(*shape, points[0], color);
+  return true;
 }
 
 }  // namespace tavilo

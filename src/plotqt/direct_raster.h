@@ -1,24 +1,26 @@
 #pragma once
 // Thin antialiased lines and small closed outlines written straight into the
 // pixels of a 32-bit image. QPainter spends a few hundred nanoseconds on
-// every short line; a redraw of a hundred polars draws some 400 000 of them
-// (mostly marker edges), so on an image the Qt surface draws its one-pixel
-// lines here and leaves text, boxes and wide lines to QPainter.
+// every short line; a redraw of a hundred polars draws some 100 000 curve
+// segments and 60 000 markers, so on an image the Qt surface draws its
+// one-pixel lines here and leaves text, boxes and wide lines to QPainter.
 
 #include <QImage>
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
-#include <array>
 #include <cstdint>
 #include <memory>
-#include <unordered_map>
-#include <vector>
 
 namespace tavilo {
 
 class DirectRaster {
  public:
+  static constexpr size_t kMaxOutlinePoints = 12;
+
+  // The coverage of an outline drawn once, kept for stamping it again.
+  class Shape;
+
   // A raster on the painter's image, or null when the painter does not draw
   // 1:1 (apart from a shift) onto a 32-bit premultiplied or opaque image
   // with plain source-over blending and at most a rectangular clip.
@@ -30,37 +32,37 @@ class DirectRaster {
   // A one-pixel line between painter coordinates, its end pixel left out
   // when `withEnd` is false (so that the joints of a run are not drawn twice).
   void Line(QPointF a, QPointF b, QRgb color, bool withEnd);
+  // Lines from each point to the next, each joint drawn once and the last
+  // point when `withEnd` is true.
+  void Polyline(const QPointF* points, size_t count, QRgb color, bool withEnd);
 
-  // A small closed outline (first point == last), stamped from a cache of
-  // shapes already drawn, moved by under half a pixel onto the pixel grid so
-  // that equal markers look alike. False when the run is not small enough.
+  // The shape of a small closed outline (first point == last) given in
+  // pixels relative to its centre, or null when it is not small or not
+  // closed. Shapes are drawn once and shared by every raster.
+  static std::shared_ptr<const Shape> ShapeOf(const QPointF* relative, size_t count);
+
+  // `shape` with its centre on the centre of the pixel that `at` (painter
+  // coordinates) lies in, so that equal markers look alike wherever they are.
+  void Stamp(const Shape& shape, QPointF at, QRgb color);
+
+  // A small closed outline around its first point, as Stamp draws it; false
+  // when the outline is not small or not closed.
   bool Outline(const QPointF* points, size_t count, QRgb color);
 
  private:
-  struct Stamp {
-    int16_t dx, dy;
-    uint8_t coverage;
-  };
-  struct Shape {
-    std::vector<Stamp> stamps;
-    int left = 0, right = 0, top = 0, bottom = 0;  // extent of the stamps
-  };
-  static constexpr size_t kMaxOutlinePoints = 12;
-  using ShapeKey = std::array<int16_t, 2 * kMaxOutlinePoints + 1>;
-  struct KeyHash {
-    size_t operator()(const ShapeKey& key) const;
-  };
-
   DirectRaster(QImage& image, QPointF offset);
   void Blend(int x, int y, uint32_t color, uint32_t coverage);
-  const Shape& ShapeFor(const ShapeKey& key);
+  void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  void Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along, qsizetype across,
+           uint32_t pixel);
 
   uint32_t* bits_;
   qsizetype stride_;  // in pixels
   int width_, height_;
   QPointF offset_;    // painter to device
   int clipLeft_ = 0, clipTop_ = 0, clipRight_ = 0, clipBottom_ = 0;  // right, bottom exclusive
-  std::unordered_map<ShapeKey, Shape, KeyHash> shapes_;
+  double safeLeft_ = 0, safeTop_ = 0, safeRight_ = -1, safeBottom_ = -1;
 };
 
 }  // namespace tavilo

@@ -4,7 +4,9 @@
 #include <QPaintDevice>
 #include <QPen>
 #include <QString>
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace tavilo {
 
@@ -70,14 +72,6 @@ QPen QtSurface::LinePen(const QColor& color) const {
   return QPen(color, drawWidth_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
 }
 
-QPointF QtSurface::ToDevice(double x, double y) const {
-  double dx = (x - left_) * devicePerUserX_;
-  double dy = (y - top_) * devicePerUserY_;
-  CheckDeviceCoordinate(dx);
-  CheckDeviceCoordinate(dy);
-  return QPointF(target_.left() + dx, target_.top() + dy);
-}
-
 // An odd number of device pixels wide is sharp on a pixel's centre, an even
 // one on a pixel's edge; on a 2x screen a one-pixel line is two wide.
 double QtSurface::Snap(double v, double offset) const {
@@ -107,6 +101,7 @@ void QtSurface::Scale(double left, double top, double right, double bottom) {
   top_ = top;
   scaleWidth_ = right - left;
   scaleHeight_ = bottom - top;
+  figureCount_ = 0;
   devicePerUserX_ = target_.width() / scaleWidth_;
   devicePerUserY_ = target_.height() / scaleHeight_;
 }
@@ -120,6 +115,80 @@ void QtSurface::DrawLine(double x1, double y1, double x2, double y2, Color color
     AddSegment(a, b, color);
   else
     DrawBox(a, b, color, kind);
+}
+
+// Curves and markers: on an image with one-pixel lines straight to the
+// raster, each point converted as it is reached so that a wild value stops
+// the drawing at the same line as separate Line calls would.
+void QtSurface::DrawPolyline(const PlotPoint* points, size_t count, Color color) {
+  if (!raster_ || drawWidth_ != 1) {
+    DrawingSurface::DrawPolyline(points, count, color);
+    return;
+  }
+  if (!run_.empty() || !lines_.empty()) Flush();
+  QRgb rgb = qRgb(color.red, color.green, color.blue);
+  constexpr size_t kOutlinePoints = DirectRaster::kMaxOutlinePoints;
+  if (count <= kOutlinePoints) {
+    QPointF device[kOutlinePoints];
+    for (size_t k = 0; k < count; ++k) device[k] = ToDevice(points[k].x, points[k].y);
+    if (!raster_->Outline(device, count, rgb)) {
+      for (size_t k = 1; k < count; ++k)
+        raster_->Line(device[k - 1], device[k], rgb, k + 1 == count);
+    }
+  } else {
+    // Converted in pieces; a wild value draws the lines before it first.
+    constexpr size_t kPiece = 128;
+    QPointF device[kPiece];
+    size_t filled = 0;
+    for (size_t k = 0; k < count; ++k) {
+      double dx = (points[k].x - left_) * devicePerUserX_;
+      double dy = (points[k].y - top_) * devicePerUserY_;
+      if (!(std::fabs(dx) <= kMaxDeviceCoordinate && std::fabs(dy) <= kMaxDeviceCoordinate)) {
+        raster_->Polyline(device, filled, rgb, true);
+        CheckDeviceCoordinate(dx);
+        CheckDeviceCoordinate(dy);
+      }
+      if (filled == kPiece) {
+        raster_->Polyline(device, filled, rgb, false);
+        device[0] = device[filled - 1];
+        filled = 1;
+      }
+      device[filled++] = QPointF(target_.left() + dx, target_.top() + dy);
+    }
+    raster_->Polyline(device, filled, rgb, true);
+  }
+  currentX_ = points[count - 1].x;
+  currentY_ = points[count - 1].y;
+}
+
+// Markers: stamped from a shape drawn once, while the figure stays the same.
+void QtSurface::DrawFigure(double x, double y, const PlotPoint* offsets, size_t count, Color color) {
+  double dx = (x - left_) * devicePerUserX_;
+  double dy = (y - top_) * devicePerUserY_;
+  // Far out the separate lines decide which coordinate is too large.
+  bool near = std::fabs(dx) < 1e9 && std::fabs(dy) < 1e9;
+  if (!raster_ || drawWidth_ != 1 || count > DirectRaster::kMaxOutlinePoints || !near) {
+    DrawingSurface::DrawFigure(x, y, offsets, count, color);
+    return;
+  }
+  if (count != figureCount_ ||
+      std::memcmp(offsets, figureOffsets_, count * sizeof(PlotPoint)) != 0) {
+    QPointF relative[DirectRaster::kMaxOutlinePoints];
+    for (size_t k = 0; k < count; ++k)
+      relative[k] = QPointF(offsets[k].x * devicePerUserX_, offsets[k].y * devicePerUserY_);
+    figureShape_ = DirectRaster::ShapeOf(relative, count);
+    std::copy(offsets, offsets + count, figureOffsets_);
+    figureCount_ = count;
+  }
+  if (!figureShape_) {
+    DrawingSurface::DrawFigure(x, y, offsets, count, color);
+    return;
+  }
+  if (!run_.empty() || !lines_.empty()) Flush();
+  raster_->Stamp(*figureShape_, QPointF(target_.left() + dx, target_.top() + dy),
+                 qRgb(color.red, color.green, color.blue));
+  currentX_ = x + offsets[count - 1].x;
+  currentY_ = y + offsets[count - 1].y;
 }
 
 void QtSurface::AddSegment(const QPointF& a, const QPointF& b, Color color) {

@@ -63,10 +63,18 @@ class QtSurface : public DrawingSurface {
 
  protected:
   void DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) override;
+  void DrawPolyline(const PlotPoint* points, size_t count, Color color) override;
+  void DrawFigure(double x, double y, const PlotPoint* offsets, size_t count, Color color) override;
 
  private:
   void UseClip();
-  QPointF ToDevice(double x, double y) const;
+  QPointF ToDevice(double x, double y) const {
+    double dx = (x - left_) * devicePerUserX_;
+    double dy = (y - top_) * devicePerUserY_;
+    CheckDeviceCoordinate(dx);
+    CheckDeviceCoordinate(dy);
+    return QPointF(target_.left() + dx, target_.top() + dy);
+  }
   double SnapX(double x) const;
   double SnapY(double y) const;
   double Snap(double v, double offset) const;
@@ -101,6 +109,11 @@ class QtSurface : public DrawingSurface {
   std::vector<QPointF> run_;
   std::vector<QLineF> lines_;
   std::unique_ptr<DirectRaster> raster_;  // one-pixel lines on an image
+
+  // The last figure stamped: the markers of a curve are all alike.
+  PlotPoint figureOffsets_[DirectRaster::kMaxOutlinePoints];
+  size_t figureCount_ = 0;  // 0 after a new scale
+  std::shared_ptr<const DirectRaster::Shape> figureShape_;
 };
 
 }  // namespace tavilo
