@@ -1,6 +1,9 @@
 #include "plotqt/direct_raster.h"
 
 #include <QPaintDevice>
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -13,26 +16,59 @@ namespace tavilo {
 
 namespace {
 
-// Two pixels channel by channel (B, G, R, A in memory order), as bytes and
-// widened for blending; the compiler maps these onto the machine's vector
-// registers, so both pixels blend at once.
-using Pair8 = uint8_t __attribute__((vector_size(8)));
+// Two pixels channel by channel (B, G, R, A in memory order) in 16-bit
+// lanes, so that both blend at once in one vector register. On x86-64 the
+// loads and stores are spelt out, because the compiler's own widening of
+// bytes takes twice the instructions.
 using Pair16 = uint16_t __attribute__((vector_size(16)));
+
+#ifdef __SSE2__
+inline Pair16 Widen(__m128i bytes) { return Pair16(_mm_unpacklo_epi8(bytes, _mm_setzero_si128())); }
+inline __m128i Narrow(Pair16 lanes) { return _mm_packus_epi16(__m128i(lanes), __m128i(lanes)); }
+// The pixels at `a` and `b`.
+inline Pair16 LoadTwo(const uint32_t* a, const uint32_t* b) {
+  return Widen(_mm_unpacklo_epi32(_mm_cvtsi32_si128(int(*a)), _mm_cvtsi32_si128(int(*b))));
+}
+inline void StoreTwo(uint32_t* a, uint32_t* b, Pair16 lanes) {
+  __m128i bytes = Narrow(lanes);
+  *a = uint32_t(_mm_cvtsi128_si32(bytes));
+  *b = uint32_t(_mm_cvtsi128_si32(_mm_srli_si128(bytes, 4)));
+}
+// The pixels at p and p + 1.
+inline Pair16 LoadAdjacent(const uint32_t* p) {
+  return Widen(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
+}
+inline void StoreAdjacent(uint32_t* p, Pair16 lanes) {
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(p), Narrow(lanes));
+}
+#else
+using Pair8 = uint8_t __attribute__((vector_size(8)));
+inline Pair16 LoadTwo(const uint32_t* a, const uint32_t* b) {
+  uint32_t both[2] = {*a, *b};
+  Pair8 bytes;
+  std::memcpy(&bytes, both, sizeof bytes);
+  return __builtin_convertvector(bytes, Pair16);
+}
+inline void StoreTwo(uint32_t* a, uint32_t* b, Pair16 lanes) {
+  Pair8 bytes = __builtin_convertvector(lanes, Pair8);
+  uint32_t both[2];
+  std::memcpy(both, &bytes, sizeof bytes);
+  *a = both[0];
+  *b = both[1];
+}
+inline Pair16 LoadAdjacent(const uint32_t* p) { return LoadTwo(p, p + 1); }
+inline void StoreAdjacent(uint32_t* p, Pair16 lanes) { StoreTwo(p, p + 1, lanes); }
+#endif
 
 // (color * coverage + pixels * (255 - coverage)) / 255, the same sum as
 // Interpolate below.
-inline Pair8 Mix(Pair8 pixels, Pair16 color, Pair16 coverage) {
-  Pair16 t = color * coverage + __builtin_convertvector(pixels, Pair16) * (255 - coverage);
-  t = (t + (t >> 8) + 128) >> 8;
-  return __builtin_convertvector(t, Pair8);
+inline Pair16 Mix(Pair16 pixels, Pair16 color, Pair16 coverage) {
+  Pair16 t = color * coverage + pixels * (255 - coverage);
+  return (t + (t >> 8) + 128) >> 8;
 }
 
-// `pixel` twice, one channel per lane.
-inline Pair16 Spread(uint32_t pixel) {
-  Pair16 lanes;
-  for (int c = 0; c < 8; ++c) lanes[c] = uint16_t((pixel >> (8 * (c % 4))) & 0xff);
-  return lanes;
-}
+// `pixel` twice.
+inline Pair16 Spread(uint32_t pixel) { return LoadTwo(&pixel, &pixel); }
 
 // (x * a + y * (255 - a)) / 255 on all four channels at once.
 inline uint32_t Interpolate(uint32_t x, uint32_t a, uint32_t y, uint32_t b) {
@@ -83,8 +119,7 @@ bool ClipSegment(double& x0, double& y0, double& x1, double& y1, double left, do
 }
 
 constexpr size_t kMaxOutline = DirectRaster::kMaxOutlinePoints;
-// The outline in sixteenths of a pixel relative to the centre, after its
-// point count.
+// The outline in whole pixels relative to the centre, after its point count.
 using ShapeKey = std::array<int16_t, 2 * kMaxOutline + 1>;
 
 struct KeyHash {
@@ -155,26 +190,30 @@ inline void DirectRaster::Blend(int x, int y, uint32_t color, uint32_t coverage)
 // here are shifted by half a pixel, so that pixel k has its centre at k. The
 // minor coordinate runs in 16.16 fixed point: cheaper than floor() on every
 // step, and exact enough for lines of a few thousand pixels.
-// The steps from `first` to `last` along the major axis, all inside the clip.
+//
+// Run takes the steps from `first` to `last` along the major axis, all
+// inside the clip, leaving out `skip` when it is one of the two ends.
 inline void DirectRaster::Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along,
                               qsizetype across, uint32_t pixel) {
+  // Trimming the ends beforehand spares the loop a test that a short line
+  // would mispredict.
+  if (skip == last) {
+    --last;
+  } else if (skip == first) {
+    ++first;
+    y += step;
+  }
   // Blending with full or no coverage gives back the colour or the pixel
   // exactly, and costs less than the mispredicted branches that would tell
   // the cases apart.
   const Pair16 source = Spread(pixel);
   constexpr Pair16 kUpper = {255, 255, 255, 255, 0, 0, 0, 0};
-  constexpr Pair16 kSign = {0xffff, 0xffff, 0xffff, 0xffff, 1, 1, 1, 1};
-  for (int x = first; x <= last; ++x, y += step) {
-    if (x == skip) continue;
+  uint32_t* start = bits_ + first * along;  // of the step's line along the major axis
+  for (int x = first; x <= last; ++x, y += step, start += along) {
     uint16_t lower = uint16_t((y >> 8) & 0xff);
-    uint32_t* p = bits_ + x * along + (y >> 16) * across;
-    uint32_t both[2] = {p[0], p[across]};
-    Pair8 bytes;
-    std::memcpy(&bytes, both, sizeof bytes);
-    bytes = Mix(bytes, source, kUpper + kSign * lower);  // 255 - lower, then lower
-    std::memcpy(both, &bytes, sizeof bytes);
-    p[0] = both[0];
-    p[across] = both[1];
+    uint32_t* p = start + (y >> 16) * across;
+    // 255 - lower for the upper pixel, lower for the one below it.
+    StoreTwo(p, p + across, Mix(LoadTwo(p, p + across), source, lower ^ kUpper));
   }
 }
 
@@ -207,13 +246,17 @@ inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, ui
 
 void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel,
                                    bool withEnd) {
+  const double left = clipLeft_ - 1.0, top = clipTop_ - 1.0, right = clipRight_ + 1.0,
+               bottom = clipBottom_ + 1.0;
+  // Wholly beyond one side: the common case of a curve leaving its graph.
+  if ((x0 < left && x1 < left) || (x0 > right && x1 > right) || (y0 < top && y1 < top) ||
+      (y0 > bottom && y1 > bottom))
+    return;
   if (!(std::fabs(x1) < 1e9 && std::fabs(y1) < 1e9 && std::fabs(x0) < 1e9 && std::fabs(y0) < 1e9)) {
     if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return;
   }
   int endX = FloorToInt(x1 + 0.5), endY = FloorToInt(y1 + 0.5);
-  if (!ClipSegment(x0, y0, x1, y1, clipLeft_ - 1.0, clipTop_ - 1.0, clipRight_ + 1.0,
-                   clipBottom_ + 1.0))
-    return;
+  if (!ClipSegment(x0, y0, x1, y1, left, top, right, bottom)) return;
   bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
   if (steep) {
     std::swap(x0, y0);
@@ -256,47 +299,80 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
 }
 
 void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
-  const double ox = offset_.x() - 0.5, oy = offset_.y() - 0.5;
-  Segment(a.x() + ox, a.y() + oy, b.x() + ox, b.y() + oy, color | 0xff000000u, withEnd);
+  const QPointF points[] = {a, b};
+  Polyline(points, 2, color, withEnd);
 }
 
 void DirectRaster::Polyline(const QPointF* points, size_t count, QRgb color, bool withEnd) {
+  if (count < 2) return;
+  commands_.push_back({nullptr, QPointF(), color | 0xff000000u, uint32_t(points_.size()),
+                       uint32_t(count), withEnd});
+  points_.insert(points_.end(), points, points + count);
+}
+
+void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd) {
   const double ox = offset_.x() - 0.5, oy = offset_.y() - 0.5;
-  const uint32_t pixel = color | 0xff000000u;
   for (size_t k = 1; k < count; ++k)
     Segment(points[k - 1].x() + ox, points[k - 1].y() + oy, points[k].x() + ox, points[k].y() + oy,
             pixel, withEnd && k + 1 == count);
 }
 
-// Coverage as pairs of neighbouring pixels in a row, so that a stamp blends
-// two pixels at a time.
+void DirectRaster::Stamp(const ShapePtr& shape, QPointF at, QRgb color) {
+  if (shapes_.empty() || shapes_.back() != shape) shapes_.push_back(shape);
+  commands_.push_back({shape.get(), at, color | 0xff000000u, 0, 0, false});
+}
+
+void DirectRaster::Draw() {
+  for (const Command& command : commands_) {
+    if (command.shape)
+      DrawStamp(*command.shape, command.at, command.pixel);
+    else
+      DrawPolyline(points_.data() + command.first, command.count, command.pixel, command.withEnd);
+  }
+  commands_.clear();
+  points_.clear();
+  shapes_.clear();
+}
+
+DirectRaster::~DirectRaster() { Draw(); }
+
+// A shape's pixels as offsets from its centre pixel: those wholly covered,
+// which a stamp simply sets, and pairs of neighbours in a row that it blends
+// two at a time. One loop over each list, of the same length for every
+// stamp of the shape, keeps the branches predictable.
 class DirectRaster::Shape {
  public:
+  struct Solid {
+    int16_t dx, dy;
+  };
   struct Pair {
     Pair16 coverage;  // per channel, 0 beyond the outline
-    int16_t dx, dy;   // the left pixel, from the centre pixel
+    int16_t dx, dy;   // of the left pixel
   };
+  std::vector<Solid> solids;
   std::vector<Pair> pairs;
-  int left = 0, right = 0, top = 0, bottom = 0;  // extent of the pairs
+  int left = 0, right = 0, top = 0, bottom = 0;  // extent of the pixels touched
 };
 
 // Drawn once by QPainter itself, so a stamped marker looks exactly like one
 // that QPainter would draw centred on a pixel.
-std::shared_ptr<const DirectRaster::Shape> DirectRaster::ShapeOf(const QPointF* relative,
+DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative,
                                                                  size_t count) {
   if (count < 4 || count > kMaxOutline || relative[0] != relative[count - 1]) return nullptr;
   constexpr int kReach = 24;  // pixels from the centre
+  // Corners go to whole pixels: the straight edges then lie on pixel
+  // centres, one crisp pixel wide instead of two half-covered ones.
   ShapeKey key{};
   key[0] = int16_t(count);
   for (size_t i = 0; i < count; ++i) {
-    double dx = relative[i].x() * 16, dy = relative[i].y() * 16;
-    if (!(std::fabs(dx) <= 16 * kReach && std::fabs(dy) <= 16 * kReach)) return nullptr;
+    double dx = relative[i].x(), dy = relative[i].y();
+    if (!(std::fabs(dx) <= kReach && std::fabs(dy) <= kReach)) return nullptr;
     key[1 + 2 * i] = int16_t(RoundSmall(dx));
     key[2 + 2 * i] = int16_t(RoundSmall(dy));
   }
   // Sizes follow the window, so a long session meets many; starting afresh
   // now and then keeps the cache small, and shapes in use stay with their users.
-  static std::unordered_map<ShapeKey, std::shared_ptr<const Shape>, KeyHash> shapes;
+  static std::unordered_map<ShapeKey, ShapePtr, KeyHash> shapes;
   if (auto found = shapes.find(key); found != shapes.end()) return found->second;
   if (shapes.size() >= 1024) shapes.clear();
 
@@ -309,28 +385,34 @@ std::shared_ptr<const DirectRaster::Shape> DirectRaster::ShapeOf(const QPointF* 
     painter.setPen(QPen(Qt::black, 1, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
     QPointF outline[kMaxOutline];
     for (size_t i = 0; i < count; ++i)
-      outline[i] = QPointF(kCentre + 0.5 + key[1 + 2 * i] / 16.0, kCentre + 0.5 + key[2 + 2 * i] / 16.0);
+      outline[i] = QPointF(kCentre + 0.5 + key[1 + 2 * i], kCentre + 0.5 + key[2 + 2 * i]);
     painter.drawPolygon(outline, int(count - 1));
   }
   auto shape = std::make_shared<Shape>();
+  shape->left = shape->top = kSize;
+  shape->right = shape->bottom = -kSize;
   for (int row = 0; row < kSize; ++row) {
     auto* line = reinterpret_cast<const QRgb*>(canvas.constScanLine(row));
+    const int16_t dy = int16_t(row - kCentre);
     for (int column = 0; column < kSize; ++column) {
-      if (qAlpha(line[column]) == 0) continue;
+      const int alpha = qAlpha(line[column]);
+      if (alpha == 0) continue;
+      const int16_t dx = int16_t(column - kCentre);
+      shape->left = std::min(shape->left, int(dx));
+      shape->top = std::min(shape->top, int(dy));
+      shape->bottom = std::max(shape->bottom, int(dy));
+      if (alpha == 255) {
+        shape->solids.push_back({dx, dy});
+        shape->right = std::max(shape->right, int(dx));
+        continue;
+      }
       // The outline stays clear of the canvas edges, so column + 1 exists.
       Shape::Pair pair{};
       for (int c = 0; c < 8; ++c) pair.coverage[c] = uint16_t(qAlpha(line[column + c / 4]));
-      pair.dx = int16_t(column - kCentre);
-      pair.dy = int16_t(row - kCentre);
-      if (shape->pairs.empty()) {
-        shape->left = shape->right = pair.dx;
-        shape->top = shape->bottom = pair.dy;
-      }
-      shape->left = std::min(shape->left, int(pair.dx));
-      shape->right = std::max(shape->right, pair.dx + 1);
-      shape->top = std::min(shape->top, int(pair.dy));
-      shape->bottom = std::max(shape->bottom, int(pair.dy));
+      pair.dx = dx;
+      pair.dy = dy;
       shape->pairs.push_back(pair);
+      shape->right = std::max(shape->right, dx + 1);
       ++column;
     }
   }
@@ -338,27 +420,26 @@ std::shared_ptr<const DirectRaster::Shape> DirectRaster::ShapeOf(const QPointF* 
   return shape;
 }
 
-void DirectRaster::Stamp(const Shape& shape, QPointF at, QRgb color) {
-  int x = FloorToInt(at.x() + offset_.x());
-  int y = FloorToInt(at.y() + offset_.y());
-  uint32_t pixel = color | 0xff000000u;
+void DirectRaster::DrawStamp(const Shape& shape, QPointF at, uint32_t pixel) {
+  const int x = FloorToInt(at.x() + offset_.x());
+  const int y = FloorToInt(at.y() + offset_.y());
   bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
                 y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
   if (!inside) {
+    for (const Shape::Solid& solid : shape.solids) Blend(x + solid.dx, y + solid.dy, pixel, 255);
     for (const Shape::Pair& pair : shape.pairs) {
       Blend(x + pair.dx, y + pair.dy, pixel, pair.coverage[0]);
       Blend(x + pair.dx + 1, y + pair.dy, pixel, pair.coverage[4]);
     }
     return;
   }
+  const qsizetype stride = stride_;  // kept in a register: pixel stores may alias members
+  uint32_t* const centre = bits_ + y * stride + x;
+  for (const Shape::Solid& solid : shape.solids) centre[solid.dy * stride + solid.dx] = pixel;
   const Pair16 source = Spread(pixel);
-  uint32_t* centre = bits_ + y * stride_ + x;
   for (const Shape::Pair& pair : shape.pairs) {
-    uint32_t* target = centre + pair.dy * stride_ + pair.dx;
-    Pair8 bytes;
-    std::memcpy(&bytes, target, sizeof bytes);
-    bytes = Mix(bytes, source, pair.coverage);
-    std::memcpy(target, &bytes, sizeof bytes);
+    uint32_t* target = centre + pair.dy * stride + pair.dx;
+    StoreAdjacent(target, Mix(LoadAdjacent(target), source, pair.coverage));
   }
 }
 
@@ -366,9 +447,9 @@ bool DirectRaster::Outline(const QPointF* points, size_t count, QRgb color) {
   if (count < 4 || count > kMaxOutline) return false;
   QPointF relative[kMaxOutline];
   for (size_t i = 0; i < count; ++i) relative[i] = points[i] - points[0];
-  std::shared_ptr<const Shape> shape = ShapeOf(relative, count);
+  ShapePtr shape = ShapeOf(relative, count);
   if (!shape) return false;
-  Stamp(*shape, points[0], color);
+  Stamp(shape, points[0], color);
   return true;
 }
 

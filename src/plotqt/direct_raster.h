@@ -11,20 +11,28 @@
 #include <QRectF>
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace tavilo {
 
+// Drawing is queued and done by Draw (or when the raster goes), one image
+// after another: a redraw that goes from graph to graph polar by polar then
+// still blends each image's pixels while they are in the cache.
 class DirectRaster {
  public:
   static constexpr size_t kMaxOutlinePoints = 12;
 
   // The coverage of an outline drawn once, kept for stamping it again.
   class Shape;
+  using ShapePtr = std::shared_ptr<const Shape>;
 
   // A raster on the painter's image, or null when the painter does not draw
   // 1:1 (apart from a shift) onto a 32-bit premultiplied or opaque image
   // with plain source-over blending and at most a rectangular clip.
   static std::unique_ptr<DirectRaster> For(QPainter& painter);
+  ~DirectRaster();
+  DirectRaster(const DirectRaster&) = delete;
+  DirectRaster& operator=(const DirectRaster&) = delete;
 
   // Pixels outside `logicalClip` (painter coordinates) stay untouched.
   void SetClip(const QRectF& logicalClip);
@@ -39,19 +47,32 @@ class DirectRaster {
   // The shape of a small closed outline (first point == last) given in
   // pixels relative to its centre, or null when it is not small or not
   // closed. Shapes are drawn once and shared by every raster.
-  static std::shared_ptr<const Shape> ShapeOf(const QPointF* relative, size_t count);
+  static ShapePtr ShapeOf(const QPointF* relative, size_t count);
 
   // `shape` with its centre on the centre of the pixel that `at` (painter
   // coordinates) lies in, so that equal markers look alike wherever they are.
-  void Stamp(const Shape& shape, QPointF at, QRgb color);
+  void Stamp(const ShapePtr& shape, QPointF at, QRgb color);
 
   // A small closed outline around its first point, as Stamp draws it; false
   // when the outline is not small or not closed.
   bool Outline(const QPointF* points, size_t count, QRgb color);
 
+  // Draws everything queued, in the order given.
+  void Draw();
+
  private:
+  struct Command {
+    const Shape* shape;     // a stamp at `at`, or null for a polyline
+    QPointF at;
+    uint32_t pixel;
+    uint32_t first, count;  // of the polyline's points
+    bool withEnd;
+  };
+
   DirectRaster(QImage& image, QPointF offset);
   void Blend(int x, int y, uint32_t color, uint32_t coverage);
+  void DrawStamp(const Shape& shape, QPointF at, uint32_t pixel);
+  void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along, qsizetype across,
@@ -63,6 +84,10 @@ class DirectRaster {
   QPointF offset_;    // painter to device
   int clipLeft_ = 0, clipTop_ = 0, clipRight_ = 0, clipBottom_ = 0;  // right, bottom exclusive
   double safeLeft_ = 0, safeTop_ = 0, safeRight_ = -1, safeBottom_ = -1;
+
+  std::vector<Command> commands_;
+  std::vector<QPointF> points_;
+  std::vector<ShapePtr> shapes_;  // those that queued stamps use
 };
 
 }  // namespace tavilo

@@ -86,10 +86,14 @@ double QtSurface::SnapY(double y) const { return canSnap_ ? Snap(y, deviceOffset
 
 // Several surfaces may share one painter (the graphs of one picture), so
 // each sets its own clip before it draws.
-void QtSurface::UseClip() { painter_.setClipRect(clip_, Qt::ReplaceClip); }
+// Whatever the raster has queued goes first, as it came first.
+void QtSurface::UseClip() {
+  if (raster_) raster_->Draw();
+  painter_.setClipRect(clip_, Qt::ReplaceClip);
+}
 
 void QtSurface::Clear() {
-  Flush();
+  FlushLines();
   UseClip();
   painter_.fillRect(target_, Qt::white);
   currentX_ = 0;
@@ -125,7 +129,7 @@ void QtSurface::DrawPolyline(const PlotPoint* points, size_t count, Color color)
     DrawingSurface::DrawPolyline(points, count, color);
     return;
   }
-  if (!run_.empty() || !lines_.empty()) Flush();
+  if (!run_.empty() || !lines_.empty()) FlushLines();
   QRgb rgb = qRgb(color.red, color.green, color.blue);
   constexpr size_t kOutlinePoints = DirectRaster::kMaxOutlinePoints;
   if (count <= kOutlinePoints) {
@@ -184,8 +188,8 @@ void QtSurface::DrawFigure(double x, double y, const PlotPoint* offsets, size_t 
     DrawingSurface::DrawFigure(x, y, offsets, count, color);
     return;
   }
-  if (!run_.empty() || !lines_.empty()) Flush();
-  raster_->Stamp(*figureShape_, QPointF(target_.left() + dx, target_.top() + dy),
+  if (!run_.empty() || !lines_.empty()) FlushLines();
+  raster_->Stamp(figureShape_, QPointF(target_.left() + dx, target_.top() + dy),
                  qRgb(color.red, color.green, color.blue));
   currentX_ = x + offsets[count - 1].x;
   currentY_ = y + offsets[count - 1].y;
@@ -193,7 +197,7 @@ void QtSurface::DrawFigure(double x, double y, const PlotPoint* offsets, size_t 
 
 void QtSurface::AddSegment(const QPointF& a, const QPointF& b, Color color) {
   if (!(color == batchColor_) || drawWidth_ != batchWidth_) {
-    Flush();
+    FlushLines();
     batchColor_ = color;
     batchWidth_ = drawWidth_;
   }
@@ -238,13 +242,12 @@ void QtSurface::DrawRunDirectly() {
     QLineF line = SnappedLine(run_[0], run_[1]);
     raster_->Line(line.p1(), line.p2(), color, true);
   } else if (!raster_->Outline(run_.data(), run_.size(), color)) {
-    for (size_t k = 1; k < run_.size(); ++k)
-      raster_->Line(run_[k - 1], run_[k], color, k + 1 == run_.size());
+    raster_->Polyline(run_.data(), run_.size(), color, true);
   }
   run_.clear();
 }
 
-void QtSurface::Flush() {
+void QtSurface::FlushLines() {
   EndRun();
   if (lines_.empty()) return;
   UseClip();
@@ -253,8 +256,13 @@ void QtSurface::Flush() {
   lines_.clear();
 }
 
+void QtSurface::Flush() {
+  FlushLines();
+  if (raster_) raster_->Draw();
+}
+
 void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind) {
-  Flush();
+  FlushLines();
   QRectF box = QRectF(QPointF(SnapX(a.x()), SnapY(a.y())), QPointF(SnapX(b.x()), SnapY(b.y())))
                    .normalized();
   QColor line = ToQColor(color);
@@ -272,7 +280,7 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
 }
 
 void QtSurface::Print(std::string_view text) {
-  Flush();
+  FlushLines();
   QString string = FromUtf8(text);
   QPointF topLeft = ToDevice(currentX_, currentY_);
   UseClip();

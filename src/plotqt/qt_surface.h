@@ -30,8 +30,8 @@ class QtSurface : public DrawingSurface {
   QtSurface(const QtSurface&) = delete;
   QtSurface& operator=(const QtSurface&) = delete;
 
-  // Draws the buffered lines now; every other operation keeps the order of
-  // drawing as the calls gave it.
+  // Draws the buffered and queued lines now; every other operation keeps
+  // the order of drawing as the calls gave it.
   void Flush();
 
   // The tone in which this surface shows `color`.
@@ -80,6 +80,7 @@ class QtSurface : public DrawingSurface {
   double Snap(double v, double offset) const;
   void AddSegment(const QPointF& a, const QPointF& b, Color color);
   void EndRun();
+  void FlushLines();
   void DrawRunDirectly();
   QLineF SnappedLine(QPointF a, QPointF b) const;
   void DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind);
@@ -113,7 +114,7 @@ class QtSurface : public DrawingSurface {
   // The last figure stamped: the markers of a curve are all alike.
   PlotPoint figureOffsets_[DirectRaster::kMaxOutlinePoints];
   size_t figureCount_ = 0;  // 0 after a new scale
-  std::shared_ptr<const DirectRaster::Shape> figureShape_;
+  DirectRaster::ShapePtr figureShape_;
 };
 
 }  // namespace tavilo
