@@ -67,6 +67,17 @@ inline Pair16 Mix(Pair16 pixels, Pair16 color, Pair16 coverage) {
   return (t + (t >> 8) + 128) >> 8;
 }
 
+// The coverages of a line step's two pixels by the fraction (in 256ths)
+// that the line's centre lies past the first: 255 - lower, then lower.
+struct StepCoverage {
+  StepCoverage() {
+    for (uint16_t lower = 0; lower < 256; ++lower)
+      byLower[lower] = Pair16{255, 255, 255, 255, 0, 0, 0, 0} ^ lower;
+  }
+  Pair16 byLower[256];
+};
+const StepCoverage kStepCoverage;
+
 // `pixel` twice.
 inline Pair16 Spread(uint32_t pixel) { return LoadTwo(&pixel, &pixel); }
 
@@ -207,13 +218,18 @@ inline void DirectRaster::Run(int first, int last, int skip, int64_t y, int64_t 
   // exactly, and costs less than the mispredicted branches that would tell
   // the cases apart.
   const Pair16 source = Spread(pixel);
-  constexpr Pair16 kUpper = {255, 255, 255, 255, 0, 0, 0, 0};
+  const Pair16* coverage = kStepCoverage.byLower;
   uint32_t* start = bits_ + first * along;  // of the step's line along the major axis
+  if (across == 1) {  // steep: the two pixels are neighbours in a row
+    for (int x = first; x <= last; ++x, y += step, start += along) {
+      uint32_t* p = start + (y >> 16);
+      StoreAdjacent(p, Mix(LoadAdjacent(p), source, coverage[(y >> 8) & 0xff]));
+    }
+    return;
+  }
   for (int x = first; x <= last; ++x, y += step, start += along) {
-    uint16_t lower = uint16_t((y >> 8) & 0xff);
     uint32_t* p = start + (y >> 16) * across;
-    // 255 - lower for the upper pixel, lower for the one below it.
-    StoreTwo(p, p + across, Mix(LoadTwo(p, p + across), source, lower ^ kUpper));
+    StoreTwo(p, p + across, Mix(LoadTwo(p, p + across), source, coverage[(y >> 8) & 0xff]));
   }
 }
 
@@ -244,6 +260,25 @@ inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, ui
       pixel);
 }
 
+// A grid line or an axis: horizontal or vertical through pixel centres, so
+// that it covers whole pixels, which are simply set, as Wu's line would.
+void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip) {
+  const bool across = y0 == y1;  // runs along a row
+  const int line = across ? int(y0) : int(x0);
+  if (line < (across ? clipTop_ : clipLeft_) || line >= (across ? clipBottom_ : clipRight_)) return;
+  const double a = across ? x0 : y0, b = across ? x1 : y1;
+  int first = FloorToInt(std::min(a, b) + 0.5), last = FloorToInt(std::max(a, b) + 0.5);
+  if (skip == first) ++first;
+  if (skip == last) --last;
+  first = std::max(first, across ? clipLeft_ : clipTop_);
+  last = std::min(last, (across ? clipRight_ : clipBottom_) - 1);
+  if (across) {
+    std::fill(bits_ + line * stride_ + first, bits_ + line * stride_ + last + 1, pixel);
+  } else {
+    for (int k = first; k <= last; ++k) bits_[k * stride_ + line] = pixel;
+  }
+}
+
 void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel,
                                    bool withEnd) {
   const double left = clipLeft_ - 1.0, top = clipTop_ - 1.0, right = clipRight_ + 1.0,
@@ -256,6 +291,10 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
     if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return;
   }
   int endX = FloorToInt(x1 + 0.5), endY = FloorToInt(y1 + 0.5);
+  if ((y0 == y1 && FloorToInt(y0) == y0) || (x0 == x1 && FloorToInt(x0) == x0)) {
+    Straight(x0, y0, x1, y1, pixel, withEnd ? INT32_MIN : (y0 == y1 ? endX : endY));
+    return;
+  }
   if (!ClipSegment(x0, y0, x1, y1, left, top, right, bottom)) return;
   bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
   if (steep) {
@@ -305,8 +344,7 @@ void DirectRaster::Line(QPointF a, QPointF b, QRgb color, bool withEnd) {
 
 void DirectRaster::Polyline(const QPointF* points, size_t count, QRgb color, bool withEnd) {
   if (count < 2) return;
-  commands_.push_back({nullptr, QPointF(), color | 0xff000000u, uint32_t(points_.size()),
-                       uint32_t(count), withEnd});
+  commands_.push_back({nullptr, color | 0xff000000u, uint32_t(points_.size()), uint32_t(count), withEnd});
   points_.insert(points_.end(), points, points + count);
 }
 
@@ -317,15 +355,22 @@ void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pi
             pixel, withEnd && k + 1 == count);
 }
 
+// Stamps of one shape and colour in a row (a curve's markers) share one
+// command, their positions kept with the polylines' points.
 void DirectRaster::Stamp(const ShapePtr& shape, QPointF at, QRgb color) {
-  if (shapes_.empty() || shapes_.back() != shape) shapes_.push_back(shape);
-  commands_.push_back({shape.get(), at, color | 0xff000000u, 0, 0, false});
+  const uint32_t pixel = color | 0xff000000u;
+  if (commands_.empty() || commands_.back().shape != shape.get() || commands_.back().pixel != pixel) {
+    if (shapes_.empty() || shapes_.back() != shape) shapes_.push_back(shape);
+    commands_.push_back({shape.get(), pixel, uint32_t(points_.size()), 0, false});
+  }
+  points_.push_back(at);
+  ++commands_.back().count;
 }
 
 void DirectRaster::Draw() {
   for (const Command& command : commands_) {
     if (command.shape)
-      DrawStamp(*command.shape, command.at, command.pixel);
+      DrawStamps(*command.shape, points_.data() + command.first, command.count, command.pixel);
     else
       DrawPolyline(points_.data() + command.first, command.count, command.pixel, command.withEnd);
   }
@@ -420,26 +465,36 @@ DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative,
   return shape;
 }
 
-void DirectRaster::DrawStamp(const Shape& shape, QPointF at, uint32_t pixel) {
-  const int x = FloorToInt(at.x() + offset_.x());
-  const int y = FloorToInt(at.y() + offset_.y());
-  bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
-                y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
-  if (!inside) {
-    for (const Shape::Solid& solid : shape.solids) Blend(x + solid.dx, y + solid.dy, pixel, 255);
-    for (const Shape::Pair& pair : shape.pairs) {
-      Blend(x + pair.dx, y + pair.dy, pixel, pair.coverage[0]);
-      Blend(x + pair.dx + 1, y + pair.dy, pixel, pair.coverage[4]);
-    }
-    return;
-  }
+void DirectRaster::DrawStamps(const Shape& shape, const QPointF* at, size_t count, uint32_t pixel) {
+  // The shape's offsets in this image, worked out once for all the stamps.
   const qsizetype stride = stride_;  // kept in a register: pixel stores may alias members
-  uint32_t* const centre = bits_ + y * stride + x;
-  for (const Shape::Solid& solid : shape.solids) centre[solid.dy * stride + solid.dx] = pixel;
+  solidOffsets_.clear();
+  for (const Shape::Solid& solid : shape.solids) solidOffsets_.push_back(solid.dy * stride + solid.dx);
+  pairOffsets_.clear();
+  for (const Shape::Pair& pair : shape.pairs) pairOffsets_.push_back(pair.dy * stride + pair.dx);
+  const qsizetype* solids = solidOffsets_.data();
+  const qsizetype* pairs = pairOffsets_.data();
+  const size_t solidCount = solidOffsets_.size(), pairCount = pairOffsets_.size();
   const Pair16 source = Spread(pixel);
-  for (const Shape::Pair& pair : shape.pairs) {
-    uint32_t* target = centre + pair.dy * stride + pair.dx;
-    StoreAdjacent(target, Mix(LoadAdjacent(target), source, pair.coverage));
+  for (size_t k = 0; k < count; ++k) {
+    const int x = FloorToInt(at[k].x() + offset_.x());
+    const int y = FloorToInt(at[k].y() + offset_.y());
+    bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
+                  y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
+    if (!inside) {
+      for (const Shape::Solid& solid : shape.solids) Blend(x + solid.dx, y + solid.dy, pixel, 255);
+      for (const Shape::Pair& pair : shape.pairs) {
+        Blend(x + pair.dx, y + pair.dy, pixel, pair.coverage[0]);
+        Blend(x + pair.dx + 1, y + pair.dy, pixel, pair.coverage[4]);
+      }
+      continue;
+    }
+    uint32_t* const centre = bits_ + y * stride + x;
+    for (size_t i = 0; i < solidCount; ++i) centre[solids[i]] = pixel;
+    for (size_t i = 0; i < pairCount; ++i) {
+      uint32_t* target = centre + pairs[i];
+      StoreAdjacent(target, Mix(LoadAdjacent(target), source, shape.pairs[i].coverage));
+    }
   }
 }
 

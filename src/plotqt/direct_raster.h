@@ -62,18 +62,18 @@ class DirectRaster {
 
  private:
   struct Command {
-    const Shape* shape;     // a stamp at `at`, or null for a polyline
-    QPointF at;
+    const Shape* shape;     // stamps of this shape, or null for a polyline
     uint32_t pixel;
-    uint32_t first, count;  // of the polyline's points
+    uint32_t first, count;  // of the points: the polyline's, or where the stamps go
     bool withEnd;
   };
 
   DirectRaster(QImage& image, QPointF offset);
   void Blend(int x, int y, uint32_t color, uint32_t coverage);
-  void DrawStamp(const Shape& shape, QPointF at, uint32_t pixel);
+  void DrawStamps(const Shape& shape, const QPointF* at, size_t count, uint32_t pixel);
   void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along, qsizetype across,
            uint32_t pixel);
@@ -88,6 +88,7 @@ class DirectRaster {
   std::vector<Command> commands_;
   std::vector<QPointF> points_;
   std::vector<ShapePtr> shapes_;  // those that queued stamps use
+  std::vector<qsizetype> solidOffsets_, pairOffsets_;  // of the shape being stamped
 };
 
 }  // namespace tavilo
