@@ -60,11 +60,16 @@ inline Pair16 LoadAdjacent(const uint32_t* p) { return LoadTwo(p, p + 1); }
 inline void StoreAdjacent(uint32_t* p, Pair16 lanes) { StoreTwo(p, p + 1, lanes); }
 #endif
 
-// (color * coverage + pixels * (255 - coverage)) / 255, the same sum as
-// Interpolate below.
+// (color * coverage + pixels * (255 - coverage)) / 255, rounded, as
+// Interpolate below: with x = sum + 128, (x + (x >> 8)) >> 8, which is
+// (x * 257) >> 16.
 inline Pair16 Mix(Pair16 pixels, Pair16 color, Pair16 coverage) {
-  Pair16 t = color * coverage + pixels * (255 - coverage);
-  return (t + (t >> 8) + 128) >> 8;
+  Pair16 x = color * coverage + pixels * (255 - coverage) + 128;
+#ifdef __SSE2__
+  return Pair16(_mm_mulhi_epu16(__m128i(x), _mm_set1_epi16(257)));
+#else
+  return (x + (x >> 8)) >> 8;
+#endif
 }
 
 // The coverages of a line step's two pixels by the fraction (in 256ths)
@@ -81,14 +86,13 @@ const StepCoverage kStepCoverage;
 // `pixel` twice.
 inline Pair16 Spread(uint32_t pixel) { return LoadTwo(&pixel, &pixel); }
 
-// (x * a + y * (255 - a)) / 255 on all four channels at once.
+// (x * a + y * (255 - a)) / 255, rounded, on all four channels at once,
+// two channels to a 32-bit word.
 inline uint32_t Interpolate(uint32_t x, uint32_t a, uint32_t y, uint32_t b) {
-  uint32_t t = (x & 0xff00ff) * a + (y & 0xff00ff) * b;
-  t = (t + ((t >> 8) & 0xff00ff) + 0x800080) >> 8;
-  t &= 0xff00ff;
-  x = ((x >> 8) & 0xff00ff) * a + ((y >> 8) & 0xff00ff) * b;
-  x = (x + ((x >> 8) & 0xff00ff) + 0x800080);
-  x &= 0xff00ff00;
+  uint32_t t = (x & 0xff00ff) * a + (y & 0xff00ff) * b + 0x800080;
+  t = ((t + ((t >> 8) & 0xff00ff)) >> 8) & 0xff00ff;
+  x = ((x >> 8) & 0xff00ff) * a + ((y >> 8) & 0xff00ff) * b + 0x800080;
+  x = (x + ((x >> 8) & 0xff00ff)) & 0xff00ff00;
   return x | t;
 }
 
@@ -203,17 +207,9 @@ inline void DirectRaster::Blend(int x, int y, uint32_t color, uint32_t coverage)
 // step, and exact enough for lines of a few thousand pixels.
 //
 // Run takes the steps from `first` to `last` along the major axis, all
-// inside the clip, leaving out `skip` when it is one of the two ends.
-inline void DirectRaster::Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along,
+// inside the clip.
+inline void DirectRaster::Run(int first, int last, int64_t y, int64_t step, qsizetype along,
                               qsizetype across, uint32_t pixel) {
-  // Trimming the ends beforehand spares the loop a test that a short line
-  // would mispredict.
-  if (skip == last) {
-    --last;
-  } else if (skip == first) {
-    ++first;
-    y += step;
-  }
   // Blending with full or no coverage gives back the colour or the pixel
   // exactly, and costs less than the mispredicted branches that would tell
   // the cases apart.
@@ -249,15 +245,24 @@ inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, ui
     std::swap(x1, y1);
     std::swap(along, across);
   }
-  int skip = withEnd ? -1 : int(x1 + 0.5);  // the end pixel, along the major axis
-  if (x0 > x1) {
+  const bool backwards = x0 > x1;  // then the end pixel is the first step
+  if (backwards) {
     std::swap(x0, x1);
     std::swap(y0, y1);
   }
-  double gradient = x1 == x0 ? 0 : (y1 - y0) / (x1 - x0);
+  const double gradient = x1 == x0 ? 0 : (y1 - y0) / (x1 - x0);
   int first = int(x0 + 0.5), last = int(x1 + 0.5);
-  Run(first, last, skip, Fixed(y0 + gradient * (first - x0)), FixedStep(gradient), along, across,
-      pixel);
+  int64_t y = Fixed(y0 + gradient * (first - x0));
+  const int64_t step = FixedStep(gradient);
+  if (!withEnd) {
+    if (backwards) {
+      ++first;
+      y += step;
+    } else {
+      --last;
+    }
+  }
+  Run(first, last, y, step, along, across, pixel);
 }
 
 // A grid line or an axis: horizontal or vertical through pixel centres, so
@@ -320,7 +325,13 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
                             : first >= clipLeft_ && last < clipRight_ && minRow >= clipTop_ &&
                                   maxRow < clipBottom_;
   if (inside) {
-    Run(first, last, skip, y, step, steep ? stride_ : 1, steep ? 1 : stride_, pixel);
+    if (skip == last) {
+      --last;
+    } else if (skip == first) {
+      ++first;
+      y += step;
+    }
+    Run(first, last, y, step, steep ? stride_ : 1, steep ? 1 : stride_, pixel);
     return;
   }
   for (int x = first; x <= last; ++x, y += step) {

@@ -75,7 +75,7 @@ class DirectRaster {
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
-  void Run(int first, int last, int skip, int64_t y, int64_t step, qsizetype along, qsizetype across,
+  void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,
            uint32_t pixel);
 
   uint32_t* bits_;

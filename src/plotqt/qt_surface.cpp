@@ -2,6 +2,7 @@
 
 #include <QGuiApplication>
 #include <QPaintDevice>
+#include <QHash>
 #include <QPen>
 #include <QString>
 #include <algorithm>
@@ -43,6 +44,7 @@ QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font)
       target_(target),
       font_(font),
       metrics_(font, painter.device()),
+      fontKey_(font.key()),
       scaleWidth_(target.width()),
       scaleHeight_(target.height()) {
   painter_.save();
@@ -279,20 +281,37 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
   painter_.setBrush(QBrush());
 }
 
+// Laying out a text costs more than drawing it, and a redraw prints the
+// same legend and scale texts again and again, so laid-out texts are kept.
+const QtSurface::LaidOutText& QtSurface::LaidOut(std::string_view text) const {
+  static QHash<QString, LaidOutText> cache;
+  QString key = fontKey_;
+  key += QChar(0);
+  key += FromUtf8(text);
+  if (auto found = cache.constFind(key); found != cache.constEnd()) return *found;
+  if (cache.size() >= 4096) cache.clear();
+  QString string = FromUtf8(text);
+  QStaticText laidOut(string);
+  laidOut.setTextFormat(Qt::PlainText);
+  laidOut.setPerformanceHint(QStaticText::AggressiveCaching);
+  laidOut.prepare(QTransform(), font_);
+  return *cache.insert(key, {laidOut, metrics_.horizontalAdvance(string)});
+}
+
 void QtSurface::Print(std::string_view text) {
   FlushLines();
-  QString string = FromUtf8(text);
   QPointF topLeft = ToDevice(currentX_, currentY_);
+  const LaidOutText& laidOut = LaidOut(text);
   UseClip();
   painter_.setFont(font_);
   painter_.setPen(ToQColor(foreColor_));
-  painter_.drawText(QPointF(topLeft.x(), topLeft.y() + metrics_.ascent()), string);
-  currentX_ += metrics_.horizontalAdvance(string) * scaleWidth_ / target_.width();
+  painter_.drawStaticText(topLeft, laidOut.text);
+  currentX_ += laidOut.advance * scaleWidth_ / target_.width();
   currentY_ += TextHeight(text) / 2;
 }
 
 double QtSurface::TextWidth(std::string_view text) const {
-  return metrics_.horizontalAdvance(FromUtf8(text)) * scaleWidth_ / target_.width();
+  return LaidOut(text).advance * scaleWidth_ / target_.width();
 }
 
 double QtSurface::TextHeight(std::string_view) const {

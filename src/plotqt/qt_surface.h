@@ -10,6 +10,8 @@
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
+#include <QStaticText>
+#include <QString>
 #include <memory>
 #include <vector>
 
@@ -85,12 +87,18 @@ class QtSurface : public DrawingSurface {
   QLineF SnappedLine(QPointF a, QPointF b) const;
   void DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind);
   QPen LinePen(const QColor& color) const;
+  struct LaidOutText {
+    QStaticText text;
+    qreal advance;  // in logical pixels
+  };
+  const LaidOutText& LaidOut(std::string_view text) const;
 
   QPainter& painter_;
   QRectF target_;
   QRectF clip_;
   QFont font_;
   QFontMetricsF metrics_;
+  QString fontKey_;
   double left_ = 0, top_ = 0, scaleWidth_ = 1, scaleHeight_ = 1;
   double devicePerUserX_ = 1, devicePerUserY_ = 1;
   double currentX_ = 0, currentY_ = 0;
