@@ -78,12 +78,20 @@ void DrawMarkers(DrawingSurface& surface, const Polar& polar, int symbol, X x, Y
                  Missing missing) {
   double size = kMarkerDeviceSize * surface.ScaleWidth() / surface.Width();
   SymbolFigure figure = SymbolOutline(surface, symbol, size);
+  constexpr size_t kPiece = 512;
+  PlotPoint centres[kPiece];
+  size_t count = 0;
   const PolarPoint* last = nullptr;
   for (const PolarPoint& point : polar.Points()) {
     if (missing(point)) continue;
-    surface.Figure(x(point), y(point), figure.offsets, figure.count);
+    if (count == kPiece) {
+      surface.Figures(centres, count, figure.offsets, figure.count);
+      count = 0;
+    }
+    centres[count++] = {x(point), y(point)};
     last = &point;
   }
+  surface.Figures(centres, count, figure.offsets, figure.count);
   // Where Symbol leaves it after the last marker.
   if (last) {
     surface.SetCurrentX(x(*last));

@@ -95,11 +95,12 @@ class DrawingSurface {
     if (count >= 2) DrawPolyline(points, count, ForeColor());
   }
 
-  // Joins the points (x + offsets[k].x, y + offsets[k].y) in order, as
-  // Polyline would: a small figure such as a marker, placed at (x, y). A
-  // surface may draw equal figures faster than the same lines one by one.
-  void Figure(double x, double y, const PlotPoint* offsets, size_t count) {
-    if (count >= 2) DrawFigure(x, y, offsets, count, ForeColor());
+  // For each of the `count` centres in turn, joins the points centre +
+  // offsets[k] (k < offsetCount) in order, as Polyline would: small equal
+  // figures such as a curve's markers. A surface may draw them faster than
+  // the same lines one by one.
+  void Figures(const PlotPoint* centres, size_t count, const PlotPoint* offsets, size_t offsetCount) {
+    if (count > 0 && offsetCount >= 2) DrawFigures(centres, count, offsets, offsetCount, ForeColor());
   }
 
   virtual double CurrentX() const = 0;
@@ -134,11 +135,15 @@ class DrawingSurface {
     for (size_t k = 1; k < count; ++k)
       DrawLine(points[k - 1].x, points[k - 1].y, points[k].x, points[k].y, color, LineKind::Plain);
   }
-  // Figure, given at least two points.
-  virtual void DrawFigure(double x, double y, const PlotPoint* offsets, size_t count, Color color) {
-    for (size_t k = 1; k < count; ++k)
-      DrawLine(x + offsets[k - 1].x, y + offsets[k - 1].y, x + offsets[k].x, y + offsets[k].y,
-               color, LineKind::Plain);
+  // Figures, given a centre and at least two offsets.
+  virtual void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets,
+                           size_t offsetCount, Color color) {
+    for (size_t c = 0; c < count; ++c) {
+      const double x = centres[c].x, y = centres[c].y;
+      for (size_t k = 1; k < offsetCount; ++k)
+        DrawLine(x + offsets[k - 1].x, y + offsets[k - 1].y, x + offsets[k].x, y + offsets[k].y,
+                 color, LineKind::Plain);
+    }
   }
 };
 

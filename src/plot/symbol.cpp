@@ -54,11 +54,10 @@ SymbolFigure SymbolOutline(const DrawingSurface& surface, int index, double size
 void Symbol(DrawingSurface& surface, int index, double size) {
   SymbolFigure figure = SymbolOutline(surface, index, size);
   if (figure.count == 0) return;
-  double centreX = surface.CurrentX();
-  double centreY = surface.CurrentY();
-  surface.Figure(centreX, centreY, figure.offsets, figure.count);
-  surface.SetCurrentX(centreX);
-  surface.SetCurrentY(centreY);
+  const PlotPoint centre{surface.CurrentX(), surface.CurrentY()};
+  surface.Figures(&centre, 1, figure.offsets, figure.count);
+  surface.SetCurrentX(centre.x);
+  surface.SetCurrentY(centre.y);
 }
 
 }  // namespace tavilo

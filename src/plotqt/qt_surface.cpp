@@ -168,33 +168,40 @@ void QtSurface::DrawPolyline(const PlotPoint* points, size_t count, Color color)
 }
 
 // Markers: stamped from a shape drawn once, while the figure stays the same.
-void QtSurface::DrawFigure(double x, double y, const PlotPoint* offsets, size_t count, Color color) {
-  double dx = (x - left_) * devicePerUserX_;
-  double dy = (y - top_) * devicePerUserY_;
-  // Far out the separate lines decide which coordinate is too large.
-  bool near = std::fabs(dx) < 1e9 && std::fabs(dy) < 1e9;
-  if (!raster_ || drawWidth_ != 1 || count > DirectRaster::kMaxOutlinePoints || !near) {
-    DrawingSurface::DrawFigure(x, y, offsets, count, color);
+void QtSurface::DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets,
+                            size_t offsetCount, Color color) {
+  if (!raster_ || drawWidth_ != 1 || offsetCount > DirectRaster::kMaxOutlinePoints) {
+    DrawingSurface::DrawFigures(centres, count, offsets, offsetCount, color);
     return;
   }
-  if (count != figureCount_ ||
-      std::memcmp(offsets, figureOffsets_, count * sizeof(PlotPoint)) != 0) {
+  if (offsetCount != figureCount_ ||
+      std::memcmp(offsets, figureOffsets_, offsetCount * sizeof(PlotPoint)) != 0) {
     QPointF relative[DirectRaster::kMaxOutlinePoints];
-    for (size_t k = 0; k < count; ++k)
+    for (size_t k = 0; k < offsetCount; ++k)
       relative[k] = QPointF(offsets[k].x * devicePerUserX_, offsets[k].y * devicePerUserY_);
-    figureShape_ = DirectRaster::ShapeOf(relative, count);
-    std::copy(offsets, offsets + count, figureOffsets_);
-    figureCount_ = count;
+    figureShape_ = DirectRaster::ShapeOf(relative, offsetCount);
+    std::copy(offsets, offsets + offsetCount, figureOffsets_);
+    figureCount_ = offsetCount;
   }
   if (!figureShape_) {
-    DrawingSurface::DrawFigure(x, y, offsets, count, color);
+    DrawingSurface::DrawFigures(centres, count, offsets, offsetCount, color);
     return;
   }
   if (!run_.empty() || !lines_.empty()) FlushLines();
-  raster_->Stamp(figureShape_, QPointF(target_.left() + dx, target_.top() + dy),
-                 qRgb(color.red, color.green, color.blue));
-  currentX_ = x + offsets[count - 1].x;
-  currentY_ = y + offsets[count - 1].y;
+  const QRgb rgb = qRgb(color.red, color.green, color.blue);
+  for (size_t c = 0; c < count; ++c) {
+    double dx = (centres[c].x - left_) * devicePerUserX_;
+    double dy = (centres[c].y - top_) * devicePerUserY_;
+    if (std::fabs(dx) < 1e9 && std::fabs(dy) < 1e9) {
+      raster_->Stamp(figureShape_, QPointF(target_.left() + dx, target_.top() + dy), rgb);
+    } else {
+      // Far out the separate lines decide which coordinate is too large.
+      DrawingSurface::DrawFigures(centres + c, 1, offsets, offsetCount, color);
+      FlushLines();
+    }
+  }
+  currentX_ = centres[count - 1].x + offsets[offsetCount - 1].x;
+  currentY_ = centres[count - 1].y + offsets[offsetCount - 1].y;
 }
 
 void QtSurface::AddSegment(const QPointF& a, const QPointF& b, Color color) {

@@ -66,7 +66,8 @@ class QtSurface : public DrawingSurface {
  protected:
   void DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) override;
   void DrawPolyline(const PlotPoint* points, size_t count, Color color) override;
-  void DrawFigure(double x, double y, const PlotPoint* offsets, size_t count, Color color) override;
+  void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets, size_t offsetCount,
+                   Color color) override;
 
  private:
   void UseClip();
