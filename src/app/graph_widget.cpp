@@ -20,7 +20,6 @@ QImage& GraphWidget::NewCanvas() {
   const QSize pixels = (QSizeF(size()) * ratio).toSize().expandedTo(QSize(1, 1));
   if (canvas_.size() != pixels) canvas_ = QImage(pixels, QImage::Format_RGB32);
   canvas_.setDevicePixelRatio(ratio);
-  canvas_.fill(Qt::white);
   return canvas_;
 }
 

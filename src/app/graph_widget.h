@@ -22,8 +22,9 @@ class GraphWidget : public QWidget {
 
   GraphWidget(const QString& objectName, QWidget* parent);
 
-  // A canvas of the widget's current size (device pixels), cleared to white;
-  // the caller draws into it and then calls update().
+  // A canvas of the widget's current size (device pixels), not cleared: the
+  // graph's frame clears it first thing. The caller draws into it and then
+  // calls update().
   QImage& NewCanvas();
   const QImage& Canvas() const { return canvas_; }
 

@@ -123,46 +123,38 @@ void QtSurface::DrawLine(double x1, double y1, double x2, double y2, Color color
     DrawBox(a, b, color, kind);
 }
 
-// Curves and markers: on an image with one-pixel lines straight to the
-// raster, each point converted as it is reached so that a wild value stops
-// the drawing at the same line as separate Line calls would.
+// Curves: on an image with one-pixel lines straight to the raster, each
+// point converted as it is reached, so that a wild value stops the drawing
+// at the same line as separate Line calls would.
 void QtSurface::DrawPolyline(const PlotPoint* points, size_t count, Color color) {
   if (!raster_ || drawWidth_ != 1) {
     DrawingSurface::DrawPolyline(points, count, color);
     return;
   }
   if (!run_.empty() || !lines_.empty()) FlushLines();
-  QRgb rgb = qRgb(color.red, color.green, color.blue);
-  constexpr size_t kOutlinePoints = DirectRaster::kMaxOutlinePoints;
-  if (count <= kOutlinePoints) {
-    QPointF device[kOutlinePoints];
-    for (size_t k = 0; k < count; ++k) device[k] = ToDevice(points[k].x, points[k].y);
-    if (!raster_->Outline(device, count, rgb)) {
-      for (size_t k = 1; k < count; ++k)
-        raster_->Line(device[k - 1], device[k], rgb, k + 1 == count);
+  const QRgb rgb = qRgb(color.red, color.green, color.blue);
+  constexpr size_t kPiece = 128;
+  QPointF device[kPiece];
+  size_t filled = 0;
+  bool split = false;
+  for (size_t k = 0; k < count; ++k) {
+    double dx = (points[k].x - left_) * devicePerUserX_;
+    double dy = (points[k].y - top_) * devicePerUserY_;
+    if (!(std::fabs(dx) <= kMaxDeviceCoordinate && std::fabs(dy) <= kMaxDeviceCoordinate)) {
+      raster_->Polyline(device, filled, rgb, true);
+      CheckDeviceCoordinate(dx);
+      CheckDeviceCoordinate(dy);
     }
-  } else {
-    // Converted in pieces; a wild value draws the lines before it first.
-    constexpr size_t kPiece = 128;
-    QPointF device[kPiece];
-    size_t filled = 0;
-    for (size_t k = 0; k < count; ++k) {
-      double dx = (points[k].x - left_) * devicePerUserX_;
-      double dy = (points[k].y - top_) * devicePerUserY_;
-      if (!(std::fabs(dx) <= kMaxDeviceCoordinate && std::fabs(dy) <= kMaxDeviceCoordinate)) {
-        raster_->Polyline(device, filled, rgb, true);
-        CheckDeviceCoordinate(dx);
-        CheckDeviceCoordinate(dy);
-      }
-      if (filled == kPiece) {
-        raster_->Polyline(device, filled, rgb, false);
-        device[0] = device[filled - 1];
-        filled = 1;
-      }
-      device[filled++] = QPointF(target_.left() + dx, target_.top() + dy);
+    if (filled == kPiece) {
+      raster_->Polyline(device, filled, rgb, false);
+      device[0] = device[filled - 1];
+      filled = 1;
+      split = true;
     }
-    raster_->Polyline(device, filled, rgb, true);
+    device[filled++] = QPointF(target_.left() + dx, target_.top() + dy);
   }
+  // A small closed run is stamped like a marker.
+  if (split || !raster_->Outline(device, filled, rgb)) raster_->Polyline(device, filled, rgb, true);
   currentX_ = points[count - 1].x;
   currentY_ = points[count - 1].y;
 }

@@ -175,6 +175,24 @@ TEST(PlotData, AWildValueOrABrokenSetListEndsTheRedrawQuietly) {
   EXPECT_NO_THROW(PlotData(&broken, PlotRanges{}, g.All()));
 }
 
+// Curves and markers reach the surface in pieces of fixed size; a polar of
+// several pieces is still one unbroken curve with a marker on every point.
+TEST(PlotData, ALongPolarStaysOneCurveAcrossPieces) {
+  std::vector<PolarPoint> list;
+  for (int k = 0; k < 1200; ++k) list.push_back(MakePoint(0.01 * k, 0.001 * k, 0.01, -0.05, 0.5, 0.5));
+  auto airfoil = MakeAirfoil({0});
+  airfoil->Configuration(1)->AddPolar(testing::MakePolar(100000, 0, true, list));
+  Graphs g;
+  PlotData(airfoil.get(), PlotRanges{}, g.All());
+  auto lines = PaletteLines(g.clAlfa);
+  ASSERT_EQ(lines.size(), 1199u + 1200 * 4u);  // the curve, then a square per point
+  int breaks = 0;
+  for (size_t k = 1; k < 1199; ++k) breaks += lines[k].x1 != lines[k - 1].x2 || lines[k].y1 != lines[k - 1].y2;
+  EXPECT_EQ(breaks, 0);
+  EXPECT_EQ(lines[1198].x2, 0.01 * 1199);
+  EXPECT_EQ(PaletteLines(g.bll).size(), 1199u);
+}
+
 // The same 10-unit marker on two very different value ranges: the same device
 // offsets, within the marker's size, closed, and the position back at the centre.
 TEST(Symbol, KeepsItsProportionsOnEveryScaleAndReturnsToItsCentre) {

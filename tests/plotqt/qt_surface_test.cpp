@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontMetricsF>
+#include <QGuiApplication>
 #include <QImage>
+#include <cmath>
 
 #include "model/errors.h"
 #include "plot/frames.h"
@@ -90,6 +93,132 @@ TEST(QtSurface, BoxesFillByFillStyleAndFilledBoxesInTheirLineColour) {
   EXPECT_EQ(Pixel(image, 150, 50), QColor(0, 0, 255));
   EXPECT_EQ(Pixel(image, 250, 50), QColor(0, 128, 0));
   EXPECT_EQ(Pixel(image, 110, 50), QColor(Qt::black)) << "outline in the line colour";
+}
+
+// A surface whose user units are the target's own pixels.
+struct PixelSurface {
+  PixelSurface(QImage& image, const QRectF& target) : painter(&image), surface(painter, target) {
+    surface.Scale(0, 0, target.width(), target.height());
+  }
+  QPainter painter;
+  QtSurface surface;
+};
+
+const QColor kBackground(200, 210, 220);
+
+// Markers are stamped alike wherever they stand, and neither they nor lines
+// running far out touch a pixel beyond the target.
+TEST(QtSurface, MarkersAndLinesStayInsideTheTargetAndMarkersLookAlike) {
+  QImage image = WhiteImage(200, 150);
+  image.fill(kBackground);
+  const QRectF target(20, 10, 160, 120);
+  {
+    PixelSurface s(image, target);
+    s.surface.SetForeColor(Color::Palette(4));
+    const PlotPoint centres[] = {{60.3, 40.7}, {101.6, 80.2}, {0.8, 60.5}, {158.7, 2.2}};
+    for (int index = 1; index <= kSymbolCount; ++index) {
+      s.surface.SetCurrentX(centres[0].x + 20 * index);
+      s.surface.SetCurrentY(centres[0].y);
+      Symbol(s.surface, index, 9);
+    }
+    SymbolFigure octagon = SymbolOutline(s.surface, 5, 9);
+    s.surface.Figures(centres, 4, octagon.offsets, octagon.count);
+    const PlotPoint far[] = {{-500, 110}, {140, 115}, {900, 900}, {-20, 900}};
+    s.surface.Polyline(far, 4);
+  }
+  int outside = 0;
+  for (int y = 0; y < image.height(); ++y)
+    for (int x = 0; x < image.width(); ++x)
+      if (!target.contains(x + 0.5, y + 0.5)) outside += Pixel(image, x, y) != kBackground;
+  EXPECT_EQ(outside, 0);
+  // Octagons at (60.3, 40.7) and (101.6, 80.2) lie on target pixels (80, 50)
+  // and (121, 90); the one cut by the left edge at (0.8, 60.5) on (20, 70)
+  // shows the same pixels where it shows any.
+  int differing = 0, compared = 0;
+  for (int dy = -6; dy <= 6; ++dy)
+    for (int dx = -6; dx <= 6; ++dx) {
+      differing += Pixel(image, 80 + dx, 50 + dy) != Pixel(image, 121 + dx, 90 + dy);
+      if (20 + dx >= 20) {
+        ++compared;
+        differing += Pixel(image, 80 + dx, 50 + dy) != Pixel(image, 20 + dx, 70 + dy);
+      }
+    }
+  EXPECT_EQ(differing, 0);
+  EXPECT_GT(compared, 0);
+  EXPECT_EQ(Pixel(image, 80, 50 - 5), QColor(128, 0, 0)) << "the octagon's top edge, one crisp pixel";
+  EXPECT_EQ(Pixel(image, 80, 50 - 4), kBackground);
+}
+
+// A run of lines draws each joint once: a straight run through a midpoint
+// looks like the single line. Drawing stays in the order of the calls even
+// where the raster queues lines behind boxes and text.
+TEST(QtSurface, RunsDrawEachJointOnceAndDrawingKeepsItsOrder) {
+  QImage single = WhiteImage(100, 100), run = WhiteImage(100, 100);
+  {
+    PixelSurface s(single, QRectF(0, 0, 100, 100));
+    s.surface.Line(10.2, 12.7, 80.6, 61.3, Color::Palette(1));
+  }
+  {
+    PixelSurface s(run, QRectF(0, 0, 100, 100));
+    s.surface.SetForeColor(Color::Palette(1));
+    const PlotPoint points[] = {{10.2, 12.7}, {45.4, 37.0}, {80.6, 61.3}};
+    s.surface.Polyline(points, 3);
+  }
+  int worst = 0;
+  for (int y = 0; y < 100; ++y)
+    for (int x = 0; x < 100; ++x)
+      worst = std::max(worst, std::abs(Pixel(single, x, y).red() - Pixel(run, x, y).red()));
+  EXPECT_LE(worst, 2);
+
+  QImage layered = WhiteImage(100, 100);
+  {
+    PixelSurface s(layered, QRectF(0, 0, 100, 100));
+    s.surface.SetForeColor(Color::Rgb(255, 0, 0));
+    const PlotPoint under[] = {{5, 20.5}, {95, 20.5}, {95, 60.5}};
+    s.surface.Polyline(under, 3);
+    s.surface.Line(40, 10, 60, 30, Color::Rgb(0, 0, 255), LineKind::FilledBox);
+    s.surface.SetForeColor(Color::Rgb(0, 128, 0));
+    const PlotPoint over[] = {{50.5, 5}, {50.5, 95}};
+    s.surface.Polyline(over, 2);
+  }
+  EXPECT_EQ(Pixel(layered, 20, 20), QColor(255, 0, 0));
+  EXPECT_EQ(Pixel(layered, 45, 20), QColor(0, 0, 255)) << "the box covers the line before it";
+  EXPECT_EQ(Pixel(layered, 50, 20), QColor(0, 128, 0)) << "the line after the box covers it";
+}
+
+TEST(QtSurface, AWildPointEndsARunAfterTheLinesBeforeIt) {
+  QImage image = WhiteImage(100, 100);
+  {
+    PixelSurface s(image, QRectF(0, 0, 100, 100));
+    const PlotPoint points[] = {{10, 10.5}, {50, 10.5}, {50, 1e300}, {90, 90}};
+    EXPECT_THROW(s.surface.Polyline(points, 4), OverflowError);
+    const PlotPoint offsets[] = {{-2, -2}, {2, -2}, {2, 2}, {-2, 2}, {-2, -2}};
+    const PlotPoint centres[] = {{30, 50}, {std::nan(""), 50}};
+    EXPECT_THROW(s.surface.Figures(centres, 2, offsets, 5), OverflowError);
+  }
+  EXPECT_EQ(Pixel(image, 30, 10), QColor(Qt::black));
+  EXPECT_EQ(Pixel(image, 70, 70), QColor(Qt::white));
+  EXPECT_EQ(Pixel(image, 32, 50), QColor(Qt::black)) << "the marker before the wild one";
+}
+
+// Texts are laid out once and kept; what is kept belongs to its font.
+TEST(QtSurface, PrintAdvancesByTheTextWidthOfItsOwnFont) {
+  QImage image = WhiteImage(300, 100);
+  QPainter painter(&image);
+  QFont small = QGuiApplication::font(), large = small;
+  large.setPointSizeF(small.pointSizeF() * 2);
+  QtSurface a(painter, QRectF(0, 0, 300, 100), small), b(painter, QRectF(0, 0, 300, 100), large);
+  const char* text = "Re= 1000000";
+  for (QtSurface* s : {&a, &b}) {
+    double width = s->TextWidth(text);
+    EXPECT_NEAR(width, QFontMetricsF(s == &a ? small : large, &image).horizontalAdvance(text), 1e-9);
+    s->SetCurrentX(5);
+    s->Print(text);
+    s->SetCurrentX(5);
+    s->Print(text);
+    EXPECT_NEAR(s->CurrentX(), 5 + width, 1e-9);
+  }
+  EXPECT_GT(b.TextWidth(text), 1.5 * a.TextWidth(text));
 }
 
 }  // namespace
