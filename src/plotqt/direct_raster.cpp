@@ -265,10 +265,11 @@ inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, ui
   Run(first, last, y, step, along, across, pixel);
 }
 
-// A grid line or an axis: horizontal or vertical through pixel centres, so
-// that it covers whole pixels, which are simply set, as Wu's line would.
-void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip) {
-  const bool across = y0 == y1;  // runs along a row
+// A grid line or an axis: along a row (`across`) or a column through pixel
+// centres, so that it covers whole pixels, which are simply set, as Wu's
+// line would.
+void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip,
+                            bool across) {
   const int line = across ? int(y0) : int(x0);
   if (line < (across ? clipTop_ : clipLeft_) || line >= (across ? clipBottom_ : clipRight_)) return;
   const double a = across ? x0 : y0, b = across ? x1 : y1;
@@ -296,8 +297,10 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
     if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return;
   }
   int endX = FloorToInt(x1 + 0.5), endY = FloorToInt(y1 + 0.5);
-  if ((y0 == y1 && FloorToInt(y0) == y0) || (x0 == x1 && FloorToInt(x0) == x0)) {
-    Straight(x0, y0, x1, y1, pixel, withEnd ? INT32_MIN : (y0 == y1 ? endX : endY));
+  const bool row = y0 == y1 && x0 != x1 && FloorToInt(y0) == y0;
+  const bool column = x0 == x1 && y0 != y1 && FloorToInt(x0) == x0;
+  if (row || column) {
+    Straight(x0, y0, x1, y1, pixel, withEnd ? INT32_MIN : (row ? endX : endY), row);
     return;
   }
   if (!ClipSegment(x0, y0, x1, y1, left, top, right, bottom)) return;
@@ -411,9 +414,8 @@ class DirectRaster::Shape {
 };
 
 // Drawn once by QPainter itself, so a stamped marker looks exactly like one
-// that QPainter would draw centred on a pixel.
-DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative,
-                                                                 size_t count) {
+// that QPainter would draw with its corners on pixel centres.
+DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t count) {
   if (count < 4 || count > kMaxOutline || relative[0] != relative[count - 1]) return nullptr;
   constexpr int kReach = 24;  // pixels from the centre
   // Corners go to whole pixels: the straight edges then lie on pixel
@@ -432,7 +434,7 @@ DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative,
   if (auto found = shapes.find(key); found != shapes.end()) return found->second;
   if (shapes.size() >= 1024) shapes.clear();
 
-  constexpr int kSize = 2 * kReach + 4, kCentre = kSize / 2;
+  constexpr int kSize = 2 * kReach + 8, kCentre = kSize / 2;  // a margin for the pen and a pair
   QImage canvas(kSize, kSize, QImage::Format_ARGB32_Premultiplied);
   canvas.fill(Qt::transparent);
   {
@@ -462,7 +464,7 @@ DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative,
         shape->right = std::max(shape->right, int(dx));
         continue;
       }
-      // The outline stays clear of the canvas edges, so column + 1 exists.
+      // The outline stays clear of the canvas's edges, so column + 1 exists.
       Shape::Pair pair{};
       for (int c = 0; c < 8; ++c) pair.coverage[c] = uint16_t(qAlpha(line[column + c / 4]));
       pair.dx = dx;
@@ -488,8 +490,10 @@ void DirectRaster::DrawStamps(const Shape& shape, const QPointF* at, size_t coun
   const size_t solidCount = solidOffsets_.size(), pairCount = pairOffsets_.size();
   const Pair16 source = Spread(pixel);
   for (size_t k = 0; k < count; ++k) {
-    const int x = FloorToInt(at[k].x() + offset_.x());
-    const int y = FloorToInt(at[k].y() + offset_.y());
+    const double atX = at[k].x() + offset_.x(), atY = at[k].y() + offset_.y();
+    if (!(std::fabs(atX) < 1e9 && std::fabs(atY) < 1e9)) continue;  // far beyond any image
+    const int x = FloorToInt(atX);
+    const int y = FloorToInt(atY);
     bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
                   y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
     if (!inside) {

@@ -73,7 +73,7 @@ class DirectRaster {
   void DrawStamps(const Shape& shape, const QPointF* at, size_t count, uint32_t pixel);
   void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
-  void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip);
+  void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,
            uint32_t pixel);

@@ -149,6 +149,24 @@ TEST(QtSurface, MarkersAndLinesStayInsideTheTargetAndMarkersLookAlike) {
   EXPECT_EQ(Pixel(image, 80, 50 - 4), kBackground);
 }
 
+// Figures up to the largest stamp are stamped, larger ones drawn as lines;
+// both show their whole outline.
+TEST(QtSurface, LargeFiguresKeepTheirWholeOutline) {
+  QImage image = WhiteImage(200, 100);
+  {
+    PixelSurface s(image, QRectF(0, 0, 200, 100));
+    for (double half : {24.0, 30.0}) {
+      const PlotPoint square[] = {{-half, -half}, {half, -half}, {half, half}, {-half, half}, {-half, -half}};
+      const PlotPoint centre{half == 24 ? 50.5 : 140.5, 50.5};
+      s.surface.Figures(&centre, 1, square, 5);
+    }
+  }
+  for (QPoint edge : {QPoint(26, 50), QPoint(74, 50), QPoint(50, 26), QPoint(50, 74), QPoint(110, 50),
+                      QPoint(170, 50), QPoint(140, 20), QPoint(140, 80)})
+    EXPECT_EQ(Pixel(image, edge.x(), edge.y()), QColor(Qt::black)) << edge.x() << "," << edge.y();
+  EXPECT_EQ(Pixel(image, 50, 50), QColor(Qt::white));
+}
+
 // A run of lines draws each joint once: a straight run through a midpoint
 // looks like the single line. Drawing stays in the order of the calls even
 // where the raster queues lines behind boxes and text.
