@@ -1,8 +1,8 @@
 #include "plotqt/qt_surface.h"
 
 #include <QGuiApplication>
-#include <QPaintDevice>
 #include <QHash>
+#include <QPaintDevice>
 #include <QPen>
 #include <QString>
 #include <algorithm>
@@ -34,6 +34,15 @@ Qt::BrushStyle BrushFor(int fillStyle) {
   }
 }
 
+// What a text's layout depends on besides the text: the font and the
+// device's resolution (a printer's differs from the screen's).
+QString LayoutKey(const QFont& font, const QPaintDevice* device) {
+  QString key = font.key();
+  if (device != nullptr)
+    key += QStringLiteral("@%1x%2").arg(device->logicalDpiX()).arg(device->logicalDpiY());
+  return key;
+}
+
 }  // namespace
 
 QtSurface::QtSurface(QPainter& painter, const QRectF& target)
@@ -44,7 +53,7 @@ QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font)
       target_(target),
       font_(font),
       metrics_(font, painter.device()),
-      fontKey_(font.key()),
+      layoutKey_(LayoutKey(font, painter.device())),
       scaleWidth_(target.width()),
       scaleHeight_(target.height()) {
   painter_.save();
@@ -87,8 +96,8 @@ double QtSurface::SnapX(double x) const { return canSnap_ ? Snap(x, deviceOffset
 double QtSurface::SnapY(double y) const { return canSnap_ ? Snap(y, deviceOffset_.y()) : y; }
 
 // Several surfaces may share one painter (the graphs of one picture), so
-// each sets its own clip before it draws.
-// Whatever the raster has queued goes first, as it came first.
+// each sets its own clip before it draws; whatever the raster has queued
+// goes first, as it came first.
 void QtSurface::UseClip() {
   if (raster_) raster_->Draw();
   painter_.setClipRect(clip_, Qt::ReplaceClip);
@@ -284,7 +293,7 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
 // same legend and scale texts again and again, so laid-out texts are kept.
 const QtSurface::LaidOutText& QtSurface::LaidOut(std::string_view text) const {
   static QHash<QString, LaidOutText> cache;
-  QString key = fontKey_;
+  QString key = layoutKey_;
   key += QChar(0);
   key += FromUtf8(text);
   if (auto found = cache.constFind(key); found != cache.constEnd()) return *found;

@@ -99,7 +99,7 @@ class QtSurface : public DrawingSurface {
   QRectF clip_;
   QFont font_;
   QFontMetricsF metrics_;
-  QString fontKey_;
+  QString layoutKey_;  // of the texts laid out for this font on this device
   double left_ = 0, top_ = 0, scaleWidth_ = 1, scaleHeight_ = 1;
   double devicePerUserX_ = 1, devicePerUserY_ = 1;
   double currentX_ = 0, currentY_ = 0;

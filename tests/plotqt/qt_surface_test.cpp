@@ -219,8 +219,9 @@ TEST(QtSurface, AWildPointEndsARunAfterTheLinesBeforeIt) {
   EXPECT_EQ(Pixel(image, 32, 50), QColor(Qt::black)) << "the marker before the wild one";
 }
 
-// Texts are laid out once and kept; what is kept belongs to its font.
-TEST(QtSurface, PrintAdvancesByTheTextWidthOfItsOwnFont) {
+// Texts are laid out once and kept; what is kept belongs to its font and
+// its device's resolution.
+TEST(QtSurface, PrintAdvancesByTheTextWidthOfItsFontOnItsDevice) {
   QImage image = WhiteImage(300, 100);
   QPainter painter(&image);
   QFont small = QGuiApplication::font(), large = small;
@@ -237,6 +238,14 @@ TEST(QtSurface, PrintAdvancesByTheTextWidthOfItsOwnFont) {
     EXPECT_NEAR(s->CurrentX(), 5 + width, 1e-9);
   }
   EXPECT_GT(b.TextWidth(text), 1.5 * a.TextWidth(text));
+  // The same font at twice the resolution is twice as wide in pixels.
+  QImage dense = WhiteImage(300, 100);
+  dense.setDotsPerMeterX(image.dotsPerMeterX() * 2);
+  dense.setDotsPerMeterY(image.dotsPerMeterY() * 2);
+  QPainter densePainter(&dense);
+  QtSurface c(densePainter, QRectF(0, 0, 300, 100), small);
+  EXPECT_NEAR(c.TextWidth(text), QFontMetricsF(small, &dense).horizontalAdvance(text), 1e-9);
+  EXPECT_GT(c.TextWidth(text), 1.5 * a.TextWidth(text));
 }
 
 }  // namespace
