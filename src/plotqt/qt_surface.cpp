@@ -1,5 +1,6 @@
 #include "plotqt/qt_surface.h"
 
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHash>
 #include <QPaintDevice>
@@ -293,6 +294,9 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
 // same legend and scale texts again and again, so laid-out texts are kept.
 const QtSurface::LaidOutText& QtSurface::LaidOut(std::string_view text) const {
   static QHash<QString, LaidOutText> cache;
+  // Emptied as the application ends, while the fonts it refers to still exist.
+  static const bool emptiedAtEnd = (qAddPostRoutine([] { cache.clear(); }), true);
+  (void)emptiedAtEnd;
   QString key = layoutKey_;
   key += QChar(0);
   key += FromUtf8(text);
