@@ -48,13 +48,15 @@ void DrawLegendEntry(DrawingSurface& surface, const PlotRanges& ranges, const Le
   Symbol(surface, symbol, size);
 }
 
+// Curves and markers go to the surface this many points at a time, from a
+// buffer on the stack, so that nothing is allocated however long the polar.
+constexpr size_t kPiece = 512;
+
 // Joins the points (x, y) of the polar in order, passing over those that
-// `missing` picks; the line runs on from the last point plotted. The points
-// go out in pieces of a fixed size, so nothing is allocated however long the
-// polar; each piece starts where the one before it ended.
+// `missing` picks; the line runs on from the last point plotted. Each piece
+// starts where the one before it ended.
 template <class X, class Y, class Missing>
 void DrawCurve(DrawingSurface& surface, const Polar& polar, X x, Y y, Missing missing) {
-  constexpr size_t kPiece = 512;
   PlotPoint piece[kPiece];
   size_t count = 0;
   for (const PolarPoint& point : polar.Points()) {
@@ -78,7 +80,6 @@ void DrawMarkers(DrawingSurface& surface, const Polar& polar, int symbol, X x, Y
                  Missing missing) {
   double size = kMarkerDeviceSize * surface.ScaleWidth() / surface.Width();
   SymbolFigure figure = SymbolOutline(surface, symbol, size);
-  constexpr size_t kPiece = 512;
   PlotPoint centres[kPiece];
   size_t count = 0;
   const PolarPoint* last = nullptr;
