@@ -2,8 +2,11 @@
 // draws nothing, and the Qt surface onto 1600 x 1000 images.
 #include <benchmark/benchmark.h>
 
+#include <atomic>
 #include <cmath>
+#include <cstdlib>
 #include <memory>
+#include <new>
 
 #include "model/airfoil.h"
 #include "plot/plot_data.h"
@@ -15,6 +18,20 @@
 
 #include "plotqt/qt_surface.h"
 #endif
+
+// Every allocation of the program is counted, so that the core's redraw can
+// show how few it makes.
+namespace {
+std::atomic<long> allocations{0};
+}  // namespace
+
+void* operator new(size_t size) {
+  allocations.fetch_add(1, std::memory_order_relaxed);
+  if (void* p = std::malloc(size == 0 ? 1 : size)) return p;
+  throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, size_t) noexcept { std::free(p); }
 
 namespace tavilo {
 namespace {
@@ -90,7 +107,11 @@ class NullSurface : public DrawingSurface {
 void BM_PlotDataCore(benchmark::State& state) {
   AirfoilPtr airfoil = MakeAirfoil(100, 200);
   NullSurface s[5];
+  const long before = allocations.load();
   for (auto _ : state) PlotData(airfoil.get(), PlotRanges{}, {&s[0], &s[1], &s[2], &s[3], &s[4]});
+  // A few per polar (its legend text), none per point.
+  state.counters["allocations"] = benchmark::Counter(double(allocations.load() - before),
+                                                     benchmark::Counter::kAvgIterations);
   state.counters["points"] = 100 * 200;
   state.counters["ns_per_point"] = benchmark::Counter(
       100 * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
