@@ -134,8 +134,9 @@ bool ClipSegment(double& x0, double& y0, double& x1, double& y1, double left, do
 }
 
 constexpr size_t kMaxOutline = DirectRaster::kMaxOutlinePoints;
-// The outline in whole pixels relative to the centre, after its point count.
-using ShapeKey = std::array<int16_t, 2 * kMaxOutline + 1>;
+// The outline in whole pixels relative to the centre, after its point count
+// and its pen width.
+using ShapeKey = std::array<int16_t, 2 * kMaxOutline + 2>;
 
 struct KeyHash {
   size_t operator()(const ShapeKey& key) const {
@@ -162,26 +163,30 @@ std::unique_ptr<DirectRaster> DirectRaster::For(QPainter& painter) {
   if (image->format() != QImage::Format_ARGB32_Premultiplied &&
       image->format() != QImage::Format_RGB32)
     return nullptr;
+  // A dense screen's image scales its painter by the pixel ratio.
   QTransform transform = painter.deviceTransform();
-  if (transform.type() > QTransform::TxTranslate) return nullptr;
+  const double scale = transform.m11();
+  if (transform.type() > QTransform::TxScale || transform.m22() != scale || !(scale > 0 && scale <= 8))
+    return nullptr;
   if (painter.compositionMode() != QPainter::CompositionMode_SourceOver || painter.opacity() < 1)
     return nullptr;
   if (painter.hasClipping() && painter.clipRegion().rectCount() > 1) return nullptr;
   return std::unique_ptr<DirectRaster>(
-      new DirectRaster(*image, QPointF(transform.dx(), transform.dy())));
+      new DirectRaster(*image, scale, QPointF(transform.dx(), transform.dy())));
 }
 
 // The painter has already detached the image, so its constant bits are the
 // very pixels it paints into.
-DirectRaster::DirectRaster(QImage& image, QPointF offset)
+DirectRaster::DirectRaster(QImage& image, double scale, QPointF offset)
     : bits_(reinterpret_cast<uint32_t*>(const_cast<uchar*>(image.constBits()))),
       stride_(image.bytesPerLine() / 4),
       width_(image.width()),
       height_(image.height()),
+      scale_(scale),
       offset_(offset) {}
 
 void DirectRaster::SetClip(const QRectF& logicalClip) {
-  QRectF device = logicalClip.translated(offset_);
+  QRectF device(logicalClip.topLeft() * scale_ + offset_, logicalClip.size() * scale_);
   clipLeft_ = std::clamp(int(std::ceil(device.left() - 0.5)), 0, width_);
   clipTop_ = std::clamp(int(std::ceil(device.top() - 0.5)), 0, height_);
   clipRight_ = std::clamp(int(std::ceil(device.right() - 0.5)), 0, width_);
@@ -364,9 +369,80 @@ void DirectRaster::Polyline(const QPointF* points, size_t count, QRgb color, boo
 
 void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd) {
   const double ox = offset_.x() - 0.5, oy = offset_.y() - 0.5;
+  if (scale_ != 1) {
+    for (size_t k = 1; k < count; ++k)
+      WideSegment(points[k - 1].x() * scale_ + ox, points[k - 1].y() * scale_ + oy,
+                  points[k].x() * scale_ + ox, points[k].y() * scale_ + oy, pixel,
+                  withEnd && k + 1 == count);
+    return;
+  }
   for (size_t k = 1; k < count; ++k)
     Segment(points[k - 1].x() + ox, points[k - 1].y() + oy, points[k].x() + ox, points[k].y() + oy,
             pixel, withEnd && k + 1 == count);
+}
+
+// A logical pixel wide on a dense screen: each step along the major axis
+// covers the pixels across that the line's width spans, each by its share.
+// The ends are cut square at the end pixels' centres.
+void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel,
+                               bool withEnd) {
+  const double reach = scale_ + 2;
+  const double left = clipLeft_ - reach, top = clipTop_ - reach, right = clipRight_ + reach,
+               bottom = clipBottom_ + reach;
+  if ((x0 < left && x1 < left) || (x0 > right && x1 > right) || (y0 < top && y1 < top) ||
+      (y0 > bottom && y1 > bottom))
+    return;
+  int endX = INT32_MIN, endY = INT32_MIN;  // far out the end pixel shows nowhere
+  if (std::fabs(x1) < 1e9 && std::fabs(y1) < 1e9) {
+    endX = FloorToInt(x1 + 0.5);
+    endY = FloorToInt(y1 + 0.5);
+  }
+  if (!ClipSegment(x0, y0, x1, y1, left, top, right, bottom)) return;
+  const bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
+  if (steep) {
+    std::swap(x0, y0);
+    std::swap(x1, y1);
+    std::swap(endX, endY);
+  }
+  const int skip = withEnd ? INT32_MIN : endX;
+  if (x0 > x1) {
+    std::swap(x0, x1);
+    std::swap(y0, y1);
+  }
+  const double gradient = x1 == x0 ? 0 : (y1 - y0) / (x1 - x0);
+  const double half = 0.5 * scale_ * std::sqrt(1 + gradient * gradient);  // across the major axis
+  const int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
+  if (gradient == 0) {  // a grid line or an axis: the same coverage all along
+    const int from = std::max(first, steep ? clipTop_ : clipLeft_);
+    const int to = std::min(last, (steep ? clipBottom_ : clipRight_) - 1);
+    const qsizetype along = steep ? stride_ : 1, across = steep ? 1 : stride_;
+    for (int r = FloorToInt(y0 - half + 0.5), end = FloorToInt(y0 + half + 0.5); r <= end; ++r) {
+      if (r < (steep ? clipLeft_ : clipTop_) || r >= (steep ? clipRight_ : clipBottom_)) continue;
+      const double cover = std::min(r + 0.5, y0 + half) - std::max(r - 0.5, y0 - half);
+      if (cover <= 0) continue;
+      const uint32_t coverage = cover >= 1 ? 255 : uint32_t(cover * 255 + 0.5);
+      uint32_t* line = bits_ + r * across;
+      for (int x = from; x <= to; ++x) {
+        if (x == skip) continue;
+        uint32_t& target = line[x * along];
+        target = coverage == 255 ? pixel : Interpolate(pixel, coverage, target, 255 - coverage);
+      }
+    }
+    return;
+  }
+  for (int x = first; x <= last; ++x) {
+    if (x == skip) continue;
+    const double centre = y0 + gradient * (x - x0);
+    const double lower = centre - half, upper = centre + half;
+    for (int r = FloorToInt(lower + 0.5), end = FloorToInt(upper + 0.5); r <= end; ++r) {
+      const double cover = std::min(r + 0.5, upper) - std::max(r - 0.5, lower);
+      const uint32_t coverage = cover <= 0 ? 0 : cover >= 1 ? 255 : uint32_t(cover * 255 + 0.5);
+      if (steep)
+        Blend(r, x, pixel, coverage);
+      else
+        Blend(x, r, pixel, coverage);
+    }
+  }
 }
 
 // Stamps of one shape and colour in a row (a curve's markers) share one
@@ -411,22 +487,28 @@ class DirectRaster::Shape {
   std::vector<Solid> solids;
   std::vector<Pair> pairs;
   int left = 0, right = 0, top = 0, bottom = 0;  // extent of the pixels touched
+  // Added to a position before it is rounded down to the centre pixel: 0.5
+  // when the shape's centre is a pixel corner, the top-left one of that pixel.
+  double anchorShift = 0;
 };
 
 // Drawn once by QPainter itself, so a stamped marker looks exactly like one
-// that QPainter would draw with its corners on pixel centres.
-DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t count) {
+// that QPainter would draw with its corners on whole pixels.
+DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t count, double scale) {
   if (count < 4 || count > kMaxOutline || relative[0] != relative[count - 1]) return nullptr;
-  constexpr int kReach = 24;  // pixels from the centre
-  // Corners go to whole pixels: the straight edges then lie on pixel
-  // centres, one crisp pixel wide instead of two half-covered ones.
+  constexpr int kReach = 32;  // pixels from the centre
+  // Corners go to whole pixels, and the pen is a whole number of pixels
+  // wide: straight edges are then crisp instead of half-covered. An odd
+  // pen is centred on pixel centres, an even one on pixel edges.
+  const int pen = std::clamp(int(std::lround(scale)), 1, 8);
   ShapeKey key{};
   key[0] = int16_t(count);
+  key[1] = int16_t(pen);
   for (size_t i = 0; i < count; ++i) {
-    double dx = relative[i].x(), dy = relative[i].y();
+    double dx = relative[i].x() * scale, dy = relative[i].y() * scale;
     if (!(std::fabs(dx) <= kReach && std::fabs(dy) <= kReach)) return nullptr;
-    key[1 + 2 * i] = int16_t(RoundSmall(dx));
-    key[2 + 2 * i] = int16_t(RoundSmall(dy));
+    key[2 + 2 * i] = int16_t(RoundSmall(dx));
+    key[3 + 2 * i] = int16_t(RoundSmall(dy));
   }
   // Sizes follow the window, so a long session meets many; starting afresh
   // now and then keeps the cache small, and shapes in use stay with their users.
@@ -434,19 +516,21 @@ DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t cou
   if (auto found = shapes.find(key); found != shapes.end()) return found->second;
   if (shapes.size() >= 1024) shapes.clear();
 
-  constexpr int kSize = 2 * kReach + 8, kCentre = kSize / 2;  // a margin for the pen and a pair
+  constexpr int kSize = 2 * kReach + 24, kCentre = kSize / 2;  // margins for the pen and a pair
+  const double centre = kCentre + (pen % 2 == 1 ? 0.5 : 0.0);
   QImage canvas(kSize, kSize, QImage::Format_ARGB32_Premultiplied);
   canvas.fill(Qt::transparent);
   {
     QPainter painter(&canvas);
     painter.setRenderHint(QPainter::Antialiasing, true);
-    painter.setPen(QPen(Qt::black, 1, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
+    painter.setPen(QPen(Qt::black, pen, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
     QPointF outline[kMaxOutline];
     for (size_t i = 0; i < count; ++i)
-      outline[i] = QPointF(kCentre + 0.5 + key[1 + 2 * i], kCentre + 0.5 + key[2 + 2 * i]);
+      outline[i] = QPointF(centre + key[2 + 2 * i], centre + key[3 + 2 * i]);
     painter.drawPolygon(outline, int(count - 1));
   }
   auto shape = std::make_shared<Shape>();
+  shape->anchorShift = pen % 2 == 1 ? 0.0 : 0.5;
   shape->left = shape->top = kSize;
   shape->right = shape->bottom = -kSize;
   for (int row = 0; row < kSize; ++row) {
@@ -490,10 +574,10 @@ void DirectRaster::DrawStamps(const Shape& shape, const QPointF* at, size_t coun
   const size_t solidCount = solidOffsets_.size(), pairCount = pairOffsets_.size();
   const Pair16 source = Spread(pixel);
   for (size_t k = 0; k < count; ++k) {
-    const double atX = at[k].x() + offset_.x(), atY = at[k].y() + offset_.y();
+    const double atX = at[k].x() * scale_ + offset_.x(), atY = at[k].y() * scale_ + offset_.y();
     if (!(std::fabs(atX) < 1e9 && std::fabs(atY) < 1e9)) continue;  // far beyond any image
-    const int x = FloorToInt(atX);
-    const int y = FloorToInt(atY);
+    const int x = FloorToInt(atX + shape.anchorShift);
+    const int y = FloorToInt(atY + shape.anchorShift);
     bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
                   y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
     if (!inside) {
@@ -517,7 +601,7 @@ bool DirectRaster::Outline(const QPointF* points, size_t count, QRgb color) {
   if (count < 4 || count > kMaxOutline) return false;
   QPointF relative[kMaxOutline];
   for (size_t i = 0; i < count; ++i) relative[i] = points[i] - points[0];
-  ShapePtr shape = ShapeOf(relative, count);
+  ShapePtr shape = ShapeOf(relative, count, scale_);
   if (!shape) return false;
   Stamp(shape, points[0], color);
   return true;

@@ -27,12 +27,17 @@ class DirectRaster {
   using ShapePtr = std::shared_ptr<const Shape>;
 
   // A raster on the painter's image, or null when the painter does not draw
-  // 1:1 (apart from a shift) onto a 32-bit premultiplied or opaque image
-  // with plain source-over blending and at most a rectangular clip.
+  // onto a 32-bit premultiplied or opaque image, with a shift and an equal
+  // scale in both directions (a dense screen's pixel ratio) at most, plain
+  // source-over blending and at most a rectangular clip. Lines and outlines
+  // are one painter pixel wide, so as wide as the scale in the image's pixels.
   static std::unique_ptr<DirectRaster> For(QPainter& painter);
   ~DirectRaster();
   DirectRaster(const DirectRaster&) = delete;
   DirectRaster& operator=(const DirectRaster&) = delete;
+
+  // Image pixels to a painter pixel.
+  double PixelScale() const { return scale_; }
 
   // Pixels outside `logicalClip` (painter coordinates) stay untouched.
   void SetClip(const QRectF& logicalClip);
@@ -45,9 +50,10 @@ class DirectRaster {
   void Polyline(const QPointF* points, size_t count, QRgb color, bool withEnd);
 
   // The shape of a small closed outline (first point == last) given in
-  // pixels relative to its centre, or null when it is not small or not
-  // closed. Shapes are drawn once and shared by every raster.
-  static ShapePtr ShapeOf(const QPointF* relative, size_t count);
+  // painter pixels relative to its centre, on an image of `scale` pixels to
+  // a painter pixel, or null when it is not small or not closed. Shapes are
+  // drawn once and shared by every raster.
+  static ShapePtr ShapeOf(const QPointF* relative, size_t count, double scale);
 
   // `shape` with its centre on the centre of the pixel that `at` (painter
   // coordinates) lies in, so that equal markers look alike wherever they are.
@@ -68,11 +74,12 @@ class DirectRaster {
     bool withEnd;
   };
 
-  DirectRaster(QImage& image, QPointF offset);
+  DirectRaster(QImage& image, double scale, QPointF offset);
   void Blend(int x, int y, uint32_t color, uint32_t coverage);
   void DrawStamps(const Shape& shape, const QPointF* at, size_t count, uint32_t pixel);
   void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  void WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,
@@ -81,7 +88,8 @@ class DirectRaster {
   uint32_t* bits_;
   qsizetype stride_;  // in pixels
   int width_, height_;
-  QPointF offset_;    // painter to device
+  double scale_;      // painter to device: times the scale, plus the offset
+  QPointF offset_;
   int clipLeft_ = 0, clipTop_ = 0, clipRight_ = 0, clipBottom_ = 0;  // right, bottom exclusive
   double safeLeft_ = 0, safeTop_ = 0, safeRight_ = -1, safeBottom_ = -1;
 

@@ -181,7 +181,7 @@ void QtSurface::DrawFigures(const PlotPoint* centres, size_t count, const PlotPo
     QPointF relative[DirectRaster::kMaxOutlinePoints];
     for (size_t k = 0; k < offsetCount; ++k)
       relative[k] = QPointF(offsets[k].x * devicePerUserX_, offsets[k].y * devicePerUserY_);
-    figureShape_ = DirectRaster::ShapeOf(relative, offsetCount);
+    figureShape_ = DirectRaster::ShapeOf(relative, offsetCount, raster_->PixelScale());
     std::copy(offsets, offsets + offsetCount, figureOffsets_);
     figureCount_ = offsetCount;
   }

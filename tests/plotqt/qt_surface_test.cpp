@@ -149,6 +149,38 @@ TEST(QtSurface, MarkersAndLinesStayInsideTheTargetAndMarkersLookAlike) {
   EXPECT_EQ(Pixel(image, 80, 50 - 4), kBackground);
 }
 
+// On a dense screen the raster draws lines and markers a logical pixel
+// wide, as QPainter does (which draws on an image the raster does not take),
+// and keeps them inside the target.
+TEST(QtSurface, OnADenseScreenLinesAndMarkersAreALogicalPixelWide) {
+  auto ink = [](const QImage& image) {
+    double sum = 0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x) sum += 255 - qGray(image.pixel(x, y));
+    return sum;
+  };
+  QImage direct = WhiteImage(200, 100, 2.0);
+  QImage painted = direct.convertToFormat(QImage::Format_ARGB32);
+  const QRectF target(10, 10, 180, 80);
+  for (QImage* image : {&direct, &painted}) {
+    PixelSurface s(*image, target);
+    const PlotPoint curve[] = {{-20, 70}, {40, 10}, {100, 60}, {170, 20.5}, {300, 20.5}};
+    s.surface.Polyline(curve, 5);
+    SymbolFigure square = SymbolOutline(s.surface, 1, 9);
+    s.surface.Figures(curve + 1, 3, square.offsets, square.count);
+  }
+  EXPECT_NEAR(ink(direct) / ink(painted), 1.0, 0.15);
+  int outside = 0;
+  for (int y = 0; y < direct.height(); ++y)
+    for (int x = 0; x < direct.width(); ++x)
+      if (!target.contains((x + 0.5) / 2, (y + 0.5) / 2)) outside += Pixel(direct, x, y) != QColor(Qt::white);
+  EXPECT_EQ(outside, 0);
+  // The curve's last, horizontal stretch lies on the edge between image
+  // rows 60 and 61: both full, none beside them.
+  for (int row : {59, 60, 61, 62})
+    EXPECT_EQ(Pixel(direct, 370, row), QColor(row == 60 || row == 61 ? Qt::black : Qt::white)) << row;
+}
+
 // Figures up to the largest stamp are stamped, larger ones drawn as lines;
 // both show their whole outline.
 TEST(QtSurface, LargeFiguresKeepTheirWholeOutline) {
