@@ -35,17 +35,16 @@ void AppendPointKey(std::string& out, int index) {
 void AppendPoint(std::string& out, const PolarPoint& point, int index) {
   AppendPointKey(out, index);
   out.push_back('=');
-  AppendFixedNumber(out, point.Alfa, 3);
-  out.append("   ");
-  AppendFixedNumber(out, point.Cl, 3);
-  out.append("   ");
-  AppendFixedNumber(out, point.Cd, 5);
-  out.append("   ");
-  AppendFixedNumber(out, point.Cm, 4);
-  out.append("   ");
-  AppendFixedNumber(out, point.TU, 3);
-  out.append("   ");
-  AppendFixedNumber(out, point.TL, 3);
+  // The six columns with their decimals, three blanks apart.
+  const struct {
+    double value;
+    int decimals;
+  } columns[] = {{point.Alfa, 3}, {point.Cl, 3}, {point.Cd, 5},
+                 {point.Cm, 4},   {point.TU, 3}, {point.TL, 3}};
+  for (const auto& column : columns) {
+    if (&column != columns) out.append("   ");
+    AppendFixedNumber(out, column.value, column.decimals);
+  }
   out.append("\r\n");
 }
 
