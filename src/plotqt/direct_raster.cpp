@@ -290,37 +290,52 @@ void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t
   }
 }
 
-void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel,
-                                   bool withEnd) {
-  const double left = clipLeft_ - 1.0, top = clipTop_ - 1.0, right = clipRight_ + 1.0,
-               bottom = clipBottom_ + 1.0;
+// Clips a segment to `margin` pixels around the clip; false when nothing of
+// it is left. The end pixel is that of the end before clipping.
+bool DirectRaster::ClipNear(double& x0, double& y0, double& x1, double& y1, double margin, int& endX,
+                            int& endY) const {
+  const double left = clipLeft_ - margin, top = clipTop_ - margin, right = clipRight_ + margin,
+               bottom = clipBottom_ + margin;
   // Wholly beyond one side: the common case of a curve leaving its graph.
   if ((x0 < left && x1 < left) || (x0 > right && x1 > right) || (y0 < top && y1 < top) ||
       (y0 > bottom && y1 > bottom))
-    return;
+    return false;
   if (!(std::fabs(x1) < 1e9 && std::fabs(y1) < 1e9 && std::fabs(x0) < 1e9 && std::fabs(y0) < 1e9)) {
-    if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return;
+    if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return false;
   }
-  int endX = FloorToInt(x1 + 0.5), endY = FloorToInt(y1 + 0.5);
+  endX = FloorToInt(x1 + 0.5);
+  endY = FloorToInt(y1 + 0.5);
+  return ClipSegment(x0, y0, x1, y1, left, top, right, bottom);
+}
+
+// Turns a segment so that x is its major axis and runs forwards, and tells
+// the pixel to leave out along it (INT32_MIN for none) and its gradient.
+DirectRaster::Orientation DirectRaster::Orient(double& x0, double& y0, double& x1, double& y1,
+                                               int endX, int endY, bool withEnd) {
+  const bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
+  if (steep) {
+    std::swap(x0, y0);
+    std::swap(x1, y1);
+    std::swap(endX, endY);
+  }
+  if (x0 > x1) {
+    std::swap(x0, x1);
+    std::swap(y0, y1);
+  }
+  return {steep, withEnd ? INT32_MIN : endX, x1 == x0 ? 0 : (y1 - y0) / (x1 - x0)};
+}
+
+void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel,
+                                   bool withEnd) {
+  int endX, endY;
+  if (!ClipNear(x0, y0, x1, y1, 1.0, endX, endY)) return;
   const bool row = y0 == y1 && x0 != x1 && FloorToInt(y0) == y0;
   const bool column = x0 == x1 && y0 != y1 && FloorToInt(x0) == x0;
   if (row || column) {
     Straight(x0, y0, x1, y1, pixel, withEnd ? INT32_MIN : (row ? endX : endY), row);
     return;
   }
-  if (!ClipSegment(x0, y0, x1, y1, left, top, right, bottom)) return;
-  bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
-  if (steep) {
-    std::swap(x0, y0);
-    std::swap(x1, y1);
-    std::swap(endX, endY);
-  }
-  int skip = withEnd ? INT32_MIN : endX;
-  if (x0 > x1) {
-    std::swap(x0, x1);
-    std::swap(y0, y1);
-  }
-  double gradient = x1 == x0 ? 0 : (y1 - y0) / (x1 - x0);
+  const auto [steep, skip, gradient] = Orient(x0, y0, x1, y1, endX, endY, withEnd);
   // After clipping every coordinate lies above -2, so adding 2 makes the
   // truncating conversions round down.
   int first = int(x0 + 2.5) - 2, last = int(x1 + 2.5) - 2;
@@ -386,30 +401,9 @@ void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pi
 // The ends are cut square at the end pixels' centres.
 void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel,
                                bool withEnd) {
-  const double reach = scale_ + 2;
-  const double left = clipLeft_ - reach, top = clipTop_ - reach, right = clipRight_ + reach,
-               bottom = clipBottom_ + reach;
-  if ((x0 < left && x1 < left) || (x0 > right && x1 > right) || (y0 < top && y1 < top) ||
-      (y0 > bottom && y1 > bottom))
-    return;
-  int endX = INT32_MIN, endY = INT32_MIN;  // far out the end pixel shows nowhere
-  if (std::fabs(x1) < 1e9 && std::fabs(y1) < 1e9) {
-    endX = FloorToInt(x1 + 0.5);
-    endY = FloorToInt(y1 + 0.5);
-  }
-  if (!ClipSegment(x0, y0, x1, y1, left, top, right, bottom)) return;
-  const bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
-  if (steep) {
-    std::swap(x0, y0);
-    std::swap(x1, y1);
-    std::swap(endX, endY);
-  }
-  const int skip = withEnd ? INT32_MIN : endX;
-  if (x0 > x1) {
-    std::swap(x0, x1);
-    std::swap(y0, y1);
-  }
-  const double gradient = x1 == x0 ? 0 : (y1 - y0) / (x1 - x0);
+  int endX, endY;
+  if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) return;
+  const auto [steep, skip, gradient] = Orient(x0, y0, x1, y1, endX, endY, withEnd);
   const double half = 0.5 * scale_ * std::sqrt(1 + gradient * gradient);  // across the major axis
   const int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
   if (gradient == 0) {  // a grid line or an axis: the same coverage all along

@@ -79,6 +79,14 @@ class DirectRaster {
   void DrawStamps(const Shape& shape, const QPointF* at, size_t count, uint32_t pixel);
   void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  struct Orientation {
+    bool steep;      // y was the major axis
+    int skip;        // the end pixel along the major axis, or INT32_MIN
+    double gradient;
+  };
+  bool ClipNear(double& x0, double& y0, double& x1, double& y1, double margin, int& endX, int& endY) const;
+  static Orientation Orient(double& x0, double& y0, double& x1, double& y1, int endX, int endY,
+                            bool withEnd);
   void WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
