@@ -57,14 +57,19 @@ void BM_PefWrite(benchmark::State& state) {
 }
 BENCHMARK(BM_PefWrite)->Arg(250)->Arg(1000)->Arg(4000)->Arg(16000)->Unit(benchmark::kMillisecond)->Complexity();
 
-void BM_PefRead(benchmark::State& state) {
-  const std::string text = PefText(MakeAirfoil(10, 10, static_cast<int>(state.range(0))));
+// Reads `text` into a new airfoil on every iteration.
+void ReadEach(benchmark::State& state, const std::string& text) {
   SilentUserInterface ui;
   for (auto _ : state) {
     Airfoil airfoil;
     ReadFromPEFText(airfoil, text, ui);
     benchmark::DoNotOptimize(airfoil);
   }
+}
+
+void BM_PefRead(benchmark::State& state) {
+  const std::string text = PefText(MakeAirfoil(10, 10, static_cast<int>(state.range(0))));
+  ReadEach(state, text);
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * text.size()));
   state.SetComplexityN(static_cast<int64_t>(text.size()));
 }
@@ -124,12 +129,7 @@ void BM_PefReadSmallLiteral(benchmark::State& state) {
 BENCHMARK(BM_PefReadSmallLiteral)->Unit(benchmark::kMillisecond);
 
 void BM_PefReadSmallIndexed(benchmark::State& state) {
-  SilentUserInterface ui;
-  for (auto _ : state) {
-    Airfoil airfoil;
-    ReadFromPEFText(airfoil, SmallFile(), ui);
-    benchmark::DoNotOptimize(airfoil);
-  }
+  ReadEach(state, SmallFile());
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * SmallFile().size()));
 }
 BENCHMARK(BM_PefReadSmallIndexed)->Unit(benchmark::kMillisecond);
@@ -138,12 +138,7 @@ BENCHMARK(BM_PefReadSmallIndexed)->Unit(benchmark::kMillisecond);
 void BM_PefReadMissingPoints(benchmark::State& state) {
   std::string text = "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=30\r\n";
   for (int p = 1; p <= 30; ++p) text += "[Set1-Polar" + std::to_string(p) + "]\r\nNumberPoints=32767\r\n";
-  SilentUserInterface ui;
-  for (auto _ : state) {
-    Airfoil airfoil;
-    ReadFromPEFText(airfoil, text, ui);
-    benchmark::DoNotOptimize(airfoil);
-  }
+  ReadEach(state, text);
   state.SetItemsProcessed(static_cast<int64_t>(state.iterations() * 30 * 32767));
 }
 BENCHMARK(BM_PefReadMissingPoints)->Unit(benchmark::kMillisecond);
@@ -153,12 +148,7 @@ BENCHMARK(BM_PefReadMissingPoints)->Unit(benchmark::kMillisecond);
 void BM_PefReadHugeCounts(benchmark::State& state) {
   std::string text = "[Airfoil]\r\nNumberSets=32767\r\n";
   for (int s = 1; s <= 40; ++s) text += "[Set" + std::to_string(s) + "]\r\nNumberPolars=32767\r\n";
-  SilentUserInterface ui;
-  for (auto _ : state) {
-    Airfoil airfoil;
-    ReadFromPEFText(airfoil, text, ui);
-    benchmark::DoNotOptimize(airfoil);
-  }
+  ReadEach(state, text);
 }
 BENCHMARK(BM_PefReadHugeCounts)->Unit(benchmark::kMillisecond);
 
