@@ -30,10 +30,9 @@ std::string DrgFileText(int pointCount) {
 
 void BM_ReadDrg(benchmark::State& state) {
   const std::string text = DrgFileText(static_cast<int>(state.range(0)));
-  tavilo::SilentUserInterface ui;
   for (auto _ : state) {
     tavilo::Airfoil airfoil;
-    tavilo::ReadFromDRGText(airfoil, text, ui);
+    tavilo::ReadFromDRGText(airfoil, text, {});
     benchmark::DoNotOptimize(airfoil.Configuration(1)->PolarCount());
   }
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations()) * static_cast<int64_t>(text.size()));

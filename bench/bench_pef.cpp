@@ -10,7 +10,6 @@
 #include "formats/number_text.h"
 #include "formats/pef.h"
 #include "model/airfoil.h"
-#include "ui/user_interface.h"
 
 namespace tavilo {
 namespace {
@@ -59,10 +58,9 @@ BENCHMARK(BM_PefWrite)->Arg(250)->Arg(1000)->Arg(4000)->Arg(16000)->Unit(benchma
 
 // Reads `text` into a new airfoil on every iteration.
 void ReadEach(benchmark::State& state, const std::string& text) {
-  SilentUserInterface ui;
   for (auto _ : state) {
     Airfoil airfoil;
-    ReadFromPEFText(airfoil, text, ui);
+    ReadFromPEFText(airfoil, text);
     benchmark::DoNotOptimize(airfoil);
   }
 }
@@ -80,11 +78,10 @@ BENCHMARK(BM_PefRead)->Arg(250)->Arg(1000)->Arg(4000)->Arg(16000)->Unit(benchmar
 void BM_PefFileRoundTrip(benchmark::State& state) {
   const Airfoil airfoil = MakeAirfoil(10, 10, 1000);
   const std::string path = (std::filesystem::temp_directory_path() / "tavilo_bench.pef").string();
-  SilentUserInterface ui;
   for (auto _ : state) {
     WriteToPEF(airfoil, path);
     Airfoil read;
-    ReadFromPEF(read, path, ui);
+    ReadFromPEF(read, path);
     benchmark::DoNotOptimize(read);
   }
   state.SetBytesProcessed(static_cast<int64_t>(state.iterations() * 2 * LargeFile().size()));

@@ -7,7 +7,6 @@
 
 #include "bench_support.h"
 #include "formats/xml.h"
-#include "ui/user_interface.h"
 
 namespace tavilo {
 namespace {
@@ -26,10 +25,9 @@ void BM_ReadXml(benchmark::State& state) {
   Airfoil source = bench::MakeAirfoil(static_cast<int>(state.range(0)), 1000);
   WriteToXML(source, kPath);
   const size_t bytes = XmlText(source).size();
-  SilentUserInterface ui;
   for (auto _ : state) {
     Airfoil airfoil;
-    ReadFromXML(airfoil, kPath, ui);
+    ReadFromXML(airfoil, kPath);
     benchmark::DoNotOptimize(airfoil.ConfigCount());
   }
   state.SetBytesProcessed(static_cast<int64_t>(bytes * state.iterations()));

@@ -2,32 +2,21 @@
 // first byte answers the airfoil choice, past the list's end included.
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "formats/drg.h"
 #include "model/errors.h"
 
-namespace {
-
-class ChoosingUserInterface : public tavilo::SilentUserInterface {
- public:
-  explicit ChoosingUserInterface(int answer) : answer_(answer) {}
-  int ChooseAirfoil(const std::vector<std::string>&) override { return answer_; }
-
- private:
-  int answer_;
-};
-
-}  // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;
-  ChoosingUserInterface ui(static_cast<int8_t>(data[0]) % 8);
+  const int answer = static_cast<int8_t>(data[0]) % 8;
   const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
   (void)tavilo::DrgAirfoilNames(bytes);
   tavilo::Airfoil airfoil;
   try {
-    tavilo::ReadFromDRGText(airfoil, bytes, ui);
+    tavilo::ReadFromDRGText(airfoil, bytes, [answer](const std::vector<std::string>&) { return answer; });
   } catch (const tavilo::OverflowError&) {
     return 0;  // a number or count out of range is reported to the caller by design
   }

@@ -30,11 +30,10 @@ void CompareWithLiteralScan(std::string_view text) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  tavilo::SilentUserInterface ui;
   tavilo::Airfoil airfoil;
   try {
     // A small limit of missing polars and points keeps the runs fast.
-    tavilo::ReadFromPEFText(airfoil, bytes, ui, 1 << 12);
+    tavilo::ReadFromPEFText(airfoil, bytes, 1 << 12);
   } catch (const tavilo::OverflowError&) {
     // A count beyond 16 bits or a number beyond the double range: reported
     // to the user by the loading code.

@@ -8,10 +8,9 @@
 #include "model/errors.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  tavilo::SilentUserInterface ui;
   tavilo::Airfoil airfoil;
   try {
-    tavilo::ReadFromXMLText(airfoil, std::string(reinterpret_cast<const char*>(data), size), ui);
+    tavilo::ReadFromXMLText(airfoil, std::string(reinterpret_cast<const char*>(data), size));
     // What was read must also write.
     (void)tavilo::XmlText(airfoil);
   } catch (const tavilo::RuntimeError&) {

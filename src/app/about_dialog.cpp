@@ -30,14 +30,14 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(top);
   layout->addWidget(okay, 0, Qt::AlignRight);
-  SwitchLanguage();
+  SwitchLanguage(kEnglish);
 }
 
-void AboutDialog::SwitchLanguage() {
-  ApplyCaptions(this, AboutCaptions());
+void AboutDialog::SwitchLanguage(int language) {
+  ApplyCaptions(this, AboutCaptions(), language);
   // The table joins lines with CR LF; a label wants plain line feeds, and
   // tabs line the format descriptions up.
-  text_->setText(QString::fromStdString(AboutText()).replace("\r\n", "\n"));
+  text_->setText(QString::fromStdString(AboutText(language)).replace("\r\n", "\n"));
 }
 
 }  // namespace tavilo

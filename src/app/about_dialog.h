@@ -14,7 +14,7 @@ class AboutDialog : public QDialog {
   explicit AboutDialog(QWidget* parent = nullptr);
 
   // Captions and the About text in the current language.
-  void SwitchLanguage();
+  void SwitchLanguage(int language);
 
  private:
   QLabel* text_;

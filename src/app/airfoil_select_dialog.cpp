@@ -32,20 +32,20 @@ AirfoilSelectDialog::AirfoilSelectDialog(QWidget* parent) : QDialog(parent) {
   connect(okay, &QPushButton::clicked, this, &QDialog::accept);
   connect(lstAirfoils_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
   resize(420, 320);
-  SwitchLanguage();
+  SwitchLanguage(kEnglish);
 }
 
-void AirfoilSelectDialog::SwitchLanguage() { ApplyCaptions(this, AirfoilSelectCaptions()); }
+void AirfoilSelectDialog::SwitchLanguage(int language) { ApplyCaptions(this, AirfoilSelectCaptions(), language); }
 
 int AirfoilSelectDialog::SelectedIndex() const {
   const QList<QListWidgetItem*> selected = lstAirfoils_->selectedItems();
   return selected.isEmpty() ? -1 : lstAirfoils_->row(selected.first());
 }
 
-int AirfoilSelectDialog::Choose(const QStringList& names) {
+int AirfoilSelectDialog::Choose(const QStringList& names, int language) {
   lstAirfoils_->clear();
   lstAirfoils_->addItems(names);
-  SwitchLanguage();
+  SwitchLanguage(language);
   exec();
   // Closing the window counts as OK, as it always did: the caller takes a
   // missing choice as the first airfoil.

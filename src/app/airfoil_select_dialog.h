@@ -14,10 +14,10 @@ class AirfoilSelectDialog : public QDialog {
  public:
   explicit AirfoilSelectDialog(QWidget* parent = nullptr);
 
-  void SwitchLanguage();
+  void SwitchLanguage(int language);
   // Shows `names` modally; the 0-based index chosen with OK or a
   // double-click, -1 when none was selected.
-  int Choose(const QStringList& names);
+  int Choose(const QStringList& names, int language);
   // The index the dialog returns when closed now.
   int SelectedIndex() const;
 

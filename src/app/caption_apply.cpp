@@ -76,9 +76,9 @@ QString ControlText(const QObject* control) {
   return {};
 }
 
-void ApplyCaptions(QWidget* window, std::span<const Caption> captions) {
+void ApplyCaptions(QWidget* window, std::span<const Caption> captions, int language) {
   for (const Caption& caption : captions) {
-    const QString text = FromUtf8(GetResString(caption.id));
+    const QString text = FromUtf8(GetResString(caption.id, language));
     QObject* control = FindControl(window, FromUtf8(caption.element), caption.item);
     if (control == nullptr) continue;
     switch (caption.target) {

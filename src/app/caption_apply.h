@@ -7,6 +7,7 @@
 #include <span>
 
 #include "strings/captions.h"
+#include "strings/string_table.h"
 
 class QObject;
 class QWidget;
@@ -15,10 +16,10 @@ namespace tavilo {
 
 inline constexpr const char* kItemProperty = "item";
 
-// Applies `captions` in order to `window` and its children. A caption whose
+// Applies `captions` in `language` in order to `window` and its children. A caption whose
 // control does not exist is skipped, so a window may leave out controls
 // that a later version adds.
-void ApplyCaptions(QWidget* window, std::span<const Caption> captions);
+void ApplyCaptions(QWidget* window, std::span<const Caption> captions, int language);
 
 // The control `name` (with `item` >= 0: the member with that index) inside
 // `window`, or the window itself for an empty name; null when absent.

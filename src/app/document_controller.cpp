@@ -1,70 +1,40 @@
 #include "document_controller.h"
 
-#include "error_guard.h"
-#include "fileio/load.h"
 #include "fileio/transfer.h"
-#include "tools/envelope.h"
-#include "tree/structure_tree.h"
 
 namespace tavilo {
 
-DocumentController::DocumentController(UserInterface& ui, DocumentView& view)
-    : ui_(ui), view_(view), current_(std::make_shared<Airfoil>()) {}
-
-void DocumentController::ShowChanged() {
-  view_.UpdateTreeView();
-  view_.RefreshPlots();
-  view_.EnableItems(false);
-}
-
 void DocumentController::OpenFile(const std::string& path) {
-  RunGuarded(ui_, [&] {
-    AirfoilPtr loaded = LoadFile(path, ui_);
-    if (loaded) current_ = std::move(loaded);
-    ShowChanged();
-  });
+  Run([&](Document& document) { document.Open(path, ui_); });
 }
 
 void DocumentController::NewAirfoil() {
-  RunGuarded(ui_, [&] {
-    const int count = current_->ConfigCount();
-    for (int i = 0; i < count; ++i) current_->DeleteConfiguration(1);
-    ShowChanged();
-  });
+  Run([](Document& document) { document.New(); });
 }
 
 void DocumentController::Import() {
-  RunGuarded(ui_, [&] {
-    if (ImportFile(*current_, ui_)) ShowChanged();
-  });
+  Run([&](Document& document) { document.Import(ui_); });
 }
 
 void DocumentController::Export() {
-  RunGuarded(ui_, [&] { ExportFile(*current_, ui_); });
+  Run([&](Document& document) { ExportFile(document.Current(), ui_); });
 }
 
 void DocumentController::BatchConvert() {
-  RunGuarded(ui_, [&] { tavilo::BatchConvert(ui_); });
+  Run([&](Document&) { tavilo::BatchConvert(ui_); });
 }
 
 void DocumentController::Envelope() {
-  RunGuarded(ui_, [&] {
-    // Written beside the program's working directory, where it always went.
-    if (MakeEnvelope(*current_, "Envelope.pef") == nullptr) return;
-    ShowChanged();
-  });
+  // Written beside the program's working directory, where it always went.
+  Run([](Document& document) { document.Envelope("Envelope.pef"); });
 }
 
-void DocumentController::SortReynolds() { Sort(false); }
+void DocumentController::SortReynolds() {
+  Run([](Document& document) { document.Sort(false); });
+}
 
-void DocumentController::SortMach() { Sort(true); }
-
-void DocumentController::Sort(bool byMach) {
-  RunGuarded(ui_, [&] {
-    SortAllSets(*current_, byMach);
-    view_.UpdateTreeView();
-    view_.RefreshPlots();
-  });
+void DocumentController::SortMach() {
+  Run([](Document& document) { document.Sort(true); });
 }
 
 }  // namespace tavilo

@@ -1,30 +1,22 @@
 #pragma once
-// The actions on the one document, CurrentAirfoil: opening a file from the
-// list, emptying, import, export, batch conversion and sorting. Each runs
-// inside the error guard and then asks the view to show the new content.
+// The window's actions on the one document: each runs the document's edit
+// inside the error guard. The window learns of every change through the
+// document's notification, not from here.
 
 #include <string>
 
-#include "model/airfoil.h"
+#include "document/document.h"
 #include "ui/user_interface.h"
 
 namespace tavilo {
 
-// What the window does after the document changed.
-class DocumentView {
- public:
-  virtual ~DocumentView() = default;
-  virtual void UpdateTreeView() = 0;
-  virtual void RefreshPlots() = 0;
-  virtual void EnableItems(bool printing) = 0;
-};
-
 class DocumentController {
  public:
-  DocumentController(UserInterface& ui, DocumentView& view);
+  explicit DocumentController(UserInterface& ui) : ui_(ui) {}
 
-  const Airfoil& Current() const { return *current_; }
-  Airfoil& Current() { return *current_; }
+  Document& Edits() { return document_; }
+  const Airfoil& Current() const { return document_.Current(); }
+  Airfoil& Current() { return *document_.CurrentPtr(); }
 
   // Replaces the document with the file at `path` (an unknown kind of file
   // gives an empty document after its message).
@@ -40,13 +32,24 @@ class DocumentController {
   void SortReynolds();
   void SortMach();
 
- private:
-  void ShowChanged();
-  void Sort(bool byMach);
+  // Runs `edit(document)` inside the error guard; false when it failed.
+  template <typename Edit>
+  bool Run(Edit&& edit);
 
+ private:
   UserInterface& ui_;
-  DocumentView& view_;
-  AirfoilPtr current_;
+  Document document_;
 };
+
+}  // namespace tavilo
+
+#include "error_guard.h"
+
+namespace tavilo {
+
+template <typename Edit>
+bool DocumentController::Run(Edit&& edit) {
+  return RunGuarded(ui_, [&] { edit(document_); });
+}
 
 }  // namespace tavilo

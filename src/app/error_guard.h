@@ -30,7 +30,7 @@ bool RunGuarded(UserInterface& ui, Action&& action) {
   // Shown outside the handlers so that a failing message box cannot throw
   // from inside a catch block; any busy pointer of the action is lifted.
   ui.SetBusy(false);
-  ui.ShowMessage(message, ErrorTitle(), MessageIcon::Critical);
+  ui.ShowMessage(message, ErrorTitle(ui.Language()), MessageIcon::Critical);
   return false;
 }
 

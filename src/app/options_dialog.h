@@ -18,7 +18,7 @@ class OptionsDialog : public QDialog {
  public:
   explicit OptionsDialog(QWidget* parent = nullptr);
 
-  void SwitchLanguage();
+  void SwitchLanguage(int language);
 
   // Check box values: 0 clear, 1 set.
   int GridShow() const;

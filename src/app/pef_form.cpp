@@ -62,19 +62,21 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   BuildRangeColumn(client_);
   BuildGraphs(client_);
   ui_ = std::make_unique<QtUserInterface>(this, status, profilName_);
-  document_ = std::make_unique<DocumentController>(*ui_, *this);
+  document_ = std::make_unique<DocumentController>(*ui_);
   ui_->SetDialogDirectory([this] { return browser_->Path(); });
   options_ = new OptionsDialog(this);
   about_ = new AboutDialog(this);
   BuildMenus();
   BuildToolbar();
   treeController_ = new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"),
-                                       *document_, *ui_, *this);
+                                       *document_, *ui_);
+  document_->Edits().Subscribe([this](const DocumentChange& change) { DocumentChanged(change); });
 
   const AppSettings settings = ReadSettings();
   // A language without strings would leave every caption unreadable (and
   // every message failing); such a stored value falls back to English.
-  tavilo::SetLanguage(settings.language == kGerman ? kGerman : kEnglish);
+  ui_->SetLanguage(settings.language == kGerman ? kGerman : kEnglish);
+  tavilo::SetLanguage(ui_->Language());
   SwitchLanguage();
 
   tabStrip_->clear();
@@ -112,18 +114,24 @@ PEFForm::~PEFForm() = default;
 
 double PEFForm::Dpi() const { return logicalDpiY() > 0 ? logicalDpiY() : 96.0; }
 
+int PEFForm::Language() const { return ui_->Language(); }
+
 void PEFForm::SwitchLanguage() {
-  ApplyCaptions(this, MainWindowCaptions());
-  if (QAction* help = findChild<QAction*>("Toolbar1_HELP")) help->setToolTip(QString::fromStdString(GetResString(36)));
-  statusBar()->showMessage(QString::fromStdString(GetResString(3)));
-  findChild<QAction*>("mnuLangEnglish")->setChecked(Language() == kEnglish);
-  findChild<QAction*>("mnuLangDeutsch")->setChecked(Language() == kGerman);
-  options_->SwitchLanguage();
-  about_->SwitchLanguage();
-  if (treeController_ != nullptr) treeController_->SwitchLanguage();
+  const int language = Language();
+  ApplyCaptions(this, MainWindowCaptions(), language);
+  if (QAction* help = findChild<QAction*>("Toolbar1_HELP"))
+    help->setToolTip(QString::fromStdString(GetResString(36, language)));
+  statusBar()->showMessage(QString::fromStdString(GetResString(3, language)));
+  findChild<QAction*>("mnuLangEnglish")->setChecked(language == kEnglish);
+  findChild<QAction*>("mnuLangDeutsch")->setChecked(language == kGerman);
+  options_->SwitchLanguage(language);
+  about_->SwitchLanguage(language);
+  if (treeController_ != nullptr) treeController_->SwitchLanguage(language);
 }
 
 void PEFForm::SetLanguage(int language) {
+  ui_->SetLanguage(language);
+  // The graphs' title still reads the process-wide language.
   tavilo::SetLanguage(language);
   SwitchLanguage();
   // The polar nodes and the Cl-Cd title carry a translated word.
@@ -154,13 +162,13 @@ void PEFForm::ToolbarButtonClick(const QString& key) {
   } else if (key == "PRINT") {
     NotAvailableYet();
   } else if (key == "HELP") {
-    about_->SwitchLanguage();
+    about_->SwitchLanguage(Language());
     about_->exec();
   }
 }
 
 void PEFForm::NotAvailableYet() {
-  ui_->ShowMessage("This feature is not available yet.", GetResString(1), MessageIcon::Information);
+  ui_->ShowMessage("This feature is not available yet.", GetResString(1, Language()), MessageIcon::Information);
 }
 
 void PEFForm::OpenSelectedFile() {
@@ -170,6 +178,18 @@ void PEFForm::OpenSelectedFile() {
 }
 
 void PEFForm::UpdateTreeView() { treeController_->UpdateTreeView(); }
+
+void PEFForm::DocumentChanged(const DocumentChange& change) {
+  treeController_->DocumentChanged(change);
+  RefreshPlots();
+  if (change.Changes() & kContentChanged) EnableItems(false);
+  if ((change.Changes() & kFileChanged) && change.step != ChangeStep::Do) {
+    // Done the first time, LoadFile named the file already.
+    const tavilo::Document& document = document_->Edits();
+    if (!document.FileName().empty()) ui_->SetWindowTitle("Tavilo - " + document.FileName());
+    ui_->SetAirfoilName(document.Current().Name);
+  }
+}
 
 PlotRanges PEFForm::CurrentRanges() const {
   auto text = [this](int i) { return rangeLists_[i]->currentText().toStdString(); };

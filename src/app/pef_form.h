@@ -27,7 +27,7 @@ class OptionsDialog;
 class QtUserInterface;
 class TreeController;
 
-class PEFForm : public QMainWindow, public DocumentView {
+class PEFForm : public QMainWindow {
   Q_OBJECT
 
  public:
@@ -36,10 +36,12 @@ class PEFForm : public QMainWindow, public DocumentView {
   explicit PEFForm(QWidget* parent = nullptr);
   ~PEFForm() override;
 
-  void SwitchLanguage();
-  void EnableItems(bool printing) override;
-  void UpdateTreeView() override;
-  void RefreshPlots() override;
+  // Relabels every window in `language` and redraws what carries a text.
+  void SetLanguage(int language);
+  int Language() const;
+  void EnableItems(bool printing);
+  void UpdateTreeView();
+  void RefreshPlots();
   // Dispatches a toolbar button by its key ("NEW", "OPEN", ...).
   void ToolbarButtonClick(const QString& key);
   // Opens the file highlighted in Datei1.
@@ -72,7 +74,9 @@ class PEFForm : public QMainWindow, public DocumentView {
   void PlaceDesign();
   void PlaceReadouts();
   void ShowTab(int index);
-  void SetLanguage(int language);
+  void SwitchLanguage();
+  // Shows a change of the document: tree, graphs, menus, title.
+  void DocumentChanged(const DocumentChange& change);
   void NotAvailableYet();
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
   PlotRanges CurrentRanges() const;

@@ -57,13 +57,13 @@ PolarPropsDialog::PolarPropsDialog(QWidget* parent) : QDialog(parent) {
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   setMinimumWidth(360);
-  SwitchLanguage();
+  SwitchLanguage(kEnglish);
 }
 
-void PolarPropsDialog::SwitchLanguage() { ApplyCaptions(this, PolarPropsCaptions()); }
+void PolarPropsDialog::SwitchLanguage(int language) { ApplyCaptions(this, PolarPropsCaptions(), language); }
 
-PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title) {
-  SwitchLanguage();
+PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title, int language) {
+  SwitchLanguage(language);
   setWindowTitle(title);
   txtName_->setText(FromText(properties.name));
   txtReNo_->setText(FromText(properties.reynolds));

@@ -15,11 +15,11 @@ class PolarPropsDialog : public QDialog {
  public:
   explicit PolarPropsDialog(QWidget* parent = nullptr);
 
-  void SwitchLanguage();
+  void SwitchLanguage(int language);
   // Shows `properties` modally under the title `title` and returns the
   // texts as they stand when the dialog closes, whichever way it closed:
   // Cancel keeps the edits, as it always did.
-  PolarProperties Edit(const PolarProperties& properties, const QString& title);
+  PolarProperties Edit(const PolarProperties& properties, const QString& title, int language);
 
  private:
   QLineEdit* txtName_;

@@ -96,7 +96,7 @@ int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {
   AirfoilSelectDialog dialog(window_);
   QStringList names;
   for (const std::string& entry : entries) names << Text(entry);
-  return dialog.Choose(names);
+  return dialog.Choose(names, Language());
 }
 
 void QtUserInterface::SetStatusText(const std::string& text) { status_->showMessage(Text(text)); }

@@ -22,7 +22,6 @@ namespace {
 
 QString Text(const std::string& text) { return QString::fromStdString(text); }
 
-QString ResString(int id) { return Text(GetResString(id)); }
 
 // The mouse button numbers the tree's tag has always held.
 int ButtonNumber(Qt::MouseButton button) {
@@ -43,7 +42,7 @@ QAction* Entry(QMenu* menu, const char* name) { return menu->findChild<QAction*>
 }  // namespace
 
 TreeController::TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar, DocumentController& document,
-                               QtUserInterface& ui, DocumentView& view)
+                               QtUserInterface& ui)
     : QObject(tree),
       tree_(tree),
       viewport_(tree->viewport()),
@@ -51,7 +50,6 @@ TreeController::TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar,
       editPolar_(editPolar),
       document_(document),
       ui_(ui),
-      view_(view),
       polarProps_(new PolarPropsDialog(tree->window())),
       activeIcon_(NodeIcon(true)),
       inactiveIcon_(NodeIcon(false)) {
@@ -108,7 +106,7 @@ void TreeController::UpdateTreeView() {
   const QString selected = SelectedKey();
   tree_->clear();
   items_.clear();
-  nodes_ = BuildTree(document_.Current());
+  nodes_ = BuildTree(document_.Current(), ui_.Language());
   std::map<std::string, QTreeWidgetItem*> byKey;
   QTreeWidgetItem* current = nullptr;
   for (const TreeNode& node : nodes_) {
@@ -134,14 +132,23 @@ void TreeController::NodeClick(QTreeWidgetItem* item, QPoint globalPos) {
   }
 }
 
+void TreeController::DocumentChanged(const DocumentChange& change) {
+  if (change.Changes() == kTicksChanged && change.step == ChangeStep::Do && nodes_.size() == items_.size()) {
+    ShowMarks();
+  } else {
+    UpdateTreeView();
+  }
+}
+
+void TreeController::ShowMarks() {
+  for (size_t i = 0; i < nodes_.size(); ++i) items_[i]->setIcon(0, nodes_[i].active ? activeIcon_ : inactiveIcon_);
+}
+
 void TreeController::Toggle(QTreeWidgetItem* item) {
   const auto found = std::find(items_.begin(), items_.end(), item);
   if (found == items_.end()) return;
-  RunGuarded(ui_, [&] {
-    ToggleNode(document_.Current(), nodes_, static_cast<size_t>(found - items_.begin()));
-    for (size_t i = 0; i < nodes_.size(); ++i) items_[i]->setIcon(0, nodes_[i].active ? activeIcon_ : inactiveIcon_);
-    view_.RefreshPlots();
-  });
+  const size_t clicked = static_cast<size_t>(found - items_.begin());
+  document_.Run([&](Document& document) { document.Toggle(nodes_, clicked); });
 }
 
 void TreeController::ShowPopup(QTreeWidgetItem* item, QPoint globalPos) {
@@ -174,19 +181,10 @@ bool TreeController::eventFilter(QObject* watched, QEvent* event) {
   return QObject::eventFilter(watched, event);
 }
 
-void TreeController::ShowEdited() {
-  UpdateTreeView();
-  view_.RefreshPlots();
-}
-
 void TreeController::EditDelete() {
   const std::string key = SelectedKey().toStdString();
   if (key.empty()) return;
-  RunGuarded(ui_, [&] {
-    DeleteNode(document_.Current(), key);
-    ShowEdited();
-    view_.EnableItems(false);
-  });
+  document_.Run([&](Document& document) { document.Delete(key); });
 }
 
 void TreeController::EditName() {
@@ -194,45 +192,42 @@ void TreeController::EditName() {
   if (item == nullptr) return;
   const std::string key = item->data(0, kKeyRole).toString().toStdString();
   const QString title = item->text(0);
-  RunGuarded(ui_, [&] {
-    Airfoil& airfoil = document_.Current();
+  const int language = ui_.Language();
+  auto text = [language](int id) { return Text(GetResString(id, language)); };
+  document_.Run([&](Document& document) {
+    const Airfoil& airfoil = document.Current();
     const NodeKind kind = KindOfKey(key);
-    if (kind == NodeKind::None) return;
     if (kind == NodeKind::Root) {
-      const QString name = ui_.InputBox(ResString(63), ResString(66), Text(airfoil.Name));
-      if (!name.isEmpty()) airfoil.Name = name.toStdString();
-    } else {
-      ConfigurationPtr set = airfoil.Configuration(SetIndexOfKey(key));
+      document.RenameAirfoil(ui_.InputBox(text(63), text(66), Text(airfoil.Name)).toStdString());
+    } else if (kind != NodeKind::None) {
+      const int setIndex = SetIndexOfKey(key);
+      ConfigurationPtr set = airfoil.Configuration(setIndex);
       if (!set) return;
       if (kind == NodeKind::Set) {
-        const QString name = ui_.InputBox(ResString(64), ResString(68), Text(set->Name));
-        if (!name.isEmpty()) set->Name = name.toStdString();
+        document.RenameSet(setIndex, ui_.InputBox(text(64), text(68), Text(set->Name)).toStdString());
       } else if (PolarPtr polar = set->Polar(PolarIndexOfKey(key))) {
-        RenamePolar(*polar, title);
+        document.SetPolarProperties(setIndex, PolarIndexOfKey(key),
+                                    polarProps_->Edit(PropertiesOf(*polar), title, language));
       }
     }
-    ShowEdited();
   });
-}
-
-void TreeController::RenamePolar(Polar& polar, const QString& title) {
-  ApplyProperties(polar, polarProps_->Edit(PropertiesOf(polar), title));
 }
 
 void TreeController::EditCopy() {
   const std::string key = SelectedKey().toStdString();
   if (KindOfKey(key) != NodeKind::Polar) return;
-  RunGuarded(ui_, [&] { CopyPolar(document_.Current(), key, ui_); });
+  document_.Run([&](Document& document) {
+    ConfigurationPtr set = document.Current().Configuration(SetIndexOfKey(key));
+    if (PolarPtr polar = set ? set->Polar(PolarIndexOfKey(key)) : nullptr) CopyPolar(*polar, ui_);
+  });
 }
 
 void TreeController::EditPaste() {
   const std::string key = SelectedKey().toStdString();
   if (KindOfKey(key) != NodeKind::Polar) return;
-  RunGuarded(ui_, [&] {
-    if (PastePolar(document_.Current(), key, ui_)) ShowEdited();
-  });
+  document_.Run([&](Document& document) { document.Paste(SetIndexOfKey(key), ui_); });
 }
 
-void TreeController::SwitchLanguage() { polarProps_->SwitchLanguage(); }
+void TreeController::SwitchLanguage(int language) { polarProps_->SwitchLanguage(language); }
 
 }  // namespace tavilo

@@ -32,12 +32,15 @@ class TreeController : public QObject {
   // Wires the tree and the entries of the pop-ups `edit` (mnuEdit) and
   // `editPolar` (mnuEditPolar).
   TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar, DocumentController& document,
-                 QtUserInterface& ui, DocumentView& view);
+                 QtUserInterface& ui);
   ~TreeController() override;
 
   // Rebuilds every node from the document; the node that was selected
   // stays selected while its key exists.
   void UpdateTreeView();
+  // Follows a change of the document: a click's new marks are shown as
+  // they are, anything else rebuilds the tree.
+  void DocumentChanged(const DocumentChange& change);
 
   // A click on `item` with the mouse button pressed last: the left button
   // toggles, any other opens the pop-up at `globalPos`.
@@ -52,7 +55,7 @@ class TreeController : public QObject {
   // The key of the selected node, "" when none is.
   QString SelectedKey() const;
   PolarPropsDialog& PolarProps() { return *polarProps_; }
-  void SwitchLanguage();
+  void SwitchLanguage(int language);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -60,8 +63,7 @@ class TreeController : public QObject {
  private:
   void Toggle(QTreeWidgetItem* item);
   void ShowPopup(QTreeWidgetItem* item, QPoint globalPos);
-  void RenamePolar(Polar& polar, const QString& title);
-  void ShowEdited();
+  void ShowMarks();
   void WireMenus();
 
   QTreeWidget* tree_;
@@ -70,7 +72,6 @@ class TreeController : public QObject {
   QMenu* editPolar_;
   DocumentController& document_;
   QtUserInterface& ui_;
-  DocumentView& view_;
   PolarPropsDialog* polarProps_;
   std::vector<TreeNode> nodes_;
   std::vector<QTreeWidgetItem*> items_;  // one per node, in the same order

@@ -39,46 +39,26 @@ constexpr const char* kUsage =
     "\n"
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
 
-// Messages go to standard error; status texts of a batch run to standard
-// output; questions are answered from the command line.
+// Messages go to standard error, in the chosen language.
 class ConsoleUserInterface : public SilentUserInterface {
  public:
-  ConsoleUserInterface(std::ostream& out, std::ostream& err, int airfoilIndex, bool showStatus)
-      : out_(out), err_(err), airfoilIndex_(airfoilIndex), showStatus_(showStatus) {}
+  explicit ConsoleUserInterface(std::ostream& err) : err_(err) {}
 
-  void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) override {
+  void ShowMessage(const std::string& text, const std::string& title, MessageIcon) override {
     std::string oneLine = text;
     for (size_t p; (p = oneLine.find("\r\n")) != std::string::npos;) oneLine.replace(p, 2, " ");
     err_ << title << ": " << oneLine << '\n';
-    if (icon == MessageIcon::Critical || icon == MessageIcon::Information) failed_ = true;
   }
-  int ChooseAirfoil(const std::vector<std::string>& entries) override {
-    // The list ends with an empty entry; a number past the names is an error.
-    if (airfoilIndex_ >= static_cast<int>(entries.size()) - 1) {
-      err_ << "tavilo-convert: the file holds " << entries.size() - 1 << " airfoils, not "
-           << airfoilIndex_ + 1 << '\n';
-      failed_ = true;
-      return static_cast<int>(entries.size()) - 1;
-    }
-    return airfoilIndex_;
-  }
-  void SetStatusText(const std::string& text) override {
-    if (showStatus_ && text.find(" -> ") != std::string::npos) out_ << text << '\n';
-  }
-  bool Failed() const { return failed_; }
 
  private:
-  std::ostream& out_;
   std::ostream& err_;
-  int airfoilIndex_;
-  bool showStatus_;
-  bool failed_ = false;
 };
 
 struct Options {
   enum class Mode { Convert, Batch, Info, Plot, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
   int airfoil = 1;
+  int language = kEnglish;
 };
 
 // Parses the arguments; an error text on bad usage.
@@ -100,7 +80,7 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
     } else if (arg == "--lang") {
       auto lang = value();
       if (!lang || (*lang != "de" && *lang != "en")) return "--lang takes de or en";
-      SetLanguage(*lang == "de" ? kGerman : kEnglish);
+      options.language = *lang == "de" ? kGerman : kEnglish;
     } else if (arg == "--airfoil") {
       auto n = value();
       if (!n || n->empty() || n->find_first_not_of("0123456789") != std::string::npos ||
@@ -143,8 +123,61 @@ void PrintInfo(const std::string& input, const Airfoil& airfoil, std::ostream& o
   }
 }
 
+// Reads the input files and reports what the readers found; remembers
+// whether anything failed.
+class Reader {
+ public:
+  Reader(const Options& options, std::ostream& err) : options_(options), err_(err) {}
+
+  // The file's airfoil; its diagnostics are written to standard error, and
+  // an error among them fails the run.
+  LoadResult Read(const std::string& path) {
+    LoadResult result;
+    try {
+      result = ReadPolarFile(path, [this](const std::vector<std::string>& entries) { return ChooseAirfoil(entries); });
+    } catch (const FileNotFoundError&) {
+      throw;  // names the file already
+    } catch (const RuntimeError& error) {
+      throw RuntimeError(path + ": " + error.what());
+    }
+    Report(result.report);
+    return result;
+  }
+
+  void Report(const ReadReport& report) {
+    for (const Diagnostic& diagnostic : report.diagnostics) {
+      std::string text = DiagnosticText(diagnostic, options_.language);
+      // The window's messages leave the file to the user's memory; here it is named.
+      if (diagnostic.messageId != kNoMessageId && !diagnostic.file.empty()) text += " (" + diagnostic.file + ")";
+      err_ << ErrorTitle(options_.language) << ": " << text << '\n';
+      if (diagnostic.severity == Severity::Error) failed_ = true;
+    }
+  }
+
+  bool Failed() const { return failed_; }
+  void Fail() { failed_ = true; }
+
+ private:
+  int ChooseAirfoil(const std::vector<std::string>& entries) {
+    const int index = options_.airfoil - 1;
+    // The list ends with an empty entry; a number past the names is an error.
+    if (index >= static_cast<int>(entries.size()) - 1) {
+      err_ << "tavilo-convert: the file holds " << entries.size() - 1 << " airfoils, not " << index + 1 << '\n';
+      failed_ = true;
+      return static_cast<int>(entries.size()) - 1;
+    }
+    return index;
+  }
+
+  const Options& options_;
+  std::ostream& err_;
+  bool failed_ = false;
+};
+
 int Run(const Options& options, std::ostream& out, std::ostream& err) {
-  ConsoleUserInterface ui(out, err, options.airfoil - 1, options.mode == Options::Mode::Batch);
+  ConsoleUserInterface ui(err);
+  ui.SetLanguage(options.language);
+  Reader reader(options, err);
   switch (options.mode) {
     case Options::Mode::Help:
       out << kUsage;
@@ -154,23 +187,26 @@ int Run(const Options& options, std::ostream& out, std::ostream& err) {
           << TAVILO_VERSION_PATCH << '\n';
       return kExitDone;
     case Options::Mode::Batch:
-      BatchConvertDirectory(options.files[0], ui);
+      ConvertPefDirectory(
+          options.files[0], [&reader](const std::string& path) { return reader.Read(path); },
+          [&out](const BatchStep& step) { out << step.source << " -> " << step.target << '\n'; });
       break;
     case Options::Mode::Info: {
-      AirfoilPtr airfoil = LoadFile(options.files[0], ui);
-      if (!ui.Failed()) PrintInfo(options.files[0], *airfoil, out);
+      LoadResult input = reader.Read(options.files[0]);
+      if (!reader.Failed()) PrintInfo(options.files[0], *input.airfoil, out);
       break;
     }
     case Options::Mode::Convert: {
-      AirfoilPtr airfoil = LoadFile(options.files[0], ui);
-      if (!ui.Failed()) ExportAirfoil(*airfoil, options.files[1], ui);
+      LoadResult input = reader.Read(options.files[0]);
+      if (!reader.Failed() && !ExportAirfoil(*input.airfoil, options.files[1], ui)) reader.Fail();
       break;
     }
     case Options::Mode::Plot: {
 #ifdef TAVILO_HAVE_QT_PLOT
-      AirfoilPtr airfoil = LoadFile(options.files[1], ui);
+      LoadResult input = reader.Read(options.files[1]);
+      SetLanguage(options.language);  // the graphs' title
       std::string error;
-      if (!ui.Failed() && !RenderPlotsToFile(*airfoil, options.files[0], &error)) {
+      if (!reader.Failed() && !RenderPlotsToFile(*input.airfoil, options.files[0], &error)) {
         err << "tavilo-convert: " << error << '\n';
         return kExitFileError;
       }
@@ -181,7 +217,7 @@ int Run(const Options& options, std::ostream& out, std::ostream& err) {
       break;
     }
   }
-  return ui.Failed() ? kExitFileError : kExitDone;
+  return reader.Failed() ? kExitFileError : kExitDone;
 }
 
 }  // namespace
@@ -195,7 +231,7 @@ int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::o
   try {
     return Run(options, out, err);
   } catch (const std::exception& error) {
-    err << ErrorTitle() << ": " << error.what() << '\n';
+    err << ErrorTitle(options.language) << ": " << error.what() << '\n';
     return kExitFileError;
   }
 }

@@ -9,7 +9,6 @@
 #include "formats/line_reader.h"
 #include "formats/pef.h"
 #include "model/errors.h"
-#include "tree/structure_tree.h"
 
 namespace tavilo {
 
@@ -33,20 +32,11 @@ class ScratchFile {
   std::string path_;
 };
 
-// The set of polar node `key`; null for any other node.
-ConfigurationPtr SetOfPolarNode(const Airfoil& airfoil, std::string_view key) {
-  if (KindOfKey(key) != NodeKind::Polar) return nullptr;
-  return airfoil.Configuration(SetIndexOfKey(key));
-}
-
 }  // namespace
 
-bool CopyPolar(const Airfoil& airfoil, std::string_view key, UserInterface& ui) {
-  ConfigurationPtr set = SetOfPolarNode(airfoil, key);
-  PolarPtr polar = set ? set->Polar(PolarIndexOfKey(key)) : nullptr;
-  if (!polar) return false;
+void CopyPolar(const Polar& polar, UserInterface& ui) {
   ScratchFile scratch;
-  WriteFileAtomically(scratch.Path(), PolarPefText(*polar, 1, 1));
+  WriteFileAtomically(scratch.Path(), PolarPefText(polar, 1, 1));
   // Read back line by line, each line ended by CR LF.
   const std::string bytes = ReadFileBytes(scratch.Path());
   std::string text;
@@ -57,20 +47,16 @@ bool CopyPolar(const Airfoil& airfoil, std::string_view key, UserInterface& ui) 
     text.append("\r\n");
   }
   ui.SetClipboardText(text);
-  return true;
 }
 
-bool PastePolar(Airfoil& airfoil, std::string_view key, UserInterface& ui) {
-  ConfigurationPtr set = SetOfPolarNode(airfoil, key);
-  if (!set) return false;
+PolarPtr PolarFromClipboard(UserInterface& ui) {
   ScratchFile scratch;
   WriteFileAtomically(scratch.Path(), ui.ClipboardText());
   auto polar = std::make_shared<Polar>();
   ReadPolarFromPEF(*polar, scratch.Path(), 1, 1);
   // A clipboard without a polar of at least one point adds nothing.
-  if (polar->PointCount() < 1) return false;
-  set->AddPolar(polar);
-  return true;
+  if (polar->PointCount() < 1) return nullptr;
+  return polar;
 }
 
 }  // namespace tavilo

@@ -11,24 +11,15 @@ namespace tavilo {
 
 namespace {
 
-// Readers that are not written yet: the file loads as an empty airfoil, and
-// the user learns why.
-void ReportNotReadable(UserInterface& ui, std::string_view english, std::string_view german) {
-  const std::string text = Language() == kGerman
-                               ? std::string(german) + " können noch nicht gelesen werden."
-                               : std::string(english) + " cannot be read yet.";
-  ui.ShowMessage(text, ErrorTitle(), MessageIcon::Information);
-}
-
 // Restores the pointer and the status text however the reader ends.
 class BusyScope {
  public:
   explicit BusyScope(UserInterface& ui) : ui_(ui) {
     ui_.SetBusy(true);
-    ui_.SetStatusText(GetResString(74));
+    ui_.SetStatusText(GetResString(74, ui_.Language()));
   }
   ~BusyScope() {
-    ui_.SetStatusText(GetResString(3));
+    ui_.SetStatusText(GetResString(3, ui_.Language()));
     ui_.SetBusy(false);
   }
 
@@ -49,35 +40,74 @@ InputFormat InputFormatOf(std::string_view fileName) {
   return InputFormat::Unknown;
 }
 
+LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose) {
+  auto airfoil = std::make_shared<Airfoil>();
+  ReadReport report;
+  switch (InputFormatOf(fileName)) {
+    case InputFormat::Xfoil:
+      report = ReadFromPOL(*airfoil, fileName);
+      break;
+    case InputFormat::WindTunnel:
+      report = MessageReport(kWindTunnelNotReadable);
+      break;
+    case InputFormat::Pef:
+      report = ReadFromPEF(*airfoil, fileName);
+      break;
+    case InputFormat::Xml:
+      report = ReadFromXML(*airfoil, fileName);
+      break;
+    case InputFormat::Drag:
+      report = ReadFromDRG(*airfoil, fileName, choose);
+      break;
+    case InputFormat::EpplerOutput:
+      report = MessageReport(kEpplerOutputNotReadable);
+      break;
+    case InputFormat::Unknown:
+      report = MessageReport(73);
+      break;
+  }
+  report.InFile(fileName);
+  return {std::move(airfoil), std::move(report)};
+}
+
+std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
+  const bool german = language == kGerman;
+  switch (diagnostic.messageId) {
+    case kWindTunnelNotReadable:
+      return german ? "Modellwindkanal-Dateien (.mwk) können noch nicht gelesen werden."
+                    : "Stuttgart model wind tunnel files (.mwk) cannot be read yet.";
+    case kEpplerOutputNotReadable:
+      return german ? "Eppler-Ausgabedateien (.txt) können noch nicht gelesen werden."
+                    : "Eppler output files (.txt) cannot be read yet.";
+    case kNoMessageId: {
+      std::string text = diagnostic.file;
+      if (diagnostic.line > 0) text += (german ? ", Zeile " : ", line ") + std::to_string(diagnostic.line);
+      if (!text.empty()) text += ": ";
+      return text + diagnostic.text;
+    }
+    default:
+      return GetResString(diagnostic.messageId, language);
+  }
+}
+
+void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
+  for (const Diagnostic& diagnostic : report.diagnostics) {
+    if (diagnostic.quiet) continue;
+    // The messages of files without a reader inform; the formats' own stop.
+    const MessageIcon icon = diagnostic.messageId >= 0 ? MessageIcon::Critical : MessageIcon::Information;
+    ui.ShowMessage(DiagnosticText(diagnostic, ui.Language()), ErrorTitle(ui.Language()), icon);
+  }
+}
+
 AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
   BusyScope busy(ui);
   ui.SetWindowTitle("Tavilo - " + fileName);
-  auto airfoil = std::make_shared<Airfoil>();
-  switch (InputFormatOf(fileName)) {
-    case InputFormat::Xfoil:
-      ReadFromPOL(*airfoil, fileName);
-      break;
-    case InputFormat::WindTunnel:
-      ReportNotReadable(ui, "Stuttgart model wind tunnel files (.mwk)", "Modellwindkanal-Dateien (.mwk)");
-      break;
-    case InputFormat::Pef:
-      ReadFromPEF(*airfoil, fileName, ui);
-      break;
-    case InputFormat::Xml:
-      ReadFromXML(*airfoil, fileName, ui);
-      break;
-    case InputFormat::Drag:
-      ReadFromDRG(*airfoil, fileName, ui);
-      break;
-    case InputFormat::EpplerOutput:
-      ReportNotReadable(ui, "Eppler output files (.txt)", "Eppler-Ausgabedateien (.txt)");
-      break;
-    case InputFormat::Unknown:
-      ReportError(ui, 73);
-      break;
-  }
-  ui.SetAirfoilName(airfoil->Name);
-  return airfoil;
+  LoadResult result = ReadPolarFile(fileName, [&ui](const std::vector<std::string>& entries) {
+    return ui.ChooseAirfoil(entries);
+  });
+  ShowDiagnostics(result.report, ui);
+  ui.SetAirfoilName(result.airfoil->Name);
+  return result.airfoil;
 }
 
 }  // namespace tavilo

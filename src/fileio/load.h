@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "formats/drg.h"
+#include "formats/read_report.h"
 #include "model/airfoil.h"
 #include "ui/user_interface.h"
 
@@ -18,11 +20,33 @@ enum class InputFormat { Xfoil, WindTunnel, Pef, Xml, Drag, EpplerOutput, Unknow
 // ".pef", ".xml", ".drg", ".txt".
 InputFormat InputFormatOf(std::string_view fileName);
 
-// A new airfoil read from `fileName`, empty for an unknown format (after
-// the "Unknown File Format!" message). Shows "Reading..." and the busy
-// pointer while it reads, then "Ready."; sets the window title to
-// "Tavilo - " + fileName and the airfoil name label. Raises what the reader
-// raises (FileNotFoundError for a missing file, ...).
+// Message ids of the kinds of file that have no reader yet; they load empty.
+inline constexpr int kWindTunnelNotReadable = -2;
+inline constexpr int kEpplerOutputNotReadable = -3;
+
+struct LoadResult {
+  AirfoilPtr airfoil;  // never null; empty for a file no reader takes
+  ReadReport report;
+};
+
+// A new airfoil read from `fileName` by the reader its name picks, without
+// showing or asking anything; `choose` picks the airfoil of a drag file with
+// several (none: the first). An unknown format gives error message 73.
+// Raises what the reader raises (FileNotFoundError for a missing file, ...).
+LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose);
+
+// The user's text of `diagnostic` in `language`: its string-table message,
+// or the run-time error that stopped the read, after the file and line.
+std::string DiagnosticText(const Diagnostic& diagnostic, int language);
+
+// Shows the diagnostics that the window shows, one message box each; quiet
+// ones stay unseen.
+void ShowDiagnostics(const ReadReport& report, UserInterface& ui);
+
+// ReadPolarFile for the window: shows "Reading..." and the busy pointer
+// while it reads, then "Ready."; sets the window title to "Tavilo - " +
+// fileName and the airfoil name label; the user picks a drag file's airfoil;
+// the report's messages are shown.
 AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui);
 
 }  // namespace tavilo

@@ -18,6 +18,11 @@ namespace {
 
 bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF"; }
 
+// The open dialog of Import, which Batch shares, title included, as it always did.
+FileDialogRequest ImportRequest(int language) {
+  return {FileDialogKind::Open, GetResString(61, language), GetResString(62, language), false};
+}
+
 }  // namespace
 
 OutputFormat OutputFormatOf(std::string_view fileName) {
@@ -35,13 +40,13 @@ void ImportInto(Airfoil& current, const Airfoil& imported) {
 }
 
 bool ImportFile(Airfoil& current, UserInterface& ui) {
-  FileDialogRequest request{FileDialogKind::Open, GetResString(61), GetResString(62), false};
-  const std::string fileName = ui.ChooseFile(request);
+  const std::string fileName = ChooseImportFile(ui);
   if (fileName.empty()) return false;
-  AirfoilPtr imported = LoadFile(fileName, ui);
-  ImportInto(current, *imported);
+  ImportInto(current, *LoadFile(fileName, ui));
   return true;
 }
+
+std::string ChooseImportFile(UserInterface& ui) { return ui.ChooseFile(ImportRequest(ui.Language())); }
 
 bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
   switch (OutputFormatOf(fileName)) {
@@ -57,20 +62,30 @@ bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInte
     case OutputFormat::Eppler:
       // The Eppler input writer is not written yet; say so rather than
       // leave an empty file behind.
-      ui.ShowMessage(Language() == kGerman ? "Eppler-Eingabedateien (.epp) können noch nicht "
-                                             "geschrieben werden."
-                                           : "Eppler input files (.epp) cannot be written yet.",
-                     ErrorTitle(), MessageIcon::Information);
+      ui.ShowMessage(ui.Language() == kGerman ? "Eppler-Eingabedateien (.epp) können noch nicht "
+                                                "geschrieben werden."
+                                              : "Eppler input files (.epp) cannot be written yet.",
+                     ErrorTitle(ui.Language()), MessageIcon::Information);
       return false;
     case OutputFormat::Unknown:
       break;
   }
-  ui.ShowMessage(GetResString(73) + "\r\n'" + fileName + "'", ErrorTitle(), MessageIcon::Critical);
+  ui.ShowMessage(GetResString(73, ui.Language()) + "\r\n'" + fileName + "'", ErrorTitle(ui.Language()),
+                 MessageIcon::Critical);
   return false;
 }
 
+void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, const std::string& path) {
+  Airfoil file;
+  file.Name = airfoilName;
+  file.AddConfiguration(set);
+  WriteToPEF(file, path);
+}
+
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
-  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60), GetResString(82), true};
+  const int language = ui.Language();
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(82, language),
+                            true};
   const std::string fileName = ui.ChooseFile(request);
   if (fileName.empty()) return false;
   ExportAirfoil(airfoil, fileName, ui);
@@ -96,28 +111,32 @@ std::vector<std::string> PefFilesOf(const std::string& directory) {
   return names;
 }
 
-void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
-  struct ReadyAtEnd {
-    UserInterface& ui;
-    ~ReadyAtEnd() { ui.SetStatusText(GetResString(3)); }
-  } ready{ui};
+void ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress) {
   std::string prefix = directory;
   if (!prefix.empty() && prefix.back() != '/') prefix += '/';
   for (const std::string& name : PefFilesOf(directory)) {
-    AirfoilPtr airfoil = LoadFile(prefix + name, ui);
+    const LoadResult loaded = read(prefix + name);
     const std::string target = BatchTargetName(name);
-    ui.SetStatusText(name + " -> " + target);
-    WriteToXML(*airfoil, prefix + target);
+    progress(BatchStep{name, target, loaded.report});
+    WriteToXML(*loaded.airfoil, prefix + target);
   }
 }
 
+void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
+  struct ReadyAtEnd {
+    UserInterface& ui;
+    ~ReadyAtEnd() { ui.SetStatusText(GetResString(3, ui.Language())); }
+  } ready{ui};
+  ConvertPefDirectory(
+      directory, [&ui](const std::string& path) { return LoadResult{LoadFile(path, ui), {}}; },
+      [&ui](const BatchStep& step) { ui.SetStatusText(step.source + " -> " + step.target); });
+}
+
 bool BatchConvert(UserInterface& ui) {
-  // The same title as Import, as it always was.
-  FileDialogRequest request{FileDialogKind::Open, GetResString(61), GetResString(62), false};
-  const std::string fileName = ui.ChooseFile(request);
+  const std::string fileName = ui.ChooseFile(ImportRequest(ui.Language()));
   const size_t slash = fileName.rfind('/');
   if (fileName.empty() || slash == std::string::npos) {
-    ui.SetStatusText(GetResString(3));
+    ui.SetStatusText(GetResString(3, ui.Language()));
     return false;
   }
   BatchConvertDirectory(fileName.substr(0, slash + 1), ui);

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "fileio/load.h"
 #include "model/airfoil.h"
 #include "ui/user_interface.h"
 
@@ -23,12 +24,19 @@ void ImportInto(Airfoil& current, const Airfoil& imported);
 
 // File/Import: asks for a file, loads it and imports it. False on cancel.
 bool ImportFile(Airfoil& current, UserInterface& ui);
+// The first half of ImportFile: the file chosen, "" on cancel.
+std::string ChooseImportFile(UserInterface& ui);
 
 // Writes the selected polars of `airfoil` to `fileName` in the format its
 // extension names. An unknown extension shows "Unknown File Format!", a line
 // break and the name in single quotes, and writes nothing. Returns whether
 // a file was written; raises FileAccessError when it cannot be.
 bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui);
+
+// Writes `set` alone, under the airfoil name `airfoilName`, as a PEF file
+// to `path` (replacing any file there); how the envelope is kept.
+// FileAccessError when it cannot be written.
+void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, const std::string& path);
 
 // File/Export: asks for a file name and exports to it. False on cancel.
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui);
@@ -41,9 +49,24 @@ std::string BatchTargetName(const std::string& pefName);
 // FileNotFoundError when the directory cannot be listed.
 std::vector<std::string> PefFilesOf(const std::string& directory);
 
-// Converts every PEF file of `directory` to XML beside it, showing
-// "name -> target" as status text for each, and "Ready." at the end, also
-// when an error ends the run (the error is raised after that).
+// One file of a batch run: its name in the directory, the name of the XML
+// file it goes to, and what reading it reported.
+struct BatchStep {
+  const std::string& source;
+  const std::string& target;
+  const ReadReport& report;
+};
+using BatchReader = std::function<LoadResult(const std::string& path)>;
+using BatchProgress = std::function<void(const BatchStep& step)>;
+
+// Converts every PEF file of `directory`, in name order, to XML beside it:
+// reads each through `read`, reports it through `progress`, then writes it.
+// An error that a reader or the writer raises ends the run.
+void ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress);
+
+// The window's batch run: each file read as LoadFile reads it, then
+// "name -> target" as status text, and "Ready." at the end, also when an
+// error ends the run (the error is raised after that).
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui);
 
 // The batch command: asks for any file of the directory to convert. False

@@ -144,35 +144,37 @@ BlockEnd ReadBlock(LineReader& reader, const DrgLayout& layout, Polar& polar) {
   return BlockEnd::Complete;
 }
 
-void ReadSet(LineReader& reader, int layoutCode, Configuration& config) {
+// Reads the set's blocks; false when the file ended before its counts did.
+bool ReadSet(LineReader& reader, int layoutCode, Configuration& config) {
   const DrgLayout* layout = LayoutForCode(layoutCode);
-  if (!layout) return;
+  if (!layout) return true;
   std::array<std::string_view, 5> lines{};
   for (int k = 0; k < layout->polarCountLine; ++k) {
-    if (!reader.Next(lines[k])) return;  // cut short: the set keeps the airfoil's name
+    if (!reader.Next(lines[k])) return false;  // cut short: the set keeps the airfoil's name
   }
   config.Name = layout->setPrefix + NameFromFileBytes(lines[layout->setNameLine - 1]);
   const int polarCount = RoundToInt16(LeadingNumber(lines[layout->polarCountLine - 1]));
   for (int i = 1; i <= polarCount; ++i) {
     auto polar = std::make_shared<Polar>();
     BlockEnd end = ReadBlock(reader, *layout, *polar);
-    if (end == BlockEnd::HeaderMissing) return;
+    if (end == BlockEnd::HeaderMissing) return false;
     config.AddPolar(polar);
-    if (end == BlockEnd::CutShort) return;
+    if (end == BlockEnd::CutShort) return false;
   }
+  return true;
 }
 
 }  // namespace
 
 std::vector<std::string> DrgAirfoilNames(std::string_view bytes) { return ScanHeadings(bytes).names; }
 
-void ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui) {
+ReadReport ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, const AirfoilChoice& choose) {
   DrgHeadings headings = ScanHeadings(bytes);
   int chosen = 0;
-  if (headings.names.size() >= 2) {
+  if (headings.names.size() >= 2 && choose) {
     std::vector<std::string> entries = headings.names;
     entries.emplace_back();  // the list shows one empty entry after the names
-    chosen = std::max(0, ui.ChooseAirfoil(entries));
+    chosen = std::max(0, choose(entries));
   }
 
   // Any line beginning "Airfoil" counts here, also an "Airfoil:" heading
@@ -190,12 +192,14 @@ void ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui
   airfoil.SetConfiguration(1, config);
   // The trailing empty entry (or any choice past the last heading) runs off
   // the end of the file: the airfoil keeps an empty name and an empty set.
-  if (heading.empty()) return;
-  ReadSet(reader, headings.layoutCode, *config);
+  ReadReport report;
+  if (heading.empty()) return report;
+  report.stoppedEarly = !ReadSet(reader, headings.layoutCode, *config);
+  return report;
 }
 
-void ReadFromDRG(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
-  ReadFromDRGText(airfoil, ReadFileBytes(path), ui);
+ReadReport ReadFromDRG(Airfoil& airfoil, const std::string& path, const AirfoilChoice& choose) {
+  return ReadFromDRGText(airfoil, ReadFileBytes(path), choose).InFile(path);
 }
 
 }  // namespace tavilo

@@ -6,26 +6,30 @@
 // "Airfoil  " followed two lines on by a one-digit polar count (Princeton),
 // and "Airfoil  " otherwise (older UIUC). There is no writer.
 
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "formats/read_report.h"
 #include "model/airfoil.h"
-#include "ui/user_interface.h"
 
 namespace tavilo {
 
+// Picks one airfoil of a drag file: given the names and one trailing empty
+// entry, the 0-based index chosen; a negative answer means the first.
+using AirfoilChoice = std::function<int(const std::vector<std::string>& entries)>;
+
 // Gives `airfoil` exactly one set and reads into it every Reynolds block of
 // the chosen airfoil of the file at `path`, each polar selected. With two or
-// more airfoils in the file the user chooses through ui.ChooseAirfoil (the
-// names and one trailing empty entry; a negative answer means the first).
-// A file that ends early keeps what was read. FileNotFoundError when it
-// cannot be opened; OverflowError for a number beyond the double range or a
-// count beyond 32767.
-void ReadFromDRG(Airfoil& airfoil, const std::string& path, UserInterface& ui);
+// more airfoils in the file `choose` picks one (no choice: the first).
+// A file that ends early keeps what was read and reports stoppedEarly.
+// FileNotFoundError when it cannot be opened; OverflowError for a number
+// beyond the double range or a count beyond 32767.
+ReadReport ReadFromDRG(Airfoil& airfoil, const std::string& path, const AirfoilChoice& choose);
 
 // The same on the bytes of a file already in memory.
-void ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui);
+ReadReport ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, const AirfoilChoice& choose);
 
 // The airfoil names of the file's headings, in file order, as the user is
 // offered them (without the trailing empty entry).

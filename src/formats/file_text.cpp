@@ -24,6 +24,23 @@ struct Descriptor {
   }
 };
 
+// The file that `path` names after following every symbolic link, so that
+// writing through a link replaces the file it points to, not the link. A
+// link to a file that does not exist yet gives that file's path; a loop of
+// links gives `path` itself, which the write then replaces.
+std::string ResolvedTarget(const std::string& path) {
+  namespace fs = std::filesystem;
+  fs::path current = path;
+  for (int hops = 0; hops < 40; ++hops) {
+    std::error_code error;
+    if (!fs::is_symlink(current, error)) return current.string();
+    fs::path next = fs::read_symlink(current, error);
+    if (error) return current.string();
+    current = next.is_absolute() ? next : current.parent_path() / next;
+  }
+  return path;
+}
+
 }  // namespace
 
 std::string ReadFileBytes(const std::string& path) {
@@ -47,7 +64,8 @@ std::string ReadFileBytes(const std::string& path) {
   return bytes;
 }
 
-void WriteFileAtomically(const std::string& path, std::string_view bytes) {
+void WriteFileAtomically(const std::string& linkOrPath, std::string_view bytes) {
+  const std::string path = ResolvedTarget(linkOrPath);
   std::string pattern = path + ".tmp-XXXXXX";
   std::vector<char> name(pattern.begin(), pattern.end());
   name.push_back('\0');
@@ -80,6 +98,9 @@ void WriteFileAtomically(const std::string& path, std::string_view bytes) {
     p += n;
     left -= static_cast<size_t>(n);
   }
+  // On disk before it takes the old file's name, so that a crash leaves the
+  // old file or the new one, never an empty one.
+  if (::fsync(file.fd) != 0) fail("cannot write");
   if (::close(file.fd) != 0) {
     file.fd = -1;
     fail("cannot write");

@@ -12,7 +12,9 @@ namespace tavilo {
 std::string ReadFileBytes(const std::string& path);
 
 // Writes `bytes` to a temporary file beside `path` and renames it over
-// `path`, so the target is either the old file or the complete new one.
+// `path`, so the target is either the old file or the complete new one; the
+// new one is flushed to disk first. Through a symbolic link the file it
+// points to is written, and the link stays.
 // FileAccessError (naming the path) when the directory cannot be written.
 void WriteFileAtomically(const std::string& path, std::string_view bytes);
 

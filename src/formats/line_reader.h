@@ -52,6 +52,18 @@ class LineReader {
   // Byte offset of the next line.
   size_t Position() const { return pos_; }
 
+  // How many lines Next has passed, so the 1-based number of the line it
+  // gave last. Counted only when asked (for a diagnostic), not per line.
+  int LinesRead() const {
+    int count = 0;
+    for (size_t k = 0; k < pos_; ++k) {
+      if (text_[k] == '\n' || (text_[k] == '\r' && (k + 1 >= text_.size() || text_[k + 1] != '\n'))) ++count;
+    }
+    // A last line without a line end was read too.
+    if (pos_ > 0 && pos_ == text_.size() && text_[pos_ - 1] != '\n' && text_[pos_ - 1] != '\r') ++count;
+    return count;
+  }
+
  private:
   std::string_view text_;
   size_t pos_ = 0;

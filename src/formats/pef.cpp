@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <charconv>
-#include <filesystem>
 
 #include "formats/file_text.h"
 #include "formats/fixed_number.h"
@@ -180,7 +179,7 @@ class PefReader {
   PefReader(std::string_view bytes, long missingItemLimit)
       : index_(bytes), missingItemsLeft_(missingItemLimit) {}
 
-  void ReadAirfoil(Airfoil& airfoil, UserInterface& ui);
+  void ReadAirfoil(Airfoil& airfoil, ReadReport& report);
   void ReadConfiguration(Configuration& config, int setNumber);
   void ReadPolar(Polar& polar, int setNumber, int polarNumber);
   void ReadPolar(Polar& polar, uint32_t section);
@@ -195,7 +194,7 @@ class PefReader {
   std::string key_;  // reused for every point key
 };
 
-void PefReader::ReadAirfoil(Airfoil& airfoil, UserInterface& ui) {
+void PefReader::ReadAirfoil(Airfoil& airfoil, ReadReport& report) {
   const uint32_t section = index_.FindSection("Airfoil");
   std::string_view name = index_.Value(section, "Description1");
   if (name.empty()) name = index_.Value(section, "Airfoilname");
@@ -203,13 +202,14 @@ void PefReader::ReadAirfoil(Airfoil& airfoil, UserInterface& ui) {
   airfoil.Name = name.empty() ? std::string("unknown airfoil") : NameFromFileBytes(name);
   airfoil.ResetConfigurations(setCount);
   if (setCount <= 0) {
-    ReportError(ui, 76);
+    report = MessageReport(76);
     return;
   }
   // Every slot holds a set before any is read, so an error part way leaves
   // empty sets behind it, never missing ones.
   for (int i = 1; i <= setCount; ++i) airfoil.SetConfiguration(i, std::make_shared<Configuration>());
   for (int i = 1; i <= setCount && !Stopped(); ++i) ReadConfiguration(*airfoil.Configuration(i), i);
+  report.stoppedEarly = Stopped();
 }
 
 void PefReader::ReadConfiguration(Configuration& config, int setNumber) {
@@ -260,10 +260,7 @@ bool IsMarkedReadOnly(const std::string& path) {
 // Puts the converted text of an LF-only file in its place, unless the file
 // is marked read-only. Through a link, the file it points to is rewritten.
 void ReplaceWithCrLfText(const std::string& path, std::string_view converted) {
-  if (IsMarkedReadOnly(path)) return;
-  std::error_code error;
-  std::filesystem::path target = std::filesystem::canonical(path, error);
-  WriteFileAtomically(error ? path : target.string(), converted);
+  if (!IsMarkedReadOnly(path)) WriteFileAtomically(path, converted);
 }
 
 // The file's text as the readers see it: an LF-only file converted, and
@@ -283,17 +280,19 @@ std::string PefFileText(const std::string& path) {
 
 }  // namespace
 
-void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui, long missingItemLimit) {
+ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, long missingItemLimit) {
   PefReader reader(bytes, missingItemLimit);
-  reader.ReadAirfoil(airfoil, ui);
+  ReadReport report;
+  reader.ReadAirfoil(airfoil, report);
+  return report;
 }
 
-void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui) {
-  ReadFromPEFText(airfoil, bytes, ui, kPefMissingItemLimit);
+ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes) {
+  return ReadFromPEFText(airfoil, bytes, kPefMissingItemLimit);
 }
 
-void ReadFromPEF(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
-  ReadFromPEFText(airfoil, PefFileText(path), ui);
+ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path) {
+  return ReadFromPEFText(airfoil, PefFileText(path)).InFile(path);
 }
 
 void ReadPolarFromPEFText(Polar& polar, std::string_view bytes, int setNumber, int polarNumber) {

@@ -7,8 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "formats/read_report.h"
 #include "model/airfoil.h"
-#include "ui/user_interface.h"
 
 namespace tavilo {
 
@@ -29,16 +29,17 @@ std::string PolarPefText(const Polar& polar, int setNumber, int polarNumber);
 // Fills `airfoil` from the file at `path`: its name ("Description1", else
 // "Airfoilname", else "unknown airfoil") and "NumberSets" sets. A file whose
 // lines end in LF alone is first rewritten with CR LF (ConvertLfOnlyFile);
-// when it cannot be rewritten it is read as it is. Reports string 76 when
-// "NumberSets" is missing, 0 or negative (the name is kept, no set is read).
+// when it cannot be rewritten it is read as it is. Reports error message 76
+// when "NumberSets" is missing, 0 or negative (the name is kept, no set is
+// read), and a stop at the missing-item limit below as stoppedEarly.
 // FileNotFoundError, before anything changes, for a file that cannot be
 // opened; OverflowError for a count beyond 16 bits, a number beyond the
 // double range or a point value whose first blank lies beyond column 32767
 // (what was read so far is kept). Every polar read is selected.
-void ReadFromPEF(Airfoil& airfoil, const std::string& path, UserInterface& ui);
+ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path);
 
 // The same on the bytes of a file already in memory (nothing is rewritten).
-void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui);
+ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes);
 
 // How many polars without a section and points without a key one file may
 // ask for. They cost nothing in the file but memory and time in the model:
@@ -49,7 +50,7 @@ void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui
 inline constexpr long kPefMissingItemLimit = 1L << 20;
 
 // ReadFromPEFText with another limit of missing items.
-void ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, UserInterface& ui, long missingItemLimit);
+ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, long missingItemLimit);
 
 // Reads polar `polarNumber` of set `setNumber` (section "[Set1-Polar1]" for
 // 1, 1) and appends its points to `polar`; the polar is marked selected.

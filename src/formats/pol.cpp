@@ -144,24 +144,28 @@ void WriteToPOL(const Airfoil& airfoil, const std::string& path) {
   WriteFileAtomically(path, PolText(airfoil));
 }
 
-void ReadFromPOLText(Airfoil& airfoil, std::string_view bytes) {
+ReadReport ReadFromPOLText(Airfoil& airfoil, std::string_view bytes) {
   auto config = std::make_shared<Configuration>();
   airfoil.ResetConfigurations(1);
   airfoil.SetConfiguration(1, config);
   LineReader reader(bytes);
+  ReadReport report;
   try {
     while (ReadPolarBlock(reader, airfoil, *config)) {
     }
-  } catch (const OverflowError&) {
+  } catch (const OverflowError& error) {
     // A number past the double range, a point past the 32767th or a line
     // past 32767 characters ends the file here, as any run-time error does
-    // in this reader: what was read stays, the polar being read is dropped,
-    // and no message is shown.
+    // in this reader: what was read stays, the polar being read is dropped.
+    // The window shows nothing; the converter must not call it a success.
+    report.stoppedEarly = true;
+    report.diagnostics.push_back({Severity::Error, kNoMessageId, error.what(), true, {}, reader.LinesRead()});
   }
+  return report;
 }
 
-void ReadFromPOL(Airfoil& airfoil, const std::string& path) {
-  ReadFromPOLText(airfoil, ReadFileBytes(path));
+ReadReport ReadFromPOL(Airfoil& airfoil, const std::string& path) {
+  return ReadFromPOLText(airfoil, ReadFileBytes(path)).InFile(path);
 }
 
 std::string ReadSetNameFromPOL(const std::string& path) {

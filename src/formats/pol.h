@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include "formats/read_report.h"
+#include "formats/read_report.h"
 #include "model/airfoil.h"
 
 namespace tavilo {
@@ -22,11 +24,13 @@ void WriteToPOL(const Airfoil& airfoil, const std::string& path);
 // Gives `airfoil` exactly one set and reads every polar of the file at
 // `path` into it, each selected; the airfoil's name is that of the last
 // heading. FileNotFoundError (airfoil untouched) when it cannot be opened.
-// Bad or cut-off content never raises: reading stops and keeps what it had.
-void ReadFromPOL(Airfoil& airfoil, const std::string& path);
+// Bad or cut-off content never raises: reading stops and keeps what it had;
+// a stop on a run-time error (a number beyond the double range, a 32768th
+// point) is reported as a quiet error naming the line.
+ReadReport ReadFromPOL(Airfoil& airfoil, const std::string& path);
 
 // The same on the bytes of a file already in memory.
-void ReadFromPOLText(Airfoil& airfoil, std::string_view bytes);
+ReadReport ReadFromPOLText(Airfoil& airfoil, std::string_view bytes);
 
 // The name in the first line beginning " Calculated" of the file at `path`
 // (from column 24, trailing blanks removed); "" when there is none.

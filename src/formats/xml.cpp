@@ -272,17 +272,14 @@ std::string_view ReadConfiguration(XmlSearch& search, std::string_view text,
 
 }  // namespace
 
-void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui) {
+ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
   // A byte order mark is not part of the text.
   size_t start = bytes.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
   size_t lineEnd = bytes.find_first_of("\r\n", start);
   std::string_view first = std::string_view(bytes).substr(start, lineEnd == std::string::npos
                                                                       ? std::string::npos
                                                                       : lineEnd - start);
-  if (first.substr(0, 21) != "<?xml version=\"1.0\"?>") {
-    ReportError(ui, 72);
-    return;
-  }
+  if (first.substr(0, 21) != "<?xml version=\"1.0\"?>") return MessageReport(72);
   // The rest of the lines joined with nothing between them: every line end
   // goes, in place, so the document costs no second copy.
   std::string& text = bytes;
@@ -295,10 +292,7 @@ void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui) {
   std::string_view name = Extract(search, cfgs, kName);
   airfoil.Name = name.empty() ? "unknown airfoil" : NameFromFileBytes(Content(search, name, kName));
   airfoil.ResetConfigurations(0);
-  if (cfgs.empty()) {
-    ReportError(ui, 76);
-    return;
-  }
+  if (cfgs.empty()) return MessageReport(76);
   for (int i = 0; i < kMaxItems; ++i) {
     auto config = std::make_shared<Configuration>();
     std::string_view rest = ReadConfiguration(search, cfgs, *config);
@@ -306,10 +300,11 @@ void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui) {
     cfgs = rest;
     airfoil.AddConfiguration(config);
   }
+  return {};
 }
 
-void ReadFromXML(Airfoil& airfoil, const std::string& path, UserInterface& ui) {
-  ReadFromXMLText(airfoil, ReadFileBytes(path), ui);
+ReadReport ReadFromXML(Airfoil& airfoil, const std::string& path) {
+  return ReadFromXMLText(airfoil, ReadFileBytes(path)).InFile(path);
 }
 
 std::string_view ExtractXmlElement(std::string_view text, std::string_view tag) {

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "formats/read_report.h"
 #include "model/airfoil.h"
-#include "ui/user_interface.h"
 
 namespace tavilo {
 
@@ -19,14 +19,14 @@ std::string XmlText(const Airfoil& airfoil);
 // FileAccessError when it cannot be written.
 void WriteToXML(const Airfoil& airfoil, const std::string& path);
 
-// Fills `airfoil` from the file at `path`. Reports string 72 when the first
-// line is not the XML declaration (the airfoil is left unchanged) and 76
-// when there is no `configurations` element. FileNotFoundError for a file
+// Fills `airfoil` from the file at `path`. Reports error message 72 when the
+// first line is not the XML declaration (the airfoil is left unchanged) and
+// 76 when there is no `configurations` element. FileNotFoundError for a file
 // that cannot be opened; OverflowError for a number beyond the double range.
-void ReadFromXML(Airfoil& airfoil, const std::string& path, UserInterface& ui);
+ReadReport ReadFromXML(Airfoil& airfoil, const std::string& path);
 
 // The same on the bytes of a file already in memory.
-void ReadFromXMLText(Airfoil& airfoil, std::string bytes, UserInterface& ui);
+ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes);
 
 // The first element `tag` of `text`, from its "<tag>" (or, failing that,
 // "<tag ") up to and including the first "</tag>" after it; "" if none.

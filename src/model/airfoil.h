@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "model/child_list.h"
 #include "model/configuration.h"
@@ -29,6 +30,9 @@ class Airfoil {
   // Drops every set reference without emptying the sets and sets the count
   // as a reader found it (0, or the negative count of a broken file).
   void ResetConfigurations(int16_t count) { configurations_.Reset(count); }
+  // The sets 1..ConfigCount() by reference.
+  std::vector<ConfigurationPtr> Configurations() const { return configurations_.Items(); }
+
   // Stores `config` at `index` within 1..ConfigCount() (after a reset).
   void SetConfiguration(int index, ConfigurationPtr config) {
     configurations_.Set(index, std::move(config));

@@ -4,6 +4,7 @@
 // there are, and the references themselves, held shared so that one set or
 // polar can belong to two parents (clipboard, import, envelope).
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -80,6 +81,11 @@ class ChildList {
     if (index < 1 || index > count_ || static_cast<size_t>(index) > items_.size())
       throw SubscriptError(std::string(what_) + " index " + std::to_string(index));
     items_[index - 1] = std::move(child);
+  }
+
+  // The children 1..Count(), in order; none for a count below 1.
+  std::vector<Ptr> Items() const {
+    return std::vector<Ptr>(items_.begin(), items_.begin() + std::max<int>(0, count_));
   }
 
   // Exchanges elements i and j (1-based, both valid).

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "model/child_list.h"
 #include "model/polar.h"
@@ -30,6 +31,15 @@ class Configuration {
   // Removes polar `index`; the count drops without a test (an empty set
   // goes to -1), and the removed polar lives on wherever else it is held.
   void DeletePolar(int index) { polars_.Delete(index); }
+
+  // The polars 1..PolarCount() by reference.
+  std::vector<PolarPtr> Polars() const { return polars_.Items(); }
+  // Drops every polar reference and sets the count as given (an undo puts
+  // back a negative count too), then stores `polars` as polars 1, 2, ...
+  void ResetPolars(int16_t count, const std::vector<PolarPtr>& polars) {
+    polars_.Reset(count);
+    for (size_t k = 0; k < polars.size(); ++k) polars_.Set(static_cast<int>(k + 1), polars[k]);
+  }
 
   // Reorder the polars ascending by Reynolds or Mach number with the
   // exchange sort, which is not stable (5a, 5b, 3 ends as 3, 5b, 5a).

@@ -95,28 +95,28 @@ std::span<const Caption> OptionsCaptions() { return kOptions; }
 std::span<const Caption> ApproxCaptions() { return kApprox; }
 std::span<const Caption> PolarPropsCaptions() { return kPolarProps; }
 
-std::string AboutText() {
+std::string AboutText(int language) {
   const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_PATCH, "0");
   // Extension and description are separated by a tab so the descriptions line up.
   const std::string lines[] = {
       "Version " + version,
-      GetResString(69),
-      GetResString(70),
+      GetResString(69, language),
+      GetResString(70, language),
       "   .XML\tPolar Exchange Format",
       "   .PEF\tolder Polar Exchange Format",
       "   .POL\tXfoil 5.4 polar file",
       "   .DRG\tPrinceton drag polar file",
       "   .DRG\tUIUC drag polar file type 1, 2 and 3",
       "   .MWK\tStuttgart Model Wind Kanal file",
-      GetResString(71),
-      GetResString(78),
+      GetResString(71, language),
+      GetResString(78, language),
       "   .XML\tPolar Exchange Format",
       "   .PEF\tolder Polar Exchange Format",
       "   .POL\tXfoil 5.4 polar file",
       "   .EPP\tEppler input file",
-      GetResString(79),
+      GetResString(79, language),
       "   Lift Coefficient vs. Drag Coefficient",
       "   Lift Coefficient vs. Angle of Attack",
       "   Moment Coefficient vs. Angle of Attack",

@@ -34,7 +34,7 @@ std::span<const Caption> PolarPropsCaptions();     // frmPolarProps (no title)
 inline constexpr std::string_view kEnglishMenuCaption = "English";
 inline constexpr std::string_view kGermanMenuCaption = "Deutsch";
 
-// The About text in the current language, lines joined by CR LF.
-std::string AboutText();
+// The About text in `language`, lines joined by CR LF.
+std::string AboutText(int language);
 
 }  // namespace tavilo

@@ -10,7 +10,7 @@ inline constexpr int kEnglish = 1;
 inline constexpr int kGerman = 2;
 inline constexpr int kLastStringId = 92;
 
-// The current language: 1 English, 2 German.
+// The process-wide language of the drawing code, until it takes its own.
 int Language();
 void SetLanguage(int language);
 
@@ -18,12 +18,14 @@ void SetLanguage(int language);
 // ResourceError for a key outside the table.
 const std::string& ResourceString(int key);
 
-// The text of id `id` in the current language. OverflowError when
-// Language() * 1000 + id leaves the 32-bit range; ResourceError for an id
-// without an entry (outside 0..92, or a language other than 1 and 2).
+// The text of id `id` in `language` (1 English, 2 German): resource
+// language * 1000 + id. OverflowError when that leaves the 32-bit range;
+// ResourceError for an id without an entry (outside 0..92, or a language
+// other than 1 and 2).
+const std::string& GetResString(int id, int language);
 const std::string& GetResString(int id);
 
-// "Tavilo: Error" in the current language: string 1, ": ", string 75.
-std::string ErrorTitle();
+// "Tavilo: Error" in `language`: string 1, ": ", string 75.
+std::string ErrorTitle(int language);
 
 }  // namespace tavilo

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "formats/number_text.h"
-#include "formats/pef.h"
 #include "model/errors.h"
 
 namespace tavilo {
@@ -67,18 +66,13 @@ PolarPtr BuildEnvelope(const Airfoil& airfoil) {
   return envelope;
 }
 
-ConfigurationPtr MakeEnvelope(Airfoil& airfoil, const std::string& envelopePath) {
+ConfigurationPtr AddEnvelopeSet(Airfoil& airfoil) {
   PolarPtr envelope = BuildEnvelope(airfoil);
   if (!envelope) return nullptr;
   auto set = std::make_shared<Configuration>();
   set->Name = "Envelope";
   set->AddPolar(envelope);
   airfoil.AddConfiguration(set);
-
-  Airfoil file;
-  file.Name = airfoil.Name;
-  file.AddConfiguration(set);
-  WriteToPEF(file, envelopePath);
   return set;
 }
 

@@ -2,8 +2,6 @@
 // The Cd-min envelope: at each lift coefficient of a regular grid, the point
 // of lowest drag among the selected polars.
 
-#include <string>
-
 #include "model/airfoil.h"
 
 namespace tavilo {
@@ -15,10 +13,8 @@ namespace tavilo {
 // no polar is selected. DivisionByZeroError when all points share one Cl.
 PolarPtr BuildEnvelope(const Airfoil& airfoil);
 
-// Adds the envelope as a new set "Envelope" to `airfoil` and writes that set
-// alone, under the airfoil's name, to `envelopePath` (replacing any file
-// there). Returns the new set, or null (nothing added, nothing written) when
-// no polar is selected.
-ConfigurationPtr MakeEnvelope(Airfoil& airfoil, const std::string& envelopePath);
+// Adds the envelope as a new set "Envelope" to `airfoil`. Returns the new
+// set, or null (nothing added) when no polar is selected.
+ConfigurationPtr AddEnvelopeSet(Airfoil& airfoil);
 
 }  // namespace tavilo

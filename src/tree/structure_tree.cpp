@@ -24,8 +24,8 @@ int PolarIndexOfKey(std::string_view key) {
 
 namespace {
 
-std::string PolarText(const Polar& polar, int index) {
-  std::string text = GetResString(60) + NumberText(index);
+std::string PolarText(const Polar& polar, int index, int language) {
+  std::string text = GetResString(60, language) + NumberText(index);
   text += polar.ReynoldsNumber > 0 ? ", Re=" + NumberText(polar.ReynoldsNumber) : ", Re=n.a.";
   if (!polar.Name.empty()) text += ", " + polar.Name;
   return text;
@@ -39,7 +39,7 @@ void SetPolarSelected(Airfoil& airfoil, std::string_view key, bool selected) {
 
 }  // namespace
 
-std::vector<TreeNode> BuildTree(const Airfoil& airfoil) {
+std::vector<TreeNode> BuildTree(const Airfoil& airfoil, int language) {
   std::vector<TreeNode> nodes;
   if (airfoil.ConfigCount() < 1) return nodes;
   nodes.push_back({"r", "", airfoil.Name, true});
@@ -49,7 +49,7 @@ std::vector<TreeNode> BuildTree(const Airfoil& airfoil) {
     nodes.push_back({setKey, "r", "Set" + NumberText(i) + ": " + set.Name, true});
     for (int j = 1; j <= set.PolarCount(); ++j) {
       const Polar& polar = *set.Polar(j);
-      nodes.push_back({setKey + "|p" + NumberText(j), setKey, PolarText(polar, j), polar.Selected});
+      nodes.push_back({setKey + "|p" + NumberText(j), setKey, PolarText(polar, j, language), polar.Selected});
     }
   }
   return nodes;

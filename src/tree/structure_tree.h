@@ -32,9 +32,9 @@ int SetIndexOfKey(std::string_view key);
 int PolarIndexOfKey(std::string_view key);
 
 // The nodes of `airfoil` in display order: root, then each set followed by
-// its polars. Empty when the airfoil has no set. Texts use the current
-// language ("Polar 2, Re= 500000, tripped").
-std::vector<TreeNode> BuildTree(const Airfoil& airfoil);
+// its polars. Empty when the airfoil has no set. Texts are in `language`
+// ("Polar 2, Re= 500000, tripped").
+std::vector<TreeNode> BuildTree(const Airfoil& airfoil, int language);
 
 // A left click on node `clicked`: flips its mark and sets the selection of
 // the polars it stands for. A set key toggles every later node whose key

@@ -5,7 +5,7 @@
 namespace tavilo {
 
 void ReportError(UserInterface& ui, int id) {
-  ui.ShowMessage(GetResString(id), ErrorTitle(), MessageIcon::Critical);
+  ui.ShowMessage(GetResString(id, ui.Language()), ErrorTitle(ui.Language()), MessageIcon::Critical);
 }
 
 }  // namespace tavilo

@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "strings/string_table.h"
+
 namespace tavilo {
 
 enum class MessageIcon { None, Information, Warning, Critical };
@@ -22,6 +24,11 @@ struct FileDialogRequest {
 class UserInterface {
  public:
   virtual ~UserInterface() = default;
+
+  // The language (1 English, 2 German) of every text the core shows or asks
+  // through this interface.
+  int Language() const { return language_; }
+  void SetLanguage(int language) { language_ = language; }
 
   // A message box with an OK button.
   virtual void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) = 0;
@@ -41,6 +48,9 @@ class UserInterface {
 
   virtual std::string ClipboardText() = 0;
   virtual void SetClipboardText(const std::string& text) = 0;
+
+ private:
+  int language_ = kEnglish;
 };
 
 // A user interface that shows nothing and answers every question with
@@ -62,7 +72,7 @@ class SilentUserInterface : public UserInterface {
 };
 
 // Shows string `id` in a message box titled "Tavilo: Error" with the
-// critical icon, both in the current language.
+// critical icon, both in the interface's language.
 void ReportError(UserInterface& ui, int id);
 
 }  // namespace tavilo

@@ -83,7 +83,6 @@ class MainWindowTest : public ::testing::Test {
  protected:
   void SetUp() override {
     ClearSettings();
-    SetLanguage(kEnglish);
     previousDirectory_ = QDir::currentPath();
     QDir::setCurrent(QString::fromStdString(dir.Path().string()));
   }
@@ -91,7 +90,6 @@ class MainWindowTest : public ::testing::Test {
   void TearDown() override {
     window.reset();
     QDir::setCurrent(previousDirectory_);
-    SetLanguage(kEnglish);
     ClearSettings();
   }
 

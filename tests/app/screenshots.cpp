@@ -93,8 +93,7 @@ int main(int argc, char** argv) {
   window.resize(1280, 860);
   window.show();
   for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
-    tavilo::SetLanguage(language);
-    window.SwitchLanguage();
+    window.SetLanguage(language);
     window.Document().OpenFile(file.absoluteFilePath().toStdString());
     PointAt(window.findChild<QWidget*>("ClCdPicture"), QPointF(0.4, 0.3));
     PointAt(window.findChild<QWidget*>("ClAlfaPicture"), QPointF(0.45, 0.55));
@@ -116,8 +115,7 @@ int main(int argc, char** argv) {
       dialog->hide();
     }
   }
-  tavilo::SetLanguage(tavilo::kEnglish);
-  window.SwitchLanguage();
+  window.SetLanguage(tavilo::kEnglish);
   window.Document().OpenFile(file.absoluteFilePath().toStdString());
   for (int i = 3; i < argc; ++i) {
     const std::string imported = QFileInfo(QString::fromLocal8Bit(argv[i])).absoluteFilePath().toStdString();

@@ -37,9 +37,8 @@ TEST(Converter, ConvertsByNameAndExtensionAndListsTheTree) {
   Result result = Convert(dir, {kXfoil, dir.File("naca 4412.xml")});
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_EQ(result.err, "");
-  testing::RecordingUserInterface ui;
   Airfoil airfoil;
-  ReadFromXML(airfoil, dir.File("naca 4412.xml"), ui);
+  ReadFromXML(airfoil, dir.File("naca 4412.xml"));
   EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->ReynoldsNumber, 1e6);
   EXPECT_GT(airfoil.Configuration(1)->Polar(1)->PointCount(), 10);
   EXPECT_EQ(Convert(dir, {dir.File("naca 4412.xml"), dir.File("Flügel.v2.PEF")}).status, 0);

@@ -63,10 +63,9 @@ TEST(LoadFile, ShowsProgressTitleAndNameThroughTheUserInterface) {
 }
 
 TEST(LoadFile, UnknownOrUnreadableFormatsLoadEmptyWithAMessage) {
-  SetLanguage(kGerman);
   RecordingUserInterface ui;
+  ui.SetLanguage(kGerman);
   EXPECT_EQ(LoadFile("/tmp/notes.doc", ui)->ConfigCount(), 0);
-  SetLanguage(kEnglish);
   ASSERT_EQ(ui.messages.size(), 1u);
   EXPECT_EQ(ui.messages[0].text + "|" + ui.messages[0].title, "Umbekanntes Dateiformat!|Tavilo: Fehler");
   TempDir dir;
@@ -139,7 +138,7 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(ui.statusTexts, (std::vector<std::string>{"Reading...", "Ready.", "a.pef -> a.xml", "Reading...",
                                                       "Ready.", "b wing.PEF -> b wing.xml", "Ready."}));
   Airfoil back;
-  ReadFromXML(back, dir.File("b wing.xml"), ui);
+  ReadFromXML(back, dir.File("b wing.xml"));
   EXPECT_EQ(back.Configuration(1)->Polar(1)->ReynoldsNumber, 300000);
   EXPECT_FALSE(std::filesystem::exists(dir.File("notes.xml")));
 
@@ -151,24 +150,24 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
 }
 
-TEST(Clipboard, CopyAndPasteAppendsADuplicateToTheSameSet) {
+TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {
   AirfoilPtr airfoil = Sample("Clark Y");
   RecordingUserInterface ui;
-  EXPECT_FALSE(CopyPolar(*airfoil, "c 1", ui));
-  EXPECT_TRUE(CopyPolar(*airfoil, "c 1|p 1", ui));
+  CopyPolar(*airfoil->Configuration(1)->Polar(1), ui);
   EXPECT_EQ(ui.clipboard.rfind("\r\n[Set1-Polar1]\r\nDescription1=clean\r\n", 0), 0u);
-  EXPECT_TRUE(PastePolar(*airfoil, "c 1|p 1", ui));
-  ASSERT_EQ(airfoil->Configuration(1)->PolarCount(), 2);
-  const Polar& copy = *airfoil->Configuration(1)->Polar(2);
+  PolarPtr pasted = PolarFromClipboard(ui);
+  ASSERT_TRUE(pasted);
+  const Polar& copy = *pasted;
   EXPECT_EQ(copy.Name, "clean");
   EXPECT_EQ(copy.ReynoldsNumber, 200000);
   EXPECT_EQ(copy.Cl(2), 0.4);
   EXPECT_TRUE(copy.Selected);
   ui.clipboard = "just some text\nfrom another program";
-  EXPECT_FALSE(PastePolar(*airfoil, "c 1|p 1", ui));
+  EXPECT_FALSE(PolarFromClipboard(ui));
   ui.clipboard = "\n[Set1-Polar1]\nReynoldsNumber=1\nNumberPoints=1\nValue01=1 2 3\n";
-  EXPECT_TRUE(PastePolar(*airfoil, "c 1|p 1", ui)) << "LF-only text from another program";
-  EXPECT_EQ(airfoil->Configuration(1)->Polar(3)->Cd(1), 3.0);
+  PolarPtr foreign = PolarFromClipboard(ui);
+  ASSERT_TRUE(foreign) << "LF-only text from another program";
+  EXPECT_EQ(foreign->Cd(1), 3.0);
 }
 
 }  // namespace

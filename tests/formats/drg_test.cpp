@@ -21,7 +21,7 @@ Airfoil Read(const std::string& text, int reply = 0) {
   ui.airfoilReply = reply;
   Airfoil airfoil;
   airfoil.Name = "old";
-  ReadFromDRGText(airfoil, text, ui);
+  ReadFromDRGText(airfoil, text, ui.Chooser());
   return airfoil;
 }
 
@@ -33,7 +33,7 @@ TEST_P(RealUiucFile, ReadsEveryBlockValueForValue) {
   const std::string path = kUiucData + GetParam();
   RecordingUserInterface ui;
   Airfoil airfoil;
-  ReadFromDRG(airfoil, path, ui);
+  ReadFromDRG(airfoil, path, ui.Chooser());
   ExpectAirfoilMatchesTable(airfoil, LoadExpectedTable(path + ".expected"));
   EXPECT_TRUE(ui.airfoilChoices.empty());  // one airfoil: nobody is asked
 }
@@ -88,7 +88,7 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
   EXPECT_EQ(DrgAirfoilNames(two), (std::vector<std::string>{"S1223", "WASP"}));
   RecordingUserInterface ui;
   Airfoil airfoil;
-  ReadFromDRGText(airfoil, two, ui);
+  ReadFromDRGText(airfoil, two, ui.Chooser());
   EXPECT_EQ(ui.airfoilChoices, (std::vector<std::vector<std::string>>{{"S1223", "WASP", ""}}));
   for (auto [reply, table] : {std::pair{1, "WASP"}, {0, "S1223GF1"}, {-1, "S1223GF1"}})
     ExpectAirfoilMatchesTable(Read(two, reply), LoadExpectedTable(kUiucData + table + ".DRG.expected"));

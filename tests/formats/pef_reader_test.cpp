@@ -7,6 +7,7 @@
 #include "model/errors.h"
 #include "strings/product.h"
 #include "support/model_builders.h"
+#include "fileio/load.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 
@@ -19,7 +20,7 @@ constexpr double N = kNoValue;
 
 Airfoil ReadText(const std::string& text, RecordingUserInterface& ui) {
   Airfoil airfoil;
-  ReadFromPEFText(airfoil, text, ui);
+  ShowDiagnostics(ReadFromPEFText(airfoil, text), ui);
   return airfoil;
 }
 
@@ -103,11 +104,11 @@ TEST(PefReader, PointsAreFoundByKeyAndHugeCountsAreBounded) {
   std::string text = "[Airfoil]\r\nNumberSets=3\r\n";
   for (int i = 1; i <= 3; ++i) text += "[Set" + std::to_string(i) + "]\r\nNumberPolars=1000\r\n";
   Airfoil huge;
-  ReadFromPEFText(huge, text, ui, 1500);
+  ShowDiagnostics(ReadFromPEFText(huge, text, 1500), ui);
   EXPECT_EQ(huge.Configuration(1)->PolarCount() + huge.Configuration(2)->PolarCount(), 1500);
   EXPECT_EQ(huge.Configuration(3)->PolarCount(), 0);
   Airfoil points;
-  ReadFromPEFText(points, OnePolarFile("NumberPoints=100\r\nValue50=5 5 5\r\n"), ui, 10);
+  ShowDiagnostics(ReadFromPEFText(points, OnePolarFile("NumberPoints=100\r\nValue50=5 5 5\r\n"), 10), ui);
   EXPECT_EQ(points.Configuration(1)->Polar(1)->PointCount(), 10);
   EXPECT_TRUE(ui.messages.empty());
 }
@@ -146,7 +147,7 @@ TEST(PefReader, ConvertsToXmlAndBackThroughTheModel) {
   RecordingUserInterface ui;
   Airfoil fromPef = ReadText(PefText(ModelWithTwoSets()), ui);
   Airfoil fromXml;
-  ReadFromXMLText(fromXml, XmlText(fromPef), ui);
+  ShowDiagnostics(ReadFromXMLText(fromXml, XmlText(fromPef)), ui);
   Airfoil again = ReadText(PefText(fromXml), ui);
   EXPECT_TRUE(ui.messages.empty());
   // Origin and Description2 are not carried by XML; everything else is.
@@ -184,7 +185,7 @@ TEST(PefFile, LfOnlyFileIsRewrittenOrIfThatFailsReadAsItIs) {
   for (const std::string& path : {dir.Write("lf.pef", text), readOnly, longName}) {
     RecordingUserInterface ui;
     Airfoil airfoil;
-    ReadFromPEF(airfoil, path, ui);
+    ShowDiagnostics(ReadFromPEF(airfoil, path), ui);
     EXPECT_EQ(airfoil.Name, "LF") << path;
     EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->Cd(1), 3);
     EXPECT_EQ(ReadPefValue("Set1-Polar1", "Value01", path), "1 2 3");

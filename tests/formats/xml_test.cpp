@@ -6,6 +6,7 @@
 #include "model/errors.h"
 #include "strings/string_table.h"
 #include "support/model_builders.h"
+#include "fileio/load.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 
@@ -45,7 +46,7 @@ TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
   WriteToXML(SampleAirfoil(), path);
   RecordingUserInterface ui;
   Airfoil airfoil;
-  ReadFromXML(airfoil, path, ui);
+  ShowDiagnostics(ReadFromXML(airfoil, path), ui);
   EXPECT_TRUE(ui.messages.empty());
   ASSERT_EQ(airfoil.ConfigCount(), 2);
   EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), 1) << "the unselected polar was not written";
@@ -57,7 +58,7 @@ TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
   // With nothing selected the document is empty but valid.
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) airfoil.Configuration(i)->SetSelected(false);
   Airfoil back;
-  ReadFromXMLText(back, XmlText(airfoil), ui);
+  ShowDiagnostics(ReadFromXMLText(back, XmlText(airfoil)), ui);
   EXPECT_EQ(back.Name, "Clark Y");
   EXPECT_EQ(back.ConfigCount(), 0);
   EXPECT_TRUE(ui.messages.empty());
@@ -71,7 +72,7 @@ std::string Document(std::string_view body) {
 
 Airfoil Read(std::string_view bytes, RecordingUserInterface& ui) {
   Airfoil airfoil;
-  ReadFromXMLText(airfoil, std::string(bytes), ui);
+  ShowDiagnostics(ReadFromXMLText(airfoil, std::string(bytes)), ui);
   return airfoil;
 }
 
@@ -90,12 +91,11 @@ TEST(XmlReader, ReportsABadDeclarationAndMissingSetsInTheCurrentLanguage) {
        "Datei enthält keine Datensätze!|Tavilo: Fehler", "unknown airfoil"},
   };
   for (const auto& c : cases) {
-    SetLanguage(c.language);
     RecordingUserInterface ui;
+    ui.SetLanguage(c.language);
     Airfoil airfoil;
     airfoil.Name = "kept";
-    ReadFromXMLText(airfoil, c.text, ui);
-    SetLanguage(kEnglish);
+    ShowDiagnostics(ReadFromXMLText(airfoil, c.text), ui);
     EXPECT_EQ(airfoil.Name, c.name);
     ASSERT_EQ(ui.messages.size(), 1u) << c.text;
     EXPECT_EQ(ui.messages[0].text + "|" + ui.messages[0].title, c.message);
@@ -172,7 +172,7 @@ TEST(XmlReader, AMissingFileNamesThePath) {
   RecordingUserInterface ui;
   Airfoil airfoil;
   try {
-    ReadFromXML(airfoil, "/nonexistent/wing.xml", ui);
+    ShowDiagnostics(ReadFromXML(airfoil, "/nonexistent/wing.xml"), ui);
     ADD_FAILURE() << "no error";
   } catch (const FileNotFoundError& error) {
     EXPECT_NE(std::string(error.what()).find("/nonexistent/wing.xml"), std::string::npos);

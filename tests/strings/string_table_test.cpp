@@ -9,12 +9,7 @@
 namespace tavilo {
 namespace {
 
-class StringTable : public ::testing::Test {
- protected:
-  ~StringTable() override { SetLanguage(kEnglish); }
-};
-
-TEST_F(StringTable, TextsStandExactlyAsTheProgramShowsThem) {
+TEST(StringTable, TextsStandExactlyAsTheProgramShowsThem) {
   const struct {
     int id;
     const char* english;
@@ -34,40 +29,35 @@ TEST_F(StringTable, TextsStandExactlyAsTheProgramShowsThem) {
       {92, "sort on &Mach number", "nach &Machzahl sortieren"},
   };
   for (const auto& c : cases) {
-    SetLanguage(kEnglish);
-    EXPECT_EQ(GetResString(c.id), c.english) << c.id;
-    SetLanguage(kGerman);
-    EXPECT_EQ(GetResString(c.id), c.german) << c.id;
+    EXPECT_EQ(GetResString(c.id, kEnglish), c.english) << c.id;
+    EXPECT_EQ(GetResString(c.id, kGerman), c.german) << c.id;
   }
-  EXPECT_EQ(ErrorTitle(), "Tavilo: Fehler");
+  EXPECT_EQ(ErrorTitle(kGerman), "Tavilo: Fehler");
   EXPECT_EQ(ResourceString(2073), "Umbekanntes Dateiformat!");
-  EXPECT_EQ(GetResString(62).substr(0, 44), "Polar Exchange Format (*.xml)|*.xml|Polar Ex");
-  SetLanguage(kEnglish);
-  EXPECT_EQ(ErrorTitle(), "Tavilo: Error");
-  EXPECT_EQ(GetResString(82),
+  EXPECT_EQ(GetResString(62, kGerman).substr(0, 44), "Polar Exchange Format (*.xml)|*.xml|Polar Ex");
+  EXPECT_EQ(ErrorTitle(kEnglish), "Tavilo: Error");
+  EXPECT_EQ(GetResString(82, kEnglish),
             "Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File "
             "(*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|Eppler Input File (*.epp)|*.epp");
 }
 
-TEST_F(StringTable, IdsOutsideTheTableFail) {
-  EXPECT_THROW(GetResString(93), ResourceError);
-  EXPECT_THROW(GetResString(-1), ResourceError);
+TEST(StringTable, IdsOutsideTheTableFail) {
+  EXPECT_THROW(GetResString(93, kEnglish), ResourceError);
+  EXPECT_THROW(GetResString(-1, kEnglish), ResourceError);
   for (int n = 0; n <= 92; ++n) EXPECT_FALSE(ResourceString(1000 + n).empty() || ResourceString(2000 + n).empty()) << n;
-  SetLanguage(0);  // a broken setting addresses ids 0 to 92, which do not exist
-  EXPECT_THROW(GetResString(3), ResourceError);
-  SetLanguage(3);
-  EXPECT_THROW(GetResString(3), ResourceError);
-  SetLanguage(3000000);
-  EXPECT_THROW(GetResString(3), OverflowError);
+  // A broken setting: language 0 addresses ids 0 to 92, which do not exist.
+  EXPECT_THROW(GetResString(3, 0), ResourceError);
+  EXPECT_THROW(GetResString(3, 3), ResourceError);
+  EXPECT_THROW(GetResString(3, 3000000), OverflowError);
 }
 
-TEST_F(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
+TEST(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
   for (auto list : {MainWindowCaptions(), AirfoilSelectCaptions(), AboutCaptions(),
                     OptionsCaptions(), ApproxCaptions()}) {
     std::set<std::pair<std::string, int>> seen;
     for (const Caption& c : list) {
       EXPECT_TRUE(seen.insert({std::string(c.element), c.item}).second) << c.element;
-      EXPECT_NO_THROW(GetResString(c.id)) << c.element;
+      EXPECT_NO_THROW(GetResString(c.id, kEnglish)) << c.element;
     }
     EXPECT_EQ(list.front().target, CaptionTarget::WindowTitle);
   }
@@ -76,15 +66,14 @@ TEST_F(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
   EXPECT_EQ(AirfoilSelectCaptions().front().id, 32);
 }
 
-TEST_F(StringTable, AboutTextListsFormatsAndGraphsInTheCurrentLanguage) {
-  std::string english = AboutText();
+TEST(StringTable, AboutTextListsFormatsAndGraphsInTheCurrentLanguage) {
+  std::string english = AboutText(kEnglish);
   EXPECT_EQ(english.rfind("Version ", 0), 0u);
   EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n"), std::string::npos);
   EXPECT_NE(english.find("   .DRG\tUIUC drag polar file type 1, 2 and 3"), std::string::npos);
   EXPECT_NE(english.find("   .EPP\tEppler input file"), std::string::npos);
   EXPECT_NE(english.find("the Tavilo authors"), std::string::npos);
-  SetLanguage(kGerman);
-  std::string german = AboutText();
+  std::string german = AboutText(kGerman);
   EXPECT_NE(german.find("...exportieren nach:"), std::string::npos);
   EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
       << "the fixed lines stay English";

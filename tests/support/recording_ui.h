@@ -3,6 +3,7 @@
 // from prepared replies.
 
 #include <deque>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,10 @@ class RecordingUserInterface : public UserInterface {
   void SetBusy(bool busy) override { busyChanges.push_back(busy); }
   std::string ClipboardText() override { return clipboard; }
   void SetClipboardText(const std::string& text) override { clipboard = text; }
+  // The airfoil choice of a drag file, answered and recorded here.
+  std::function<int(const std::vector<std::string>&)> Chooser() {
+    return [this](const std::vector<std::string>& entries) { return ChooseAirfoil(entries); };
+  }
 
   std::vector<ShownMessage> messages;
   std::vector<FileDialogRequest> fileRequests;

@@ -1,0 +1,53 @@
+#pragma once
+// What a reader found wrong with a file, handed back beside the airfoil it
+// filled. Readers never show anything: the window turns the diagnostics
+// into its message boxes, the converter into its exit status.
+
+#include <string>
+#include <vector>
+
+namespace tavilo {
+
+enum class Severity { Warning, Error };
+
+// A diagnostic without a string-table message: the read stopped on a
+// run-time error, which `text` describes.
+inline constexpr int kNoMessageId = -1;
+
+struct Diagnostic {
+  Severity severity = Severity::Error;
+  int messageId = kNoMessageId;  // the string the window shows (72, 73, 76 ...)
+  std::string text;              // the run-time error's own text, where there is one
+  // The format keeps quiet about it on screen (an XFOIL file cut by a wild
+  // number); the converter still reports it.
+  bool quiet = false;
+  std::string file;  // as given to the reader; "" for text in memory
+  int line = 0;      // 1-based line of the file, 0 where not known
+};
+
+struct ReadReport {
+  std::vector<Diagnostic> diagnostics;
+  // Reading ended before the file did; what was read is kept.
+  bool stoppedEarly = false;
+
+  bool HasError() const {
+    for (const Diagnostic& diagnostic : diagnostics)
+      if (diagnostic.severity == Severity::Error) return true;
+    return false;
+  }
+  // Names `file` in every diagnostic that names none yet.
+  ReadReport& InFile(const std::string& file) {
+    for (Diagnostic& diagnostic : diagnostics)
+      if (diagnostic.file.empty()) diagnostic.file = file;
+    return *this;
+  }
+};
+
+// A report holding the one error message `messageId`, shown in the window.
+inline ReadReport MessageReport(int messageId) {
+  ReadReport report;
+  report.diagnostics.push_back({Severity::Error, messageId, {}, false, {}, 0});
+  return report;
+}
+
+}  // namespace tavilo

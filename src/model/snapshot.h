@@ -1,0 +1,48 @@
+#pragma once
+// Deep copies, and the snapshot by which an edit of the tree is undone.
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "model/airfoil.h"
+
+namespace tavilo {
+
+// New objects with the same content all the way down to the points; the
+// copy shares nothing with the original.
+PolarPtr DeepCopy(const Polar& polar);
+ConfigurationPtr DeepCopy(const Configuration& config);
+AirfoilPtr DeepCopy(const Airfoil& airfoil);
+
+// Everything of an airfoil that an edit of the tree can change, except the
+// points: the names, the sets and their polars by reference, the counts as
+// they stand (negative ones too), and each polar's numbers and tick.
+// Restoring it puts the airfoil back as it was when it was taken; the
+// points, never changed by such an edit, are shared.
+struct AirfoilSnapshot {
+  struct PolarState {
+    PolarPtr polar;
+    std::string name;
+    double reynolds = 0;
+    double mach = 0;
+    bool selected = false;
+    bool operator==(const PolarState&) const = default;
+  };
+  struct SetState {
+    ConfigurationPtr set;
+    std::string name, origin, description2;
+    int16_t polarCount = 0;
+    std::vector<PolarState> polars;
+    bool operator==(const SetState&) const = default;
+  };
+  std::string name;
+  int16_t setCount = 0;
+  std::vector<SetState> sets;
+  bool operator==(const AirfoilSnapshot&) const = default;
+};
+
+AirfoilSnapshot TakeSnapshot(const Airfoil& airfoil);
+void RestoreSnapshot(Airfoil& airfoil, const AirfoilSnapshot& snapshot);
+
+}  // namespace tavilo
