@@ -141,6 +141,27 @@ TEST_F(StructureTree, DeleteRemovesThePolarThenItsEmptySetAndDisablesTheDataComm
   Action("mnuEditDelete")->trigger();  // nothing selected: nothing happens
 }
 
+TEST_F(StructureTree, EveryViewFollowsTheDocumentThroughOneNotification) {
+  PEFForm& form = StartWith(2);
+  Click("c 1|p 2");
+  ASSERT_EQ(Marks(), "+++-");
+  std::vector<CommandPtr> done;
+  form.Document().Edits().Subscribe([&](const DocumentChange& change) {
+    if (change.step == ChangeStep::Do) done.push_back(change.command);
+  });
+  Select("r");
+  Action("mnuEditDelete")->trigger();
+  ASSERT_EQ(Tree()->topLevelItemCount(), 0);
+  ASSERT_FALSE(Action("mnuToolsSortRe")->isEnabled());
+  form.Document().Edits().Undo(done.back());
+  EXPECT_EQ(Marks(), "+++-") << "the tree and its marks are back";
+  EXPECT_TRUE(Action("mnuToolsSortRe")->isEnabled()) << "and so are the menus";
+
+  form.EnableItems(true);  // as while printing
+  Action("mnuToolsSortRe")->trigger();
+  EXPECT_TRUE(Action("mnuFilePrint")->isEnabled()) << "a sort updates the menus like every other change";
+}
+
 TEST_F(StructureTree, RenameAsksForRootAndSetAndAnEmptyAnswerChangesNothing) {
   PEFForm& form = StartWith(1);
   std::vector<QStringList> asked;

@@ -4,7 +4,6 @@
 
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "support/recording_ui.h"
 #include "support/temp_dir.h"
 
 namespace tavilo {
@@ -74,6 +73,21 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
   }
   EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")));
   EXPECT_FALSE(std::filesystem::exists(dir.File("out.dat")));
+}
+
+TEST(Converter, AReaderThatStopsOnAWildNumberFailsTheRunAndNamesTheFile) {
+  TempDir dir;
+  const std::string wild = dir.Write(
+      "wild.pol",
+      "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
+      "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n");
+  for (const std::vector<std::string>& args :
+       {std::vector<std::string>{wild, dir.File("out.xml")}, {"--info", wild}}) {
+    const Result result = Convert(dir, args);
+    EXPECT_EQ(result.status, 1) << args[0];
+    EXPECT_NE(result.err.find("Tavilo: Error: " + wild + ", line 14: Overflow"), std::string::npos) << result.err;
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")));
 }
 
 TEST(Converter, BatchPrintsOneLinePerFile) {

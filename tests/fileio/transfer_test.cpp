@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <filesystem>
+#include <tuple>
+
 #include "fileio/clipboard.h"
 #include "fileio/load.h"
 #include "formats/pef.h"
@@ -77,6 +80,48 @@ TEST(LoadFile, UnknownOrUnreadableFormatsLoadEmptyWithAMessage) {
   }
 }
 
+TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
+  TempDir dir;
+  const std::string pol =
+      "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
+      "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n";
+  const struct {
+    const char* name;
+    std::string text;
+    int messageId;  // of the one diagnostic, or none
+    bool error, quiet, stoppedEarly;
+    int line;
+  } cases[] = {
+      {"wing.xml", "<polar-exchange-file/>", 72, true, false, false, 0},
+      {"wing2.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", 76, true, false, false, 0},
+      {"wing.pef", "[Airfoil]\r\nDescription1=A\r\n", 76, true, false, false, 0},
+      {"wild.pol", pol, kNoMessageId, true, true, true, 14},
+      {"notes.doc", "", 73, true, false, false, 0},
+      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", kNoMessageId,
+       false, false, true, 0},
+      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", kNoMessageId, false, false, false, 0},
+  };
+  for (const auto& c : cases) {
+    const std::string path = dir.Write(c.name, c.text);
+    const LoadResult result = ReadPolarFile(path, {});
+    const ReadReport& report = result.report;
+    EXPECT_EQ(report.HasError(), c.error) << c.name;
+    EXPECT_EQ(report.stoppedEarly, c.stoppedEarly) << c.name;
+    if (!c.error) continue;
+    ASSERT_EQ(report.diagnostics.size(), 1u) << c.name;
+    const Diagnostic& d = report.diagnostics[0];
+    EXPECT_EQ(std::make_tuple(d.messageId, d.quiet, d.file, d.line), std::make_tuple(c.messageId, c.quiet, path, c.line))
+        << c.name;
+  }
+  // The wild number keeps the point before it and is named with its line.
+  const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
+  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], kGerman).rfind(dir.File("wild.pol") + ", Zeile 14: Overflow", 0),
+            0u);
+  RecordingUserInterface ui;
+  ShowDiagnostics(wild.report, ui);
+  EXPECT_TRUE(ui.messages.empty()) << "the window stays silent about it";
+}
+
 TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
   Airfoil current;
   current.Name = "old";
@@ -120,6 +165,12 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   EXPECT_TRUE(ExportFile(*Sample("x"), ui));
   EXPECT_TRUE(std::filesystem::exists(dir.File("saved.xml")));
   EXPECT_TRUE(ui.fileRequests[0].promptOverwrite);
+  // Through a symbolic link the file it points to is written; the link stays.
+  const std::string target = dir.Write("target.xml", "old");
+  std::filesystem::create_symlink("target.xml", dir.File("link.xml"));
+  EXPECT_TRUE(ExportAirfoil(*Sample("linked"), dir.File("link.xml"), ui));
+  EXPECT_TRUE(std::filesystem::is_symlink(dir.File("link.xml")));
+  EXPECT_NE(dir.Read("target.xml").find("<name>linked</name>"), std::string::npos);
   // A plain file where the directory should be fails even for root.
   dir.Write("not a directory", "x");
   EXPECT_THROW(ExportAirfoil(*Sample("x"), dir.File("not a directory/out.xml"), ui), FileAccessError);
