@@ -1,6 +1,6 @@
 # Thin wrapper over CMake: the README's commands.
 JOBS ?= $(shell nproc)
-GEN := -G Ninja
+GEN := -G Ninja -DTAVILO_WERROR=ON
 FUZZ_SECONDS ?= 60
 
 .PHONY: all deps build run test test-plain asan bench fuzz clean
