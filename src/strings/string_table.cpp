@@ -222,8 +222,10 @@ const std::string& ResourceString(int key) {
   throw ResourceError("string " + std::to_string(key));
 }
 
-const std::string& GetResString(int id) {
-  const int64_t key = static_cast<int64_t>(currentLanguage) * 1000 + id;
+const std::string& GetResString(int id) { return GetResString(id, currentLanguage); }
+
+const std::string& GetResString(int id, int language) {
+  const int64_t key = static_cast<int64_t>(language) * 1000 + id;
   if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
     throw OverflowError("string id " + std::to_string(id));
   return ResourceString(static_cast<int>(key));

@@ -22,6 +22,9 @@ const std::string& ResourceString(int key);
 // Language() * 1000 + id leaves the 32-bit range; ResourceError for an id
 // without an entry (outside 0..92, or a language other than 1 and 2).
 const std::string& GetResString(int id);
+// The same for `language` (1 English, 2 German) instead of the current one,
+// with the same errors for language * 1000 + id.
+const std::string& GetResString(int id, int language);
 
 // "Tavilo: Error" in the current language: string 1, ": ", string 75.
 std::string ErrorTitle();

@@ -61,6 +61,15 @@ TEST_F(StringTable, IdsOutsideTheTableFail) {
   EXPECT_THROW(GetResString(3), OverflowError);
 }
 
+TEST_F(StringTable, AGivenLanguageWinsOverTheCurrentOneWithTheSameErrors) {
+  SetLanguage(kGerman);
+  EXPECT_EQ(GetResString(7, kEnglish), "Airfoil");
+  EXPECT_EQ(GetResString(7, kGerman), "Profil");
+  EXPECT_THROW(GetResString(93, kEnglish), ResourceError);
+  EXPECT_THROW(GetResString(3, 3), ResourceError);
+  EXPECT_THROW(GetResString(3, 3000000), OverflowError);
+}
+
 TEST_F(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
   for (auto list : {MainWindowCaptions(), AirfoilSelectCaptions(), AboutCaptions(),
                     OptionsCaptions(), ApproxCaptions()}) {
