@@ -178,7 +178,10 @@ PlotRanges PEFForm::CurrentRanges() const {
 
 void PEFForm::RefreshPlots() {
   try {
-    DrawGraphs(&document_->Current(), CurrentRanges(), graphs_);
+    PlotRequest request;
+    request.views = DefaultViews(CurrentRanges());
+    request.language = Language();
+    DrawGraphs(&document_->Current(), request, graphs_);
   } catch (const RuntimeError&) {
     // A range text beyond every number cannot come from the fixed lists;
     // the graphs then keep what they show.

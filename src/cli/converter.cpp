@@ -170,7 +170,7 @@ int Run(const Options& options, std::ostream& out, std::ostream& err) {
 #ifdef TAVILO_HAVE_QT_PLOT
       AirfoilPtr airfoil = LoadFile(options.files[1], ui);
       std::string error;
-      if (!ui.Failed() && !RenderPlotsToFile(*airfoil, options.files[0], &error)) {
+      if (!ui.Failed() && !RenderPlotsToFile(*airfoil, options.files[0], Language(), &error)) {
         err << "tavilo-convert: " << error << '\n';
         return kExitFileError;
       }

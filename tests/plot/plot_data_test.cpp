@@ -67,10 +67,10 @@ std::vector<SurfaceCall> PaletteLines(const RecordingSurface& surface) {
 
 TEST(PlotData, NoAirfoilDrawsNothingAndAnEmptyOneOnlyFrames) {
   Graphs g;
-  PlotData(nullptr, PlotRanges{}, g.All());
+  PlotData(nullptr, PlotRequest{}, g.All());
   for (RecordingSurface* s : g.List()) EXPECT_TRUE(s->calls.empty());
   Airfoil airfoil;
-  PlotData(&airfoil, PlotRanges{}, g.All());
+  PlotData(&airfoil, PlotRequest{}, g.All());
   for (RecordingSurface* s : g.List()) {
     ASSERT_FALSE(s->calls.empty());
     EXPECT_EQ(s->calls[0].kind, CallKind::Clear);
@@ -79,7 +79,7 @@ TEST(PlotData, NoAirfoilDrawsNothingAndAnEmptyOneOnlyFrames) {
   RecordingSurface cmAlfa;
   GraphSurfaces only;
   only.cmAlfa = &cmAlfa;
-  PlotData(MakeAirfoil({2}).get(), PlotRanges{}, only);
+  PlotData(MakeAirfoil({2}).get(), PlotRequest{}, only);
   EXPECT_FALSE(PaletteLines(cmAlfa).empty()) << "absent surfaces are skipped";
 }
 
@@ -92,7 +92,7 @@ TEST(PlotData, ColoursCycleOneToFifteenAndMarkersOneToFiveAcrossSets) {
     EXPECT_EQ(PolarSymbolIndex(c.ordinal), c.symbol) << c.ordinal;
   }
   Graphs g;
-  PlotData(MakeAirfoil({10, 6}).get(), PlotRanges{}, g.All());
+  PlotData(MakeAirfoil({10, 6}).get(), PlotRequest{}, g.All());
   std::vector<int> expected = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 1};
   EXPECT_EQ(PolarColors(g.clAlfa), expected);
   EXPECT_EQ(PolarColors(g.bll), expected);
@@ -101,11 +101,11 @@ TEST(PlotData, ColoursCycleOneToFifteenAndMarkersOneToFiveAcrossSets) {
   unticked->Configuration(1)->Polar(1)->Selected = false;
   unticked->Configuration(2)->Polar(1)->Selected = false;
   Graphs h;
-  PlotData(unticked.get(), PlotRanges{}, h.All());
+  PlotData(unticked.get(), PlotRequest{}, h.All());
   EXPECT_EQ(PolarColors(h.clCd), (std::vector<int>{2, 3, 5})) << "unticking changes no other colour";
 
   Graphs single;
-  PlotData(MakeAirfoil({6}, 1).get(), PlotRanges{}, single.All());
+  PlotData(MakeAirfoil({6}, 1).get(), PlotRequest{}, single.All());
   // One point per polar draws only its marker: square 4, diamond 4, triangles 3, octagon 8 lines.
   std::vector<size_t> perPolar;
   int last = -1;
@@ -123,7 +123,7 @@ TEST(PlotData, MissingTransitionAndMomentValuesAreNeverPlotted) {
   airfoil->Configuration(1)->AddPolar(testing::MakePolar(
       0, 0, true, {MakePoint(0, 0.2, 0.01, -0.05, kNoValue, 0.5), MakePoint(2, 0.4, 0.01, -99.0, -99.0, 0.5),
                    MakePoint(4, 0.6, 0.01, -98.9, kNoValue, 0.5), MakePoint(6, 0.8, 0.01, -0.07, kNoValue, 0.5)}));
-  PlotData(airfoil.get(), PlotRanges{}, g.All());
+  PlotData(airfoil.get(), PlotRequest{}, g.All());
   EXPECT_TRUE(PaletteLines(g.blu).empty()) << "no TU at all: the graph stays empty";
   EXPECT_EQ(PaletteLines(g.bll).size(), 3u);
   EXPECT_EQ(PaletteLines(g.clAlfa).size(), 3u + 4 * 4u);  // curve and four squares
@@ -138,7 +138,7 @@ TEST(PlotData, MissingTransitionAndMomentValuesAreNeverPlotted) {
 
 TEST(Legend, EntriesFormAGridFromTheTopRightOneColumnPerSet) {
   Graphs g;
-  PlotData(MakeAirfoil({6, 1}).get(), PlotRanges{}, g.All());
+  PlotData(MakeAirfoil({6, 1}).get(), PlotRequest{}, g.All());
   RecordingSurface& s = g.clCd;
   double w = s.TextWidth("..Re=1000000..");
   double h = s.TextHeight("\xC3\x9Cg");  // negative: the vertical axis grows upwards
@@ -167,12 +167,12 @@ TEST(PlotData, AWildValueOrABrokenSetListEndsTheRedrawQuietly) {
   Graphs g;
   AirfoilPtr airfoil = MakeAirfoil({3});
   airfoil->Configuration(1)->Polar(2)->Point(2).Cl = 1e300;
-  EXPECT_NO_THROW(PlotData(airfoil.get(), PlotRanges{}, g.All()));
+  EXPECT_NO_THROW(PlotData(airfoil.get(), PlotRequest{}, g.All()));
   EXPECT_FALSE(PaletteLines(g.blu).empty()) << "drawn before the wild point";
   EXPECT_EQ(PolarColors(g.clCd), (std::vector<int>{1, 2})) << "the third polar is never reached";
   Airfoil broken;
   broken.ResetConfigurations(2);  // a count without sets, as a broken file leaves it
-  EXPECT_NO_THROW(PlotData(&broken, PlotRanges{}, g.All()));
+  EXPECT_NO_THROW(PlotData(&broken, PlotRequest{}, g.All()));
 }
 
 // Curves and markers reach the surface in pieces of fixed size; a polar of
@@ -183,7 +183,7 @@ TEST(PlotData, ALongPolarStaysOneCurveAcrossPieces) {
   auto airfoil = MakeAirfoil({0});
   airfoil->Configuration(1)->AddPolar(testing::MakePolar(100000, 0, true, list));
   Graphs g;
-  PlotData(airfoil.get(), PlotRanges{}, g.All());
+  PlotData(airfoil.get(), PlotRequest{}, g.All());
   auto lines = PaletteLines(g.clAlfa);
   ASSERT_EQ(lines.size(), 1199u + 1200 * 4u);  // the curve, then a square per point
   int breaks = 0;
