@@ -17,6 +17,7 @@
 #include <QPainter>
 
 #include "plotqt/qt_surface.h"
+#include "plotqt/render_context.h"
 #endif
 
 // Every allocation of the program is counted, so that the core's redraw can
@@ -147,9 +148,11 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   }
   const QRectF area(0, 0, 1600, 1000);
   const PlotRequest request;
+  RenderContext context;  // the window's, kept from redraw to redraw
   for (auto _ : state) {
     QPainter p0(&images[0]), p1(&images[1]), p2(&images[2]), p3(&images[3]), p4(&images[4]);
-    QtSurface s0(p0, area), s1(p1, area), s2(p2, area), s3(p3, area), s4(p4, area);
+    QtSurface s0(p0, area, context), s1(p1, area, context), s2(p2, area, context), s3(p3, area, context),
+        s4(p4, area, context);
     PlotData(airfoil.get(), request, {&s0, &s1, &s2, &s3, &s4});
   }
   if (polars > 0)

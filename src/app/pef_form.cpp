@@ -181,7 +181,7 @@ void PEFForm::RefreshPlots() {
     PlotRequest request;
     request.views = DefaultViews(CurrentRanges());
     request.language = Language();
-    DrawGraphs(&document_->Current(), request, graphs_);
+    DrawGraphs(&document_->Current(), request, graphs_, renderContext_);
   } catch (const RuntimeError&) {
     // A range text beyond every number cannot come from the fixed lists;
     // the graphs then keep what they show.

@@ -17,6 +17,7 @@
 #include "plot/plot_data.h"
 #include "plot/ranges.h"
 #include "plotqt/qt_surface.h"
+#include "plotqt/render_context.h"
 
 namespace tavilo {
 
@@ -110,9 +111,11 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil, int language) {
   };
   for (const GraphBox& box : boxes) DrawBoxChrome(painter, box, captionFont);
   {
-    QtSurface clCd(painter, boxes[0].rect, font), clAlfa(painter, boxes[1].rect, font),
-        cmAlfa(painter, boxes[2].rect, font), blu(painter, boxes[3].rect, font),
-        bll(painter, boxes[4].rect, font);
+    // Kept for this one picture: the application may be gone before another.
+    RenderContext context;
+    QtSurface clCd(painter, boxes[0].rect, font, context), clAlfa(painter, boxes[1].rect, font, context),
+        cmAlfa(painter, boxes[2].rect, font, context), blu(painter, boxes[3].rect, font, context),
+        bll(painter, boxes[4].rect, font, context);
     PlotData(&airfoil, request, GraphSurfaces{&clCd, &clAlfa, &cmAlfa, &blu, &bll});
   }
   for (const GraphBox& box : boxes) DrawFrameBorder(painter, box.rect);
