@@ -17,6 +17,7 @@
 #include <QPainter>
 
 #include "plotqt/qt_surface.h"
+#include "plotqt/render_context.h"
 #endif
 
 // Every allocation of the program is counted, so that the core's redraw can
@@ -107,8 +108,9 @@ class NullSurface : public DrawingSurface {
 void BM_PlotDataCore(benchmark::State& state) {
   AirfoilPtr airfoil = MakeAirfoil(100, 200);
   NullSurface s[5];
+  const PlotRequest request;
   const long before = allocations.load();
-  for (auto _ : state) PlotData(airfoil.get(), PlotRanges{}, {&s[0], &s[1], &s[2], &s[3], &s[4]});
+  for (auto _ : state) PlotData(airfoil.get(), request, {&s[0], &s[1], &s[2], &s[3], &s[4]});
   // A few per polar (its legend text), none per point.
   state.counters["allocations"] = benchmark::Counter(double(allocations.load() - before),
                                                      benchmark::Counter::kAvgIterations);
@@ -145,10 +147,13 @@ void BM_PlotDataQtImages(benchmark::State& state) {
     image.setDevicePixelRatio(ratio);
   }
   const QRectF area(0, 0, 1600, 1000);
+  const PlotRequest request;
+  RenderContext context;  // the window's, kept from redraw to redraw
   for (auto _ : state) {
     QPainter p0(&images[0]), p1(&images[1]), p2(&images[2]), p3(&images[3]), p4(&images[4]);
-    QtSurface s0(p0, area), s1(p1, area), s2(p2, area), s3(p3, area), s4(p4, area);
-    PlotData(airfoil.get(), PlotRanges{}, {&s0, &s1, &s2, &s3, &s4});
+    QtSurface s0(p0, area, context), s1(p1, area, context), s2(p2, area, context), s3(p3, area, context),
+        s4(p4, area, context);
+    PlotData(airfoil.get(), request, {&s0, &s1, &s2, &s3, &s4});
   }
   if (polars > 0)
     state.counters["ns_per_point"] = benchmark::Counter(

@@ -15,8 +15,8 @@ namespace {
 
 // One graph's canvas with a painter and a surface on it for one redraw.
 struct Canvas {
-  explicit Canvas(GraphWidget* graph) : widget(graph), painter(&graph->NewCanvas()) {
-    surface = std::make_unique<QtSurface>(painter, QRectF(QPointF(0, 0), QSizeF(graph->size())));
+  Canvas(GraphWidget* graph, RenderContext& context) : widget(graph), painter(&graph->NewCanvas()) {
+    surface = std::make_unique<QtSurface>(painter, QRectF(QPointF(0, 0), QSizeF(graph->size())), context);
   }
   GraphWidget* widget;
   QPainter painter;
@@ -25,18 +25,20 @@ struct Canvas {
 
 }  // namespace
 
-void DrawGraphs(const Airfoil* airfoil, const PlotRanges& ranges, const GraphWidgets& graphs) {
+void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
+                RenderContext& context) {
   if (airfoil == nullptr) return;
   std::array<std::unique_ptr<Canvas>, 5> canvases;
   GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
-  for (std::size_t i = 0; i < canvases.size(); ++i) canvases[i] = std::make_unique<Canvas>(widgets[i]);
+  const PlotViews& v = request.views;
+  const GraphView* const views[] = {&v.clCd, &v.clAlfa, &v.cmAlfa, &v.blu, &v.bll};
+  for (std::size_t i = 0; i < canvases.size(); ++i) canvases[i] = std::make_unique<Canvas>(widgets[i], context);
   const GraphSurfaces surfaces{canvases[0]->surface.get(), canvases[1]->surface.get(), canvases[2]->surface.get(),
                                canvases[3]->surface.get(), canvases[4]->surface.get()};
-  PlotData(airfoil, ranges, surfaces);
-  for (const std::unique_ptr<Canvas>& canvas : canvases) {
-    const QtSurface& surface = *canvas->surface;
-    canvas->widget->SetValueRect(QRectF(QPointF(surface.ScaleLeft(), surface.ScaleTop()),
-                                        QSizeF(surface.ScaleWidth(), surface.ScaleHeight())));
+  PlotData(airfoil, request, surfaces);
+  for (std::size_t i = 0; i < canvases.size(); ++i) {
+    Canvas* canvas = canvases[i].get();
+    canvas->widget->SetView(*views[i]);
     canvas->surface.reset();  // draws what it still holds before the painter ends
     canvas->painter.end();
     canvas->widget->update();

@@ -5,6 +5,7 @@
 #include <array>
 
 #include "model/airfoil.h"
+#include "plot/plot_data.h"
 #include "plot/ranges.h"
 
 class QLabel;
@@ -12,6 +13,7 @@ class QLabel;
 namespace tavilo {
 
 class GraphWidget;
+class RenderContext;
 
 struct GraphWidgets {
   GraphWidget* clCd = nullptr;    // ClCdPicture
@@ -24,10 +26,13 @@ struct GraphWidgets {
 // The four range lists in the order the window builds them.
 inline constexpr std::array<RangeList, 4> kRangeLists = {kClMaxList, kClMinList, kCdMaxList, kAlfaMaxList};
 
-// Draws frames and the selected polars of `airfoil` (none: the graphs keep
-// what they show) into every graph at the widget's size, takes each graph's
-// value coordinates for its read-out, and repaints them.
-void DrawGraphs(const Airfoil* airfoil, const PlotRanges& ranges, const GraphWidgets& graphs);
+// Draws frames, the selected polars of `airfoil` and the request's overlays
+// (no airfoil: the graphs keep what they show) into every graph at the
+// widget's size, each in its view from `request`, gives each graph that view
+// for its read-out, and repaints them. Laid-out texts and marker shapes are
+// kept in `context` for the next redraw.
+void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
+                RenderContext& context);
 
 // Gives each graph its read-out label: CdClValue, ClAlfaValue, CmAlfaValue,
 // TUxcValue, TLxcValue in the order of GraphWidgets.

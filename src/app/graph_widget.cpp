@@ -31,8 +31,7 @@ void GraphWidget::SetReadout(QLabel* label, Readout readout) {
 QPointF GraphWidget::ValueAt(QPointF pixel) const {
   const double w = std::max(1, width());
   const double h = std::max(1, height());
-  return {values_.left() + pixel.x() / w * (values_.right() - values_.left()),
-          values_.top() + pixel.y() / h * (values_.bottom() - values_.top())};
+  return {view_.left + pixel.x() / w * view_.Width(), view_.top + pixel.y() / h * view_.Height()};
 }
 
 void GraphWidget::paintEvent(QPaintEvent*) {

@@ -3,11 +3,13 @@
 // answers pointer moves with a read-out text in its label.
 
 #include <QImage>
-#include <QRectF>
+#include <QPointF>
 #include <QWidget>
 #include <functional>
 #include <optional>
 #include <string>
+
+#include "plot/views.h"
 
 class QLabel;
 
@@ -28,11 +30,11 @@ class GraphWidget : public QWidget {
   QImage& NewCanvas();
   const QImage& Canvas() const { return canvas_; }
 
-  // The value coordinates of the widget's corners: left/top is the value at
-  // the top-left corner, right/bottom the one at the bottom-right.
-  void SetValueRect(const QRectF& values) { values_ = values; }
+  // The graph's view: the values at the widget's edges, as last drawn.
+  void SetView(const GraphView& view) { view_ = view; }
+  const GraphView& View() const { return view_; }
   void SetReadout(QLabel* label, Readout readout);
-  // The value coordinates under widget position `pixel`.
+  // The values under widget position `pixel` in the graph's view.
   QPointF ValueAt(QPointF pixel) const;
 
  protected:
@@ -41,7 +43,7 @@ class GraphWidget : public QWidget {
 
  private:
   QImage canvas_;
-  QRectF values_;
+  GraphView view_;
   QLabel* label_ = nullptr;
   Readout readout_;
 };

@@ -76,7 +76,6 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   // A language without strings would leave every caption unreadable (and
   // every message failing); such a stored value falls back to English.
   ui_->SetLanguage(settings.language == kGerman ? kGerman : kEnglish);
-  tavilo::SetLanguage(ui_->Language());
   SwitchLanguage();
 
   tabStrip_->clear();
@@ -131,8 +130,6 @@ void PEFForm::SwitchLanguage() {
 
 void PEFForm::SetLanguage(int language) {
   ui_->SetLanguage(language);
-  // The graphs' title still reads the process-wide language.
-  tavilo::SetLanguage(language);
   SwitchLanguage();
   // The polar nodes and the Cl-Cd title carry a translated word.
   UpdateTreeView();
@@ -198,7 +195,10 @@ PlotRanges PEFForm::CurrentRanges() const {
 
 void PEFForm::RefreshPlots() {
   try {
-    DrawGraphs(&document_->Current(), CurrentRanges(), graphs_);
+    PlotRequest request;
+    request.views = DefaultViews(CurrentRanges());
+    request.language = Language();
+    DrawGraphs(&document_->Current(), request, graphs_, renderContext_);
   } catch (const RuntimeError&) {
     // A range text beyond every number cannot come from the fixed lists;
     // the graphs then keep what they show.

@@ -10,6 +10,7 @@
 #include "document_controller.h"
 #include "graph_view.h"
 #include "main_layout.h"
+#include "plotqt/render_context.h"
 
 class QAction;
 class QComboBox;
@@ -95,6 +96,7 @@ class PEFForm : public QMainWindow {
   QLabel* profilName_ = nullptr;
   QTabWidget* tabStrip_ = nullptr;
   GraphWidgets graphs_;
+  RenderContext renderContext_;  // of the graphs' redraws
   std::array<QLabel*, 5> readouts_{};
   std::array<QComboBox*, 4> rangeLists_{};
   std::array<QLabel*, 3> rangeLabels_{};  // Label1, Label2, Label3

@@ -204,9 +204,8 @@ int Run(const Options& options, std::ostream& out, std::ostream& err) {
     case Options::Mode::Plot: {
 #ifdef TAVILO_HAVE_QT_PLOT
       LoadResult input = reader.Read(options.files[1]);
-      SetLanguage(options.language);  // the graphs' title
       std::string error;
-      if (!reader.Failed() && !RenderPlotsToFile(*input.airfoil, options.files[0], &error)) {
+      if (!reader.Failed() && !RenderPlotsToFile(*input.airfoil, options.files[0], options.language, &error)) {
         err << "tavilo-convert: " << error << '\n';
         return kExitFileError;
       }

@@ -12,9 +12,9 @@ namespace tavilo {
 // lie on the frame.
 namespace {
 
-void StartFrame(DrawingSurface& surface, double left, double top, double right, double bottom) {
+void StartFrame(DrawingSurface& surface, const GraphView& view) {
   surface.Clear();
-  surface.Scale(left, top, right, bottom);
+  surface.Scale(view.left, view.top, view.right, view.bottom);
   surface.SetDrawWidth(1);
   surface.SetForeColor(kAxisColor);
 }
@@ -29,17 +29,17 @@ void HorizontalGrid(DrawingSurface& surface, double first, double step, double l
   ForEachStep(first, step, last, [&](double y) { surface.Line(left, y, right, y, kGridColor); });
 }
 
-void AlfaGrid(DrawingSurface& surface, const PlotRanges& ranges, double top, double bottom) {
-  VerticalGrid(surface, ranges.AlfaMin() + 5, 5, ranges.alfaMax - 4, top, bottom);
+void AlfaGrid(DrawingSurface& surface, const GraphView& view) {
+  VerticalGrid(surface, view.left + 5, 5, view.right - 4, view.top, view.bottom);
 }
 
-void DragLabels(DrawingSurface& surface, const PlotRanges& ranges) {
-  double liftRange = ranges.clMax - ranges.clMin;
-  double step = DragLabelStep(ranges.cdMax);
-  double tickTop = ranges.clMin + kDragTickLength * liftRange;
-  double labelTop = ranges.clMin + kDragLabelLift * liftRange - surface.TextHeight("0");
-  ForEachStep(step, step, ranges.cdMax - 0.5 * step, [&](double x) {
-    surface.Line(x, ranges.clMin, x, tickTop);
+void DragLabels(DrawingSurface& surface, const GraphView& view) {
+  double liftRange = view.top - view.bottom;
+  double step = DragLabelStep(view.Width());
+  double tickTop = view.bottom + kDragTickLength * liftRange;
+  double labelTop = view.bottom + kDragLabelLift * liftRange - surface.TextHeight("0");
+  ForEachStep(view.left + step, step, view.right - 0.5 * step, [&](double x) {
+    surface.Line(x, view.bottom, x, tickTop);
     std::string label = FormatNumber(x, "0.000");
     surface.SetCurrentX(x - surface.TextWidth(label) / 2);
     surface.SetCurrentY(labelTop);
@@ -49,43 +49,43 @@ void DragLabels(DrawingSurface& surface, const PlotRanges& ranges) {
 
 }  // namespace
 
-void DrawClCdFrame(DrawingSurface& surface, const PlotRanges& ranges, std::string_view airfoilName) {
-  StartFrame(surface, 0, ranges.clMax, ranges.cdMax, ranges.clMin);
-  double grid = DragGridStep(ranges.cdMax);
-  VerticalGrid(surface, grid, grid, ranges.cdMax - 0.5 * grid, ranges.clMax, ranges.clMin);
-  HorizontalGrid(surface, ranges.clMin + 0.1, 0.1, ranges.clMax, 0, ranges.cdMax);
-  surface.Line(0, 0, ranges.cdMax, 0, kAxisColor);
-  DragLabels(surface, ranges);
-  surface.SetCurrentX(ranges.cdMax / 50);
-  surface.SetCurrentY(ranges.clMin + (ranges.clMax - ranges.clMin) / 10);
-  std::string title = GetResString(7);
+void DrawClCdFrame(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                   int language) {
+  StartFrame(surface, view);
+  double grid = DragGridStep(view.Width());
+  VerticalGrid(surface, view.left + grid, grid, view.right - 0.5 * grid, view.top, view.bottom);
+  HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top, view.left, view.right);
+  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  DragLabels(surface, view);
+  surface.SetCurrentX(view.left + view.Width() / 50);
+  surface.SetCurrentY(view.bottom + (view.top - view.bottom) / 10);
+  std::string title = GetResString(7, language);
   title += ": ";
   title += airfoilName;
   surface.Print(title);
 }
 
-void DrawClAlfaFrame(DrawingSurface& surface, const PlotRanges& ranges) {
-  StartFrame(surface, ranges.AlfaMin(), ranges.clMax, ranges.alfaMax, ranges.clMin);
-  AlfaGrid(surface, ranges, ranges.clMax, ranges.clMin);
-  HorizontalGrid(surface, ranges.clMin + 0.1, 0.1, ranges.clMax - 0.1, ranges.AlfaMin(),
-                 ranges.alfaMax);
-  surface.Line(ranges.AlfaMin(), 0, ranges.alfaMax, 0, kAxisColor);
-  surface.Line(0, ranges.clMax, 0, ranges.clMin, kAxisColor);
+void DrawClAlfaFrame(DrawingSurface& surface, const GraphView& view) {
+  StartFrame(surface, view);
+  AlfaGrid(surface, view);
+  HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top - 0.1, view.left, view.right);
+  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  surface.Line(0, view.top, 0, view.bottom, kAxisColor);
 }
 
-void DrawCmAlfaFrame(DrawingSurface& surface, const PlotRanges& ranges) {
-  StartFrame(surface, ranges.AlfaMin(), kCmMax, ranges.alfaMax, kCmMin);
-  AlfaGrid(surface, ranges, kCmMax, kCmMin);
-  HorizontalGrid(surface, kCmMin + 0.05, 0.05, kCmMax, ranges.AlfaMin(), ranges.alfaMax);
-  surface.Line(ranges.AlfaMin(), 0, ranges.alfaMax, 0, kAxisColor);
-  surface.Line(0, kCmMin, 0, kCmMax, kAxisColor);
+void DrawCmAlfaFrame(DrawingSurface& surface, const GraphView& view) {
+  StartFrame(surface, view);
+  AlfaGrid(surface, view);
+  HorizontalGrid(surface, view.bottom + 0.05, 0.05, view.top, view.left, view.right);
+  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  surface.Line(0, view.bottom, 0, view.top, kAxisColor);
 }
 
-void DrawTransitionFrame(DrawingSurface& surface, const PlotRanges& ranges) {
-  StartFrame(surface, 0, ranges.clMax, 1, ranges.clMin);
-  VerticalGrid(surface, 0.1, 0.1, 0.9, ranges.clMax, ranges.clMin);
-  HorizontalGrid(surface, ranges.clMin + 0.1, 0.1, ranges.clMax, 0, 1);
-  surface.Line(0, 0, 1, 0, kAxisColor);
+void DrawTransitionFrame(DrawingSurface& surface, const GraphView& view) {
+  StartFrame(surface, view);
+  VerticalGrid(surface, view.left + 0.1, 0.1, view.right - 0.1, view.top, view.bottom);
+  HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top, view.left, view.right);
+  surface.Line(view.left, 0, view.right, 0, kAxisColor);
 }
 
 }  // namespace tavilo

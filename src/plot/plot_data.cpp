@@ -14,12 +14,13 @@ struct LegendCell {
   double height;  // of "Üg", negative on the lift-drag graph
 };
 
-void DrawFrames(const Airfoil& airfoil, const PlotRanges& ranges, const GraphSurfaces& s) {
-  if (s.clCd) DrawClCdFrame(*s.clCd, ranges, airfoil.Name);
-  if (s.clAlfa) DrawClAlfaFrame(*s.clAlfa, ranges);
-  if (s.cmAlfa) DrawCmAlfaFrame(*s.cmAlfa, ranges);
-  if (s.blu) DrawTransitionFrame(*s.blu, ranges);
-  if (s.bll) DrawTransitionFrame(*s.bll, ranges);
+void DrawFrames(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
+  const PlotViews& views = request.views;
+  if (s.clCd) DrawClCdFrame(*s.clCd, views.clCd, airfoil.Name, request.language);
+  if (s.clAlfa) DrawClAlfaFrame(*s.clAlfa, views.clAlfa);
+  if (s.cmAlfa) DrawCmAlfaFrame(*s.cmAlfa, views.cmAlfa);
+  if (s.blu) DrawTransitionFrame(*s.blu, views.blu);
+  if (s.bll) DrawTransitionFrame(*s.bll, views.bll);
 }
 
 void SetForeColor(const GraphSurfaces& s, Color color) {
@@ -27,23 +28,23 @@ void SetForeColor(const GraphSurfaces& s, Color color) {
     if (surface) surface->SetForeColor(color);
 }
 
-// Columns run leftwards from the right edge, one per set; rows run down from
-// the top, one per polar index, so an unticked polar leaves its row empty.
-void DrawLegendEntry(DrawingSurface& surface, const PlotRanges& ranges, const LegendCell& cell,
+// Columns run leftwards from the view's right edge, one per set; rows run
+// down from its top, one per polar index, so an unticked polar leaves its
+// row empty.
+void DrawLegendEntry(DrawingSurface& surface, const GraphView& view, const LegendCell& cell,
                      int set, int polarIndex, const Polar& polar, int symbol) {
   std::string text = LegendText(polar);
   Color color = surface.ForeColor();
-  surface.SetCurrentX(ranges.cdMax - set * cell.width);
-  surface.SetCurrentY(ranges.clMax + (polarIndex - 1) * cell.height);
+  surface.SetCurrentX(view.right - set * cell.width);
+  surface.SetCurrentY(view.top + (polarIndex - 1) * cell.height);
   surface.SetForeColor(LegendShadow(color));
   surface.Print(text);
   surface.SetForeColor(color);
-  surface.SetCurrentX(ranges.cdMax - set * cell.width - ranges.cdMax / 100);
-  surface.SetCurrentY(ranges.clMax + (polarIndex - 1) * cell.height -
-                      0.016 * (ranges.clMax - ranges.clMin));
+  surface.SetCurrentX(view.right - set * cell.width - view.Width() / 100);
+  surface.SetCurrentY(view.top + (polarIndex - 1) * cell.height - 0.016 * (view.top - view.bottom));
   surface.Print(text);
   // The marker begins where the text ends instead of covering its last digit.
-  double size = ranges.cdMax / 100;
+  double size = view.Width() / 100;
   surface.SetCurrentX(surface.CurrentX() + size / 2);
   Symbol(surface, symbol, size);
 }
@@ -52,14 +53,15 @@ void DrawLegendEntry(DrawingSurface& surface, const PlotRanges& ranges, const Le
 // buffer on the stack, so that nothing is allocated however long the polar.
 constexpr size_t kPiece = 512;
 
-// Joins the points (x, y) of the polar in order, passing over those that
-// `missing` picks; the line runs on from the last point plotted. Each piece
-// starts where the one before it ended.
+// Joins the points (x, y) in order, passing over those that `missing`
+// picks; the line runs on from the last point plotted. Each piece starts
+// where the one before it ended.
 template <class X, class Y, class Missing>
-void DrawCurve(DrawingSurface& surface, const Polar& polar, X x, Y y, Missing missing) {
+void DrawCurve(DrawingSurface& surface, std::span<const PolarPoint> points, X x, Y y,
+               Missing missing) {
   PlotPoint piece[kPiece];
   size_t count = 0;
-  for (const PolarPoint& point : polar.Points()) {
+  for (const PolarPoint& point : points) {
     if (missing(point)) continue;
     if (count == kPiece) {
       surface.Polyline(piece, count);
@@ -76,14 +78,14 @@ void DrawCurve(DrawingSurface& surface, const Polar& polar, X x, Y y, Missing mi
 }
 
 template <class X, class Y, class Missing>
-void DrawMarkers(DrawingSurface& surface, const Polar& polar, int symbol, X x, Y y,
+void DrawMarkers(DrawingSurface& surface, std::span<const PolarPoint> points, int symbol, X x, Y y,
                  Missing missing) {
   double size = kMarkerDeviceSize * surface.ScaleWidth() / surface.Width();
   SymbolFigure figure = SymbolOutline(surface, symbol, size);
   PlotPoint centres[kPiece];
   size_t count = 0;
   const PolarPoint* last = nullptr;
-  for (const PolarPoint& point : polar.Points()) {
+  for (const PolarPoint& point : points) {
     if (missing(point)) continue;
     if (count == kPiece) {
       surface.Figures(centres, count, figure.offsets, figure.count);
@@ -111,25 +113,27 @@ constexpr auto kNoTU = [](const PolarPoint& p) { return p.TU <= kMissingBelow; }
 constexpr auto kNoTL = [](const PolarPoint& p) { return p.TL <= kMissingBelow; };
 constexpr auto kNoCm = [](const PolarPoint& p) { return p.Cm <= kMissingBelow; };
 
-void DrawPolar(const GraphSurfaces& s, const Polar& polar, int symbol) {
-  if (s.blu) DrawCurve(*s.blu, polar, kTU, kCl, kNoTU);
-  if (s.bll) DrawCurve(*s.bll, polar, kTL, kCl, kNoTL);
+// The curves of a polar or an overlay, in the surfaces' foreground colour;
+// `symbol` 0 for none.
+void DrawSeries(const GraphSurfaces& s, std::span<const PolarPoint> points, int symbol) {
+  if (s.blu) DrawCurve(*s.blu, points, kTU, kCl, kNoTU);
+  if (s.bll) DrawCurve(*s.bll, points, kTL, kCl, kNoTL);
   if (s.clCd) {
-    DrawCurve(*s.clCd, polar, kCd, kCl, kNeverMissing);
-    DrawMarkers(*s.clCd, polar, symbol, kCd, kCl, kNeverMissing);
+    DrawCurve(*s.clCd, points, kCd, kCl, kNeverMissing);
+    if (symbol) DrawMarkers(*s.clCd, points, symbol, kCd, kCl, kNeverMissing);
   }
   if (s.clAlfa) {
-    DrawCurve(*s.clAlfa, polar, kAlfa, kCl, kNeverMissing);
-    DrawMarkers(*s.clAlfa, polar, symbol, kAlfa, kCl, kNeverMissing);
+    DrawCurve(*s.clAlfa, points, kAlfa, kCl, kNeverMissing);
+    if (symbol) DrawMarkers(*s.clAlfa, points, symbol, kAlfa, kCl, kNeverMissing);
   }
   if (s.cmAlfa) {
-    DrawCurve(*s.cmAlfa, polar, kAlfa, kCm, kNoCm);
-    DrawMarkers(*s.cmAlfa, polar, symbol, kAlfa, kCm, kNoCm);
+    DrawCurve(*s.cmAlfa, points, kAlfa, kCm, kNoCm);
+    if (symbol) DrawMarkers(*s.cmAlfa, points, symbol, kAlfa, kCm, kNoCm);
   }
 }
 
-void DrawAll(const Airfoil& airfoil, const PlotRanges& ranges, const GraphSurfaces& s) {
-  DrawFrames(airfoil, ranges, s);
+void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
+  DrawFrames(airfoil, request, s);
   LegendCell cell{};
   if (s.clCd) cell = {s.clCd->TextWidth("..Re=1000000.."), s.clCd->TextHeight("Üg")};
   int ordinal = 0;
@@ -144,9 +148,13 @@ void DrawAll(const Airfoil& airfoil, const PlotRanges& ranges, const GraphSurfac
       if (!polar || !polar->Selected) continue;
       int symbol = PolarSymbolIndex(ordinal);
       SetForeColor(s, Color::Palette(PolarColorIndex(ordinal)));
-      if (s.clCd) DrawLegendEntry(*s.clCd, ranges, cell, set, index, *polar, symbol);
-      DrawPolar(s, *polar, symbol);
+      if (s.clCd) DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, *polar, symbol);
+      DrawSeries(s, polar->Points(), symbol);
     }
+  }
+  for (const PlotOverlay& overlay : request.overlays) {
+    SetForeColor(s, overlay.color);
+    DrawSeries(s, overlay.points, 0);
   }
 }
 
@@ -159,10 +167,10 @@ Color LegendShadow(Color color) {
   return Color::Rgb(mix(color.red), mix(color.green), mix(color.blue));
 }
 
-void PlotData(const Airfoil* airfoil, const PlotRanges& ranges, const GraphSurfaces& surfaces) {
+void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
   if (!airfoil) return;
   try {
-    DrawAll(*airfoil, ranges, surfaces);
+    DrawAll(*airfoil, request, surfaces);
   } catch (const RuntimeError&) {
     // A wild value (a coordinate beyond the device range) or a broken list
     // ends the redraw; what is on the graphs so far stays, without a message,

@@ -1,13 +1,17 @@
 #pragma once
 // Redraws the five graphs of an airfoil: frames first, then every ticked
-// polar in a colour and marker of its own, with its legend entry.
+// polar in a colour and marker of its own, with its legend entry, then the
+// extra curves that tools hand over.
 
+#include <span>
 #include <string>
+#include <vector>
 
 #include "model/airfoil.h"
 #include "model/polar.h"
-#include "plot/ranges.h"
 #include "plot/surface.h"
+#include "plot/views.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
@@ -40,17 +44,33 @@ std::string LegendText(const Polar& polar);
 // second: `color` mixed four parts to one with white.
 Color LegendShadow(Color color);
 
-// Draws everything. A null airfoil draws nothing and leaves the surfaces as
-// they are. A run-time error raised while drawing (a wild value beyond the
-// device range, a broken list) ends the redraw quietly and the surfaces keep
-// what was drawn so far. Allocates nothing per point.
-void PlotData(const Airfoil* airfoil, const PlotRanges& ranges, const GraphSurfaces& surfaces);
+// A curve drawn over the polars, such as a tool's result: the points in
+// order, joined in `color` on every graph, without markers or a legend
+// entry. The points must outlive the redraw.
+struct PlotOverlay {
+  std::span<const PolarPoint> points;
+  Color color;
+};
+
+// What a redraw shows besides the airfoil.
+struct PlotRequest {
+  PlotViews views = DefaultViews(PlotRanges{});
+  std::vector<PlotOverlay> overlays;  // drawn in this order, after the polars
+  int language = kEnglish;            // of the lift-drag title: 1 English, 2 German
+};
+
+// Draws everything, each graph in its own view. A null airfoil draws
+// nothing and leaves the surfaces as they are. A run-time error raised while
+// drawing (a wild value beyond the device range, a broken list, a language
+// without texts) ends the redraw quietly and the surfaces keep what was
+// drawn so far. Allocates nothing per point, of a polar or of an overlay.
+void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces);
 
 // The one redraw entry point for the rest of the program after any change to
-// the data, the ticks or the ranges.
-inline void RefreshPlots(const Airfoil* current, const PlotRanges& ranges,
+// the data, the ticks, the views or the overlays.
+inline void RefreshPlots(const Airfoil* current, const PlotRequest& request,
                          const GraphSurfaces& surfaces) {
-  PlotData(current, ranges, surfaces);
+  PlotData(current, request, surfaces);
 }
 
 }  // namespace tavilo

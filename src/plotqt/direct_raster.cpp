@@ -156,7 +156,14 @@ inline int64_t FixedStep(double gradient) {
 
 }  // namespace
 
-std::unique_ptr<DirectRaster> DirectRaster::For(QPainter& painter) {
+struct ShapeCache::Shapes {
+  std::unordered_map<ShapeKey, DirectRaster::ShapePtr, KeyHash> byKey;
+};
+
+ShapeCache::ShapeCache() : shapes_(std::make_unique<Shapes>()) {}
+ShapeCache::~ShapeCache() = default;
+
+std::unique_ptr<DirectRaster> DirectRaster::For(QPainter& painter, ShapeCache& shapes) {
   QPaintDevice* device = painter.device();
   if (!device || device->devType() != QInternal::Image) return nullptr;
   auto* image = static_cast<QImage*>(device);
@@ -172,18 +179,19 @@ std::unique_ptr<DirectRaster> DirectRaster::For(QPainter& painter) {
     return nullptr;
   if (painter.hasClipping() && painter.clipRegion().rectCount() > 1) return nullptr;
   return std::unique_ptr<DirectRaster>(
-      new DirectRaster(*image, scale, QPointF(transform.dx(), transform.dy())));
+      new DirectRaster(*image, scale, QPointF(transform.dx(), transform.dy()), shapes));
 }
 
 // The painter has already detached the image, so its constant bits are the
 // very pixels it paints into.
-DirectRaster::DirectRaster(QImage& image, double scale, QPointF offset)
+DirectRaster::DirectRaster(QImage& image, double scale, QPointF offset, ShapeCache& cache)
     : bits_(reinterpret_cast<uint32_t*>(const_cast<uchar*>(image.constBits()))),
       stride_(image.bytesPerLine() / 4),
       width_(image.width()),
       height_(image.height()),
       scale_(scale),
-      offset_(offset) {}
+      offset_(offset),
+      cache_(cache) {}
 
 void DirectRaster::SetClip(const QRectF& logicalClip) {
   QRectF device(logicalClip.topLeft() * scale_ + offset_, logicalClip.size() * scale_);
@@ -488,7 +496,8 @@ class DirectRaster::Shape {
 
 // Drawn once by QPainter itself, so a stamped marker looks exactly like one
 // that QPainter would draw with its corners on whole pixels.
-DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t count, double scale) {
+DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t count) {
+  const double scale = scale_;
   if (count < 4 || count > kMaxOutline || relative[0] != relative[count - 1]) return nullptr;
   constexpr int kReach = 32;  // pixels from the centre
   // Corners go to whole pixels, and the pen is a whole number of pixels
@@ -506,7 +515,7 @@ DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t cou
   }
   // Sizes follow the window, so a long session meets many; starting afresh
   // now and then keeps the cache small, and shapes in use stay with their users.
-  static std::unordered_map<ShapeKey, ShapePtr, KeyHash> shapes;
+  auto& shapes = cache_.shapes_->byKey;
   if (auto found = shapes.find(key); found != shapes.end()) return found->second;
   if (shapes.size() >= 1024) shapes.clear();
 
@@ -595,7 +604,7 @@ bool DirectRaster::Outline(const QPointF* points, size_t count, QRgb color) {
   if (count < 4 || count > kMaxOutline) return false;
   QPointF relative[kMaxOutline];
   for (size_t i = 0; i < count; ++i) relative[i] = points[i] - points[0];
-  ShapePtr shape = ShapeOf(relative, count, scale_);
+  ShapePtr shape = ShapeOf(relative, count);
   if (!shape) return false;
   Stamp(shape, points[0], color);
   return true;

@@ -15,6 +15,22 @@
 
 namespace tavilo {
 
+// Marker shapes drawn once and kept for stamping again by every raster that
+// is given the same cache. It may go while shapes from it are still in use:
+// a shape lives as long as its users.
+class ShapeCache {
+ public:
+  ShapeCache();
+  ~ShapeCache();
+  ShapeCache(const ShapeCache&) = delete;
+  ShapeCache& operator=(const ShapeCache&) = delete;
+
+ private:
+  friend class DirectRaster;
+  struct Shapes;
+  std::unique_ptr<Shapes> shapes_;
+};
+
 // Drawing is queued and done by Draw (or when the raster goes), one image
 // after another: a redraw that goes from graph to graph polar by polar then
 // still blends each image's pixels while they are in the cache.
@@ -31,7 +47,8 @@ class DirectRaster {
   // scale in both directions (a dense screen's pixel ratio) at most, plain
   // source-over blending and at most a rectangular clip. Lines and outlines
   // are one painter pixel wide, so as wide as the scale in the image's pixels.
-  static std::unique_ptr<DirectRaster> For(QPainter& painter);
+  // Marker shapes come from and go to `shapes`, which must outlive the raster.
+  static std::unique_ptr<DirectRaster> For(QPainter& painter, ShapeCache& shapes);
   ~DirectRaster();
   DirectRaster(const DirectRaster&) = delete;
   DirectRaster& operator=(const DirectRaster&) = delete;
@@ -50,10 +67,10 @@ class DirectRaster {
   void Polyline(const QPointF* points, size_t count, QRgb color, bool withEnd);
 
   // The shape of a small closed outline (first point == last) given in
-  // painter pixels relative to its centre, on an image of `scale` pixels to
-  // a painter pixel, or null when it is not small or not closed. Shapes are
-  // drawn once and shared by every raster.
-  static ShapePtr ShapeOf(const QPointF* relative, size_t count, double scale);
+  // painter pixels relative to its centre, at this raster's pixel scale, or
+  // null when it is not small or not closed. Shapes are drawn once and shared
+  // through the raster's cache.
+  ShapePtr ShapeOf(const QPointF* relative, size_t count);
 
   // `shape` with its centre on the centre of the pixel that `at` (painter
   // coordinates) lies in, so that equal markers look alike wherever they are.
@@ -74,7 +91,7 @@ class DirectRaster {
     bool withEnd;
   };
 
-  DirectRaster(QImage& image, double scale, QPointF offset);
+  DirectRaster(QImage& image, double scale, QPointF offset, ShapeCache& cache);
   void Blend(int x, int y, uint32_t color, uint32_t coverage);
   void DrawStamps(const Shape& shape, const QPointF* at, size_t count, uint32_t pixel);
   void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
@@ -101,6 +118,7 @@ class DirectRaster {
   int clipLeft_ = 0, clipTop_ = 0, clipRight_ = 0, clipBottom_ = 0;  // right, bottom exclusive
   double safeLeft_ = 0, safeTop_ = 0, safeRight_ = -1, safeBottom_ = -1;
 
+  ShapeCache& cache_;
   std::vector<Command> commands_;
   std::vector<QPointF> points_;
   std::vector<ShapePtr> shapes_;  // those that queued stamps use

@@ -1,8 +1,6 @@
 #include "plotqt/qt_surface.h"
 
-#include <QCoreApplication>
 #include <QGuiApplication>
-#include <QHash>
 #include <QPaintDevice>
 #include <QPen>
 #include <QString>
@@ -17,10 +15,6 @@ namespace {
 // A run this long is a curve and is drawn as one polyline; shorter ones
 // (markers, grid lines) join the list of separate lines.
 constexpr size_t kPolylinePoints = 10;
-
-QString FromUtf8(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 Qt::BrushStyle BrushFor(int fillStyle) {
   switch (fillStyle) {
@@ -46,11 +40,23 @@ QString LayoutKey(const QFont& font, const QPaintDevice* device) {
 
 }  // namespace
 
+QtSurface::QtSurface(QPainter& painter, const QRectF& target, RenderContext& context)
+    : QtSurface(painter, target, QGuiApplication::font(), &context, nullptr) {}
+
+QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font, RenderContext& context)
+    : QtSurface(painter, target, font, &context, nullptr) {}
+
 QtSurface::QtSurface(QPainter& painter, const QRectF& target)
-    : QtSurface(painter, target, QGuiApplication::font()) {}
+    : QtSurface(painter, target, QGuiApplication::font(), nullptr, std::make_unique<RenderContext>()) {}
 
 QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font)
-    : painter_(painter),
+    : QtSurface(painter, target, font, nullptr, std::make_unique<RenderContext>()) {}
+
+QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font, RenderContext* shared,
+                     std::unique_ptr<RenderContext> own)
+    : ownContext_(std::move(own)),
+      context_(shared != nullptr ? *shared : *ownContext_),
+      painter_(painter),
       target_(target),
       font_(font),
       metrics_(font, painter.device()),
@@ -65,7 +71,7 @@ QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font)
   canSnap_ = transform.type() <= QTransform::TxTranslate;
   deviceOffset_ = QPointF(transform.dx(), transform.dy());
   pixelRatio_ = painter_.device() ? painter_.device()->devicePixelRatioF() : 1.0;
-  raster_ = DirectRaster::For(painter_);
+  raster_ = DirectRaster::For(painter_, context_.Shapes());
   if (raster_) raster_->SetClip(clip_);
   lines_.reserve(4096);
   run_.reserve(1024);
@@ -181,7 +187,7 @@ void QtSurface::DrawFigures(const PlotPoint* centres, size_t count, const PlotPo
     QPointF relative[DirectRaster::kMaxOutlinePoints];
     for (size_t k = 0; k < offsetCount; ++k)
       relative[k] = QPointF(offsets[k].x * devicePerUserX_, offsets[k].y * devicePerUserY_);
-    figureShape_ = DirectRaster::ShapeOf(relative, offsetCount, raster_->PixelScale());
+    figureShape_ = raster_->ShapeOf(relative, offsetCount);
     std::copy(offsets, offsets + offsetCount, figureOffsets_);
     figureCount_ = offsetCount;
   }
@@ -290,30 +296,14 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
   painter_.setBrush(QBrush());
 }
 
-// Laying out a text costs more than drawing it, and a redraw prints the
-// same legend and scale texts again and again, so laid-out texts are kept.
-const QtSurface::LaidOutText& QtSurface::LaidOut(std::string_view text) const {
-  static QHash<QString, LaidOutText> cache;
-  // Emptied as the application ends, while the fonts it refers to still exist.
-  static const bool emptiedAtEnd = (qAddPostRoutine([] { cache.clear(); }), true);
-  (void)emptiedAtEnd;
-  QString key = layoutKey_;
-  key += QChar(0);
-  key += FromUtf8(text);
-  if (auto found = cache.constFind(key); found != cache.constEnd()) return *found;
-  if (cache.size() >= 4096) cache.clear();
-  QString string = FromUtf8(text);
-  QStaticText laidOut(string);
-  laidOut.setTextFormat(Qt::PlainText);
-  laidOut.setPerformanceHint(QStaticText::AggressiveCaching);
-  laidOut.prepare(QTransform(), font_);
-  return *cache.insert(key, {laidOut, metrics_.horizontalAdvance(string)});
+const RenderContext::LaidOutText& QtSurface::LaidOut(std::string_view text) const {
+  return context_.LaidOut(layoutKey_, text, font_, metrics_);
 }
 
 void QtSurface::Print(std::string_view text) {
   FlushLines();
   QPointF topLeft = ToDevice(currentX_, currentY_);
-  const LaidOutText& laidOut = LaidOut(text);
+  const RenderContext::LaidOutText& laidOut = LaidOut(text);
   UseClip();
   painter_.setFont(font_);
   painter_.setPen(ToQColor(foreColor_));

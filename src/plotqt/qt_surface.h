@@ -10,13 +10,13 @@
 #include <QPainter>
 #include <QPointF>
 #include <QRectF>
-#include <QStaticText>
 #include <QString>
 #include <memory>
 #include <vector>
 
 #include "plot/surface.h"
 #include "plotqt/direct_raster.h"
+#include "plotqt/render_context.h"
 
 namespace tavilo {
 
@@ -24,7 +24,11 @@ class QtSurface : public DrawingSurface {
  public:
   // Draws on `painter` (which must stay active while the surface lives)
   // within `target`, in `font` (the system's UI font when none is given).
-  // The initial scale is the target's size in logical pixels.
+  // The initial scale is the target's size in logical pixels. Laid-out texts
+  // and marker shapes are kept in `context`, which must outlive the surface,
+  // or, without one, in a context of the surface's own that goes with it.
+  QtSurface(QPainter& painter, const QRectF& target, RenderContext& context);
+  QtSurface(QPainter& painter, const QRectF& target, const QFont& font, RenderContext& context);
   QtSurface(QPainter& painter, const QRectF& target);
   QtSurface(QPainter& painter, const QRectF& target, const QFont& font);
   // Draws whatever is still buffered and restores the painter's state.
@@ -70,6 +74,8 @@ class QtSurface : public DrawingSurface {
                    Color color) override;
 
  private:
+  QtSurface(QPainter& painter, const QRectF& target, const QFont& font, RenderContext* shared,
+            std::unique_ptr<RenderContext> own);
   void UseClip();
   QPointF ToDevice(double x, double y) const {
     double dx = (x - left_) * devicePerUserX_;
@@ -88,12 +94,10 @@ class QtSurface : public DrawingSurface {
   QLineF SnappedLine(QPointF a, QPointF b) const;
   void DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind);
   QPen LinePen(const QColor& color) const;
-  struct LaidOutText {
-    QStaticText text;
-    qreal advance;  // in logical pixels
-  };
-  const LaidOutText& LaidOut(std::string_view text) const;
+  const RenderContext::LaidOutText& LaidOut(std::string_view text) const;
 
+  std::unique_ptr<RenderContext> ownContext_;  // null when one is shared
+  RenderContext& context_;
   QPainter& painter_;
   QRectF target_;
   QRectF clip_;

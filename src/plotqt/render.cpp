@@ -17,6 +17,7 @@
 #include "plot/plot_data.h"
 #include "plot/ranges.h"
 #include "plotqt/qt_surface.h"
+#include "plotqt/render_context.h"
 
 namespace tavilo {
 
@@ -85,8 +86,11 @@ void DrawFrameBorder(QPainter& painter, const QRectF& rect) {
   painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
-void DrawPicture(QPainter& painter, const Airfoil& airfoil) {
-  PlotRanges ranges;
+void DrawPicture(QPainter& painter, const Airfoil& airfoil, int language) {
+  PlotRequest request;
+  request.views = DefaultViews(PlotRanges{});
+  request.language = language;
+  const PlotViews& views = request.views;
   painter.fillRect(QRectF(0, 0, kPictureWidth, kPictureHeight), kBackground);
   QFont font = QGuiApplication::font();
   QFont captionFont = font;
@@ -94,22 +98,25 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil) {
   captionFont.setPointSizeF(font.pointSizeF() * 1.15);
   painter.setFont(font);
 
-  MarginScale lift{ranges.clMin, ranges.clMax, 0.5, "0.0"};
-  MarginScale alfa{ranges.AlfaMin(), ranges.alfaMax, 5, "0"};
-  MarginScale chord{0, 1, 0.2, "0.0"};
+  auto lift = [](const GraphView& view) { return MarginScale{view.bottom, view.top, 0.5, "0.0"}; };
+  auto alfa = [](const GraphView& view) { return MarginScale{view.left, view.right, 5, "0"}; };
+  auto chord = [](const GraphView& view) { return MarginScale{view.left, view.right, 0.2, "0.0"}; };
   GraphBox boxes[] = {
-      {QRectF(64, 48, 704, 896), "Cl-Cd", lift, {}},
-      {QRectF(844, 48, 330, 400), "Cl-Alfa", lift, alfa},
-      {QRectF(1250, 48, 330, 400), "Cm-Alfa", {kCmMin, kCmMax, 0.1, "0.0"}, alfa},
-      {QRectF(844, 544, 330, 400), "TU-x/c", lift, chord},
-      {QRectF(1250, 544, 330, 400), "TL-x/c", lift, chord},
+      {QRectF(64, 48, 704, 896), "Cl-Cd", lift(views.clCd), {}},
+      {QRectF(844, 48, 330, 400), "Cl-Alfa", lift(views.clAlfa), alfa(views.clAlfa)},
+      {QRectF(1250, 48, 330, 400), "Cm-Alfa", {views.cmAlfa.bottom, views.cmAlfa.top, 0.1, "0.0"},
+       alfa(views.cmAlfa)},
+      {QRectF(844, 544, 330, 400), "TU-x/c", lift(views.blu), chord(views.blu)},
+      {QRectF(1250, 544, 330, 400), "TL-x/c", lift(views.bll), chord(views.bll)},
   };
   for (const GraphBox& box : boxes) DrawBoxChrome(painter, box, captionFont);
   {
-    QtSurface clCd(painter, boxes[0].rect, font), clAlfa(painter, boxes[1].rect, font),
-        cmAlfa(painter, boxes[2].rect, font), blu(painter, boxes[3].rect, font),
-        bll(painter, boxes[4].rect, font);
-    PlotData(&airfoil, ranges, GraphSurfaces{&clCd, &clAlfa, &cmAlfa, &blu, &bll});
+    // Kept for this one picture: the application may be gone before another.
+    RenderContext context;
+    QtSurface clCd(painter, boxes[0].rect, font, context), clAlfa(painter, boxes[1].rect, font, context),
+        cmAlfa(painter, boxes[2].rect, font, context), blu(painter, boxes[3].rect, font, context),
+        bll(painter, boxes[4].rect, font, context);
+    PlotData(&airfoil, request, GraphSurfaces{&clCd, &clAlfa, &cmAlfa, &blu, &bll});
   }
   for (const GraphBox& box : boxes) DrawFrameBorder(painter, box.rect);
 }
@@ -121,11 +128,11 @@ bool EndsWith(const std::string& path, std::string_view suffix) {
   });
 }
 
-QByteArray RenderPng(const Airfoil& airfoil) {
+QByteArray RenderPng(const Airfoil& airfoil, int language) {
   QImage image(kPictureWidth, kPictureHeight, QImage::Format_ARGB32_Premultiplied);
   {
     QPainter painter(&image);
-    DrawPicture(painter, airfoil);
+    DrawPicture(painter, airfoil, language);
   }
   QByteArray bytes;
   QBuffer buffer(&bytes);
@@ -134,7 +141,7 @@ QByteArray RenderPng(const Airfoil& airfoil) {
   return bytes;
 }
 
-QByteArray RenderSvg(const Airfoil& airfoil) {
+QByteArray RenderSvg(const Airfoil& airfoil, int language) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
@@ -146,7 +153,7 @@ QByteArray RenderSvg(const Airfoil& airfoil) {
   svg.setTitle(QString::fromStdString(airfoil.Name));
   {
     QPainter painter(&svg);
-    DrawPicture(painter, airfoil);
+    DrawPicture(painter, airfoil, language);
   }
   return bytes;
 }
@@ -169,14 +176,15 @@ bool EnsureGuiApplication(std::string* error) {
 
 }  // namespace
 
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, std::string* error) {
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int language,
+                       std::string* error) {
   bool svg = EndsWith(path, ".svg");
   if (!svg && !EndsWith(path, ".png")) {
     if (error) *error = "The picture must be a .png or .svg file: " + path;
     return false;
   }
   if (!EnsureGuiApplication(error)) return false;
-  QByteArray bytes = svg ? RenderSvg(airfoil) : RenderPng(airfoil);
+  QByteArray bytes = svg ? RenderSvg(airfoil, language) : RenderPng(airfoil, language);
   if (bytes.isEmpty()) {
     if (error) *error = "The picture could not be encoded: " + path;
     return false;

@@ -9,8 +9,6 @@ namespace tavilo {
 
 namespace {
 
-int currentLanguage = kEnglish;
-
 struct Entry {
   std::string english;
   std::string german;
@@ -209,10 +207,6 @@ const Entry kStrings[kLastStringId + 1] = {
 
 }  // namespace
 
-int Language() { return currentLanguage; }
-
-void SetLanguage(int language) { currentLanguage = language; }
-
 const std::string& ResourceString(int key) {
   const int n = key % 1000;
   if (key >= 1000 && key <= 2000 + kLastStringId && n <= kLastStringId) {
@@ -221,8 +215,6 @@ const std::string& ResourceString(int key) {
   }
   throw ResourceError("string " + std::to_string(key));
 }
-
-const std::string& GetResString(int id) { return GetResString(id, currentLanguage); }
 
 const std::string& GetResString(int id, int language) {
   const int64_t key = static_cast<int64_t>(language) * 1000 + id;

@@ -10,10 +10,6 @@ inline constexpr int kEnglish = 1;
 inline constexpr int kGerman = 2;
 inline constexpr int kLastStringId = 92;
 
-// The process-wide language of the drawing code, until it takes its own.
-int Language();
-void SetLanguage(int language);
-
 // The text of resource `key` (1000 + n or 2000 + n), UTF-8.
 // ResourceError for a key outside the table.
 const std::string& ResourceString(int key);
@@ -23,7 +19,6 @@ const std::string& ResourceString(int key);
 // ResourceError for an id without an entry (outside 0..92, or a language
 // other than 1 and 2).
 const std::string& GetResString(int id, int language);
-const std::string& GetResString(int id);
 
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
 std::string ErrorTitle(int language);

@@ -53,9 +53,9 @@ std::vector<double> Summary(const RecordingSurface& s) {
 TEST(Frames, GridLinesAxesAndTheLinesRoundingPushesOutOrKeeps) {
   // Vertical lines stand at x with y1 = the top, horizontal ones at y with x1 = the left.
   RecordingSurface clAlfa, cmAlfa, transition;
-  DrawClAlfaFrame(clAlfa, PlotRanges{});
-  DrawCmAlfaFrame(cmAlfa, PlotRanges{0.5, 0.0, 0.01, 30.0});
-  DrawTransitionFrame(transition, PlotRanges{});
+  DrawClAlfaFrame(clAlfa, DefaultViews(PlotRanges{}).clAlfa);
+  DrawCmAlfaFrame(cmAlfa, DefaultViews(PlotRanges{0.5, 0.0, 0.01, 30.0}).cmAlfa);
+  DrawTransitionFrame(transition, DefaultViews(PlotRanges{}).blu);
   EXPECT_EQ(clAlfa.calls[0].kind, CallKind::Clear);
   // Cl-Alfa: -10 .. 10, as 15 - 4 stops short of the border; -0.4 .. 1.3, as the
   // running sum reaches 1.4000000000000001, past ClMax - 0.1.
@@ -68,9 +68,8 @@ TEST(Frames, GridLinesAxesAndTheLinesRoundingPushesOutOrKeeps) {
 }
 
 TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
-  SetLanguage(kEnglish);
   RecordingSurface surface;
-  DrawClCdFrame(surface, PlotRanges{}, "NACA 4412");
+  DrawClCdFrame(surface, DefaultViews(PlotRanges{}).clCd, "NACA 4412", kEnglish);
   EXPECT_EQ(surface.ScaleWidth(), 0.025);
   auto grid = surface.Lines(kGridColor);
   auto vertical = Vertical(grid);
@@ -95,9 +94,7 @@ TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
     EXPECT_GT(texts[i].y1 + surface.TextHeight("0"), axes[i + 1].y2);
   }
   EXPECT_EQ(texts[4].text, "Airfoil: NACA 4412");
-  SetLanguage(kGerman);
-  DrawClCdFrame(surface, PlotRanges{}, "E387");
-  SetLanguage(kEnglish);
+  DrawClCdFrame(surface, DefaultViews(PlotRanges{}).clCd, "E387", kGerman);
   EXPECT_EQ(surface.Calls(CallKind::Print).back().text, "Profil: E387");
   EXPECT_EQ(texts[4].x1, 0.025 / 50);
   EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
@@ -105,7 +102,7 @@ TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
 
 TEST(Frames, AHugeTypedRangeEndsTheGridInsteadOfLoopingForever) {
   RecordingSurface surface(800, 600);
-  DrawTransitionFrame(surface, PlotRanges{1e300, -1e300, 0.025, 15});
+  DrawTransitionFrame(surface, DefaultViews(PlotRanges{1e300, -1e300, 0.025, 15}).bll);
   EXPECT_LE(surface.Lines(kGridColor).size(), 9u + 10000u);
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 #include "plot/frames.h"
@@ -67,10 +68,10 @@ std::vector<SurfaceCall> PaletteLines(const RecordingSurface& surface) {
 
 TEST(PlotData, NoAirfoilDrawsNothingAndAnEmptyOneOnlyFrames) {
   Graphs g;
-  PlotData(nullptr, PlotRanges{}, g.All());
+  PlotData(nullptr, PlotRequest{}, g.All());
   for (RecordingSurface* s : g.List()) EXPECT_TRUE(s->calls.empty());
   Airfoil airfoil;
-  PlotData(&airfoil, PlotRanges{}, g.All());
+  PlotData(&airfoil, PlotRequest{}, g.All());
   for (RecordingSurface* s : g.List()) {
     ASSERT_FALSE(s->calls.empty());
     EXPECT_EQ(s->calls[0].kind, CallKind::Clear);
@@ -79,7 +80,7 @@ TEST(PlotData, NoAirfoilDrawsNothingAndAnEmptyOneOnlyFrames) {
   RecordingSurface cmAlfa;
   GraphSurfaces only;
   only.cmAlfa = &cmAlfa;
-  PlotData(MakeAirfoil({2}).get(), PlotRanges{}, only);
+  PlotData(MakeAirfoil({2}).get(), PlotRequest{}, only);
   EXPECT_FALSE(PaletteLines(cmAlfa).empty()) << "absent surfaces are skipped";
 }
 
@@ -92,7 +93,7 @@ TEST(PlotData, ColoursCycleOneToFifteenAndMarkersOneToFiveAcrossSets) {
     EXPECT_EQ(PolarSymbolIndex(c.ordinal), c.symbol) << c.ordinal;
   }
   Graphs g;
-  PlotData(MakeAirfoil({10, 6}).get(), PlotRanges{}, g.All());
+  PlotData(MakeAirfoil({10, 6}).get(), PlotRequest{}, g.All());
   std::vector<int> expected = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 1};
   EXPECT_EQ(PolarColors(g.clAlfa), expected);
   EXPECT_EQ(PolarColors(g.bll), expected);
@@ -101,11 +102,11 @@ TEST(PlotData, ColoursCycleOneToFifteenAndMarkersOneToFiveAcrossSets) {
   unticked->Configuration(1)->Polar(1)->Selected = false;
   unticked->Configuration(2)->Polar(1)->Selected = false;
   Graphs h;
-  PlotData(unticked.get(), PlotRanges{}, h.All());
+  PlotData(unticked.get(), PlotRequest{}, h.All());
   EXPECT_EQ(PolarColors(h.clCd), (std::vector<int>{2, 3, 5})) << "unticking changes no other colour";
 
   Graphs single;
-  PlotData(MakeAirfoil({6}, 1).get(), PlotRanges{}, single.All());
+  PlotData(MakeAirfoil({6}, 1).get(), PlotRequest{}, single.All());
   // One point per polar draws only its marker: square 4, diamond 4, triangles 3, octagon 8 lines.
   std::vector<size_t> perPolar;
   int last = -1;
@@ -123,7 +124,7 @@ TEST(PlotData, MissingTransitionAndMomentValuesAreNeverPlotted) {
   airfoil->Configuration(1)->AddPolar(testing::MakePolar(
       0, 0, true, {MakePoint(0, 0.2, 0.01, -0.05, kNoValue, 0.5), MakePoint(2, 0.4, 0.01, -99.0, -99.0, 0.5),
                    MakePoint(4, 0.6, 0.01, -98.9, kNoValue, 0.5), MakePoint(6, 0.8, 0.01, -0.07, kNoValue, 0.5)}));
-  PlotData(airfoil.get(), PlotRanges{}, g.All());
+  PlotData(airfoil.get(), PlotRequest{}, g.All());
   EXPECT_TRUE(PaletteLines(g.blu).empty()) << "no TU at all: the graph stays empty";
   EXPECT_EQ(PaletteLines(g.bll).size(), 3u);
   EXPECT_EQ(PaletteLines(g.clAlfa).size(), 3u + 4 * 4u);  // curve and four squares
@@ -138,7 +139,7 @@ TEST(PlotData, MissingTransitionAndMomentValuesAreNeverPlotted) {
 
 TEST(Legend, EntriesFormAGridFromTheTopRightOneColumnPerSet) {
   Graphs g;
-  PlotData(MakeAirfoil({6, 1}).get(), PlotRanges{}, g.All());
+  PlotData(MakeAirfoil({6, 1}).get(), PlotRequest{}, g.All());
   RecordingSurface& s = g.clCd;
   double w = s.TextWidth("..Re=1000000..");
   double h = s.TextHeight("\xC3\x9Cg");  // negative: the vertical axis grows upwards
@@ -167,12 +168,12 @@ TEST(PlotData, AWildValueOrABrokenSetListEndsTheRedrawQuietly) {
   Graphs g;
   AirfoilPtr airfoil = MakeAirfoil({3});
   airfoil->Configuration(1)->Polar(2)->Point(2).Cl = 1e300;
-  EXPECT_NO_THROW(PlotData(airfoil.get(), PlotRanges{}, g.All()));
+  EXPECT_NO_THROW(PlotData(airfoil.get(), PlotRequest{}, g.All()));
   EXPECT_FALSE(PaletteLines(g.blu).empty()) << "drawn before the wild point";
   EXPECT_EQ(PolarColors(g.clCd), (std::vector<int>{1, 2})) << "the third polar is never reached";
   Airfoil broken;
   broken.ResetConfigurations(2);  // a count without sets, as a broken file leaves it
-  EXPECT_NO_THROW(PlotData(&broken, PlotRanges{}, g.All()));
+  EXPECT_NO_THROW(PlotData(&broken, PlotRequest{}, g.All()));
 }
 
 // Curves and markers reach the surface in pieces of fixed size; a polar of
@@ -183,7 +184,7 @@ TEST(PlotData, ALongPolarStaysOneCurveAcrossPieces) {
   auto airfoil = MakeAirfoil({0});
   airfoil->Configuration(1)->AddPolar(testing::MakePolar(100000, 0, true, list));
   Graphs g;
-  PlotData(airfoil.get(), PlotRanges{}, g.All());
+  PlotData(airfoil.get(), PlotRequest{}, g.All());
   auto lines = PaletteLines(g.clAlfa);
   ASSERT_EQ(lines.size(), 1199u + 1200 * 4u);  // the curve, then a square per point
   int breaks = 0;
@@ -191,6 +192,120 @@ TEST(PlotData, ALongPolarStaysOneCurveAcrossPieces) {
   EXPECT_EQ(breaks, 0);
   EXPECT_EQ(lines[1198].x2, 0.01 * 1199);
   EXPECT_EQ(PaletteLines(g.bll).size(), 1199u);
+}
+
+// Left, top, right and bottom of the one Scale call of a graph.
+GraphView ScaleOf(const RecordingSurface& surface) {
+  auto scale = surface.Calls(CallKind::Scale);
+  EXPECT_EQ(scale.size(), 1u);
+  return scale.empty() ? GraphView{} : GraphView{scale[0].x1, scale[0].y1, scale[0].x2, scale[0].y2};
+}
+
+TEST(PlotViews, DefaultViewsScaleEachGraphAsTheRangeListsAsk) {
+  const struct {
+    PlotRanges ranges;
+    GraphView clCd, clAlfa, cmAlfa, transition;
+  } cases[] = {
+      {PlotRanges{}, {0, 1.5, 0.025, -0.5}, {-15, 1.5, 15, -0.5}, {-15, 0.4, 15, -0.4}, {0, 1.5, 1, -0.5}},
+      {PlotRanges{3.0, -1.5, 2.0, 90}, {0, 3, 2, -1.5}, {-90, 3, 90, -1.5}, {-90, 0.4, 90, -0.4}, {0, 3, 1, -1.5}},
+      {PlotRanges{0.5, 0.0, 0.01, 10}, {0, 0.5, 0.01, 0}, {-10, 0.5, 10, 0}, {-10, 0.4, 10, -0.4}, {0, 0.5, 1, 0}},
+  };
+  Airfoil airfoil;
+  for (const auto& c : cases) {
+    Graphs g;
+    PlotRequest request;
+    request.views = DefaultViews(c.ranges);
+    PlotData(&airfoil, request, g.All());
+    EXPECT_EQ(ScaleOf(g.clCd), c.clCd) << c.ranges.clMax;
+    EXPECT_EQ(ScaleOf(g.clAlfa), c.clAlfa) << c.ranges.clMax;
+    EXPECT_EQ(ScaleOf(g.cmAlfa), c.cmAlfa) << c.ranges.clMax;
+    EXPECT_EQ(ScaleOf(g.blu), c.transition) << c.ranges.clMax;
+    EXPECT_EQ(ScaleOf(g.bll), c.transition) << c.ranges.clMax;
+  }
+}
+
+TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
+  AirfoilPtr airfoil = MakeAirfoil({2});
+  Graphs defaults, zoomed;
+  PlotData(airfoil.get(), PlotRequest{}, defaults.All());
+  PlotRequest request;
+  request.views.clAlfa = {-5, 1.0, 20, 0.2};
+  PlotData(airfoil.get(), request, zoomed.All());
+  EXPECT_EQ(zoomed.clCd.calls, defaults.clCd.calls);
+  EXPECT_EQ(zoomed.cmAlfa.calls, defaults.cmAlfa.calls);
+  EXPECT_EQ(zoomed.blu.calls, defaults.blu.calls);
+  EXPECT_EQ(zoomed.bll.calls, defaults.bll.calls);
+
+  EXPECT_EQ(ScaleOf(zoomed.clAlfa), request.views.clAlfa);
+  std::vector<double> vertical;
+  for (const SurfaceCall& line : zoomed.clAlfa.Lines(kGridColor)) {
+    if (line.x1 == line.x2) {
+      vertical.push_back(line.x1);
+    } else {
+      EXPECT_GT(line.y1, 0.2);
+      EXPECT_LT(line.y1, 1.0);
+    }
+  }
+  EXPECT_EQ(vertical, (std::vector<double>{0, 5, 10, 15})) << "every 5 degrees, short of the border";
+}
+
+TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
+  PlotRequest request;
+  request.views.clCd = {0.04, 2.0, 0.06, 0.0};
+  Graphs g;
+  PlotData(MakeAirfoil({1}).get(), request, g.All());
+  const RecordingSurface& s = g.clCd;
+  auto texts = s.Calls(CallKind::Print);
+  ASSERT_EQ(texts.size(), 3u + 1 + 2);
+  // A drag axis 0.02 wide is labelled every 0.005.
+  const char* labels[] = {"0.045", "0.050", "0.055"};
+  for (size_t i = 0; i < 3; ++i) EXPECT_EQ(texts[i].text, labels[i]);
+  EXPECT_EQ(texts[3].text, "Airfoil: ");
+  EXPECT_NEAR(texts[3].x1, 0.04 + 0.02 / 50, 1e-15);
+  EXPECT_NEAR(texts[3].y1, 0.2, 1e-15);
+  EXPECT_NEAR(texts[4].x1, 0.06 - s.TextWidth("..Re=1000000.."), 1e-15) << "the legend hangs from the top right";
+  EXPECT_EQ(texts[4].y1, 2.0);
+}
+
+TEST(PlotData, TheTitleSpeaksTheRequestsLanguage) {
+  Airfoil airfoil;
+  airfoil.Name = "E387";
+  PlotRequest request;
+  request.language = kGerman;
+  Graphs g;
+  PlotData(&airfoil, request, g.All());
+  EXPECT_EQ(g.clCd.Calls(CallKind::Print).back().text, "Profil: E387");
+}
+
+TEST(Overlays, AreJoinedAfterThePolarsInTheirColourWhereTheirValuesExist) {
+  const Color green = Color::Rgb(20, 160, 40);
+  const std::vector<PolarPoint> points = {MakePoint(-2, 0.1, 0.008, -99.0, 0.6, 0.4),
+                                          MakePoint(3, 0.5, 0.009, -99.0, 0.5, kNoValue),
+                                          MakePoint(8, 0.9, 0.012, -99.5, 0.4, 0.6)};
+  PlotRequest request;
+  request.overlays.push_back({points, green});
+  Graphs g;
+  PlotData(MakeAirfoil({2}).get(), request, g.All());
+  const struct {
+    const char* graph;
+    const RecordingSurface& surface;
+    size_t lines;
+  } cases[] = {{"Cl-Cd", g.clCd, 2}, {"Cl-Alfa", g.clAlfa, 2}, {"Cm-Alfa", g.cmAlfa, 0},
+               {"TU", g.blu, 2},     {"TL", g.bll, 1}};  // TL joins the first point to the third
+  for (const auto& c : cases) {
+    EXPECT_EQ(c.surface.Lines(green).size(), c.lines) << c.graph << ": no markers, no missing values";
+    size_t lastPolarLine = 0, firstOverlayLine = c.surface.calls.size();
+    for (size_t k = 0; k < c.surface.calls.size(); ++k) {
+      const SurfaceCall& call = c.surface.calls[k];
+      if (call.kind != CallKind::Line) continue;
+      if (call.color.IsPalette()) lastPolarLine = k;
+      if (call.color == green) firstOverlayLine = std::min(firstOverlayLine, k);
+    }
+    if (c.lines > 0) {
+      EXPECT_GT(firstOverlayLine, lastPolarLine) << c.graph;
+    }
+  }
+  EXPECT_EQ(LegendTexts(g.clCd).size(), 4u) << "two polars in two passes, nothing for the overlay";
 }
 
 // The same 10-unit marker on two very different value ranges: the same device

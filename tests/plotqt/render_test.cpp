@@ -6,6 +6,7 @@
 
 #include "formats/file_text.h"
 #include "formats/pol.h"
+#include "strings/string_table.h"
 #include "support/temp_dir.h"
 
 namespace tavilo {
@@ -21,7 +22,7 @@ AirfoilPtr Naca4412() {
 TEST(RenderPlotsToFile, DrawsARealXfoilPolarAsPng) {
   std::string path = TAVILO_PICTURE_DIR "/naca4412_plots.png";
   std::string error;
-  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), path, &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), path, kEnglish, &error)) << error;
   QImage image(QString::fromStdString(path));
   EXPECT_EQ(image.size(), QSize(1600, 1000));
   // The polar's curve and markers in palette blue 1 on the lift-drag graph.
@@ -37,17 +38,17 @@ TEST(RenderPlotsToFile, DrawsARealXfoilPolarAsPng) {
 TEST(RenderPlotsToFile, WritesSvgByExtensionInAnyCaseAndRefusesOthers) {
   testing::TempDir dir;
   std::string error;
-  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.SVG"), &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.SVG"), kEnglish, &error)) << error;
   std::string svg = ReadFileBytes(dir.File("plots.SVG"));
   EXPECT_NE(svg.find("<svg"), std::string::npos);
   EXPECT_NE(svg.find("Re= 1000000"), std::string::npos);
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("plots.jpg"), &error));
+  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("plots.jpg"), kEnglish, &error));
   EXPECT_NE(error.find("plots.jpg"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir.File("plots.jpg")));
   error.clear();
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), &error));
+  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), kEnglish, &error));
   EXPECT_FALSE(error.empty());
-  EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), &error)) << "framed graphs only";
+  EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), kEnglish, &error)) << "framed graphs only";
 }
 
 }  // namespace

@@ -20,6 +20,8 @@ struct SurfaceCall {
   LineKind lineKind = LineKind::Plain;
   std::string text;                       // Print
   int value = 0;                          // FillStyle, DrawWidth
+
+  bool operator==(const SurfaceCall&) const = default;
 };
 
 class RecordingSurface : public DrawingSurface {
