@@ -16,6 +16,8 @@ class DocumentController {
 
   Document& Edits() { return document_; }
   const Airfoil& Current() const { return document_.Current(); }
+  // Past the document, for tests that set up odd content; the window itself
+  // changes the airfoil only through Edits().
   Airfoil& Current() { return *document_.CurrentPtr(); }
 
   // Replaces the document with the file at `path` (an unknown kind of file

@@ -19,6 +19,7 @@
 #include "about_dialog.h"
 #include "caption_apply.h"
 #include "file_browser.h"
+#include "fileio/load.h"
 #include "formats/number_text.h"
 #include "graph_widget.h"
 #include "icons.h"
@@ -183,7 +184,7 @@ void PEFForm::DocumentChanged(const DocumentChange& change) {
   if ((change.Changes() & kFileChanged) && change.step != ChangeStep::Do) {
     // Done the first time, LoadFile named the file already.
     const tavilo::Document& document = document_->Edits();
-    if (!document.FileName().empty()) ui_->SetWindowTitle("Tavilo - " + document.FileName());
+    if (!document.FileName().empty()) ui_->SetWindowTitle(WindowTitleOf(document.FileName()));
     ui_->SetAirfoilName(document.Current().Name);
   }
 }

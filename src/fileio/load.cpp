@@ -101,7 +101,7 @@ void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
 
 AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
   BusyScope busy(ui);
-  ui.SetWindowTitle("Tavilo - " + fileName);
+  ui.SetWindowTitle(WindowTitleOf(fileName));
   LoadResult result = ReadPolarFile(fileName, [&ui](const std::vector<std::string>& entries) {
     return ui.ChooseAirfoil(entries);
   });

@@ -43,6 +43,9 @@ std::string DiagnosticText(const Diagnostic& diagnostic, int language);
 // ones stay unseen.
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui);
 
+// The window's title while `fileName` is the document's file.
+inline std::string WindowTitleOf(const std::string& fileName) { return "Tavilo - " + fileName; }
+
 // ReadPolarFile for the window: shows "Reading..." and the busy pointer
 // while it reads, then "Ready."; sets the window title to "Tavilo - " +
 // fileName and the airfoil name label; the user picks a drag file's airfoil;

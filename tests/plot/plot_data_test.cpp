@@ -201,29 +201,6 @@ GraphView ScaleOf(const RecordingSurface& surface) {
   return scale.empty() ? GraphView{} : GraphView{scale[0].x1, scale[0].y1, scale[0].x2, scale[0].y2};
 }
 
-TEST(PlotViews, DefaultViewsScaleEachGraphAsTheRangeListsAsk) {
-  const struct {
-    PlotRanges ranges;
-    GraphView clCd, clAlfa, cmAlfa, transition;
-  } cases[] = {
-      {PlotRanges{}, {0, 1.5, 0.025, -0.5}, {-15, 1.5, 15, -0.5}, {-15, 0.4, 15, -0.4}, {0, 1.5, 1, -0.5}},
-      {PlotRanges{3.0, -1.5, 2.0, 90}, {0, 3, 2, -1.5}, {-90, 3, 90, -1.5}, {-90, 0.4, 90, -0.4}, {0, 3, 1, -1.5}},
-      {PlotRanges{0.5, 0.0, 0.01, 10}, {0, 0.5, 0.01, 0}, {-10, 0.5, 10, 0}, {-10, 0.4, 10, -0.4}, {0, 0.5, 1, 0}},
-  };
-  Airfoil airfoil;
-  for (const auto& c : cases) {
-    Graphs g;
-    PlotRequest request;
-    request.views = DefaultViews(c.ranges);
-    PlotData(&airfoil, request, g.All());
-    EXPECT_EQ(ScaleOf(g.clCd), c.clCd) << c.ranges.clMax;
-    EXPECT_EQ(ScaleOf(g.clAlfa), c.clAlfa) << c.ranges.clMax;
-    EXPECT_EQ(ScaleOf(g.cmAlfa), c.cmAlfa) << c.ranges.clMax;
-    EXPECT_EQ(ScaleOf(g.blu), c.transition) << c.ranges.clMax;
-    EXPECT_EQ(ScaleOf(g.bll), c.transition) << c.ranges.clMax;
-  }
-}
-
 TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
   AirfoilPtr airfoil = MakeAirfoil({2});
   Graphs defaults, zoomed;
@@ -252,6 +229,7 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
 TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   PlotRequest request;
   request.views.clCd = {0.04, 2.0, 0.06, 0.0};
+  request.language = kGerman;
   Graphs g;
   PlotData(MakeAirfoil({1}).get(), request, g.All());
   const RecordingSurface& s = g.clCd;
@@ -260,21 +238,11 @@ TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   // A drag axis 0.02 wide is labelled every 0.005.
   const char* labels[] = {"0.045", "0.050", "0.055"};
   for (size_t i = 0; i < 3; ++i) EXPECT_EQ(texts[i].text, labels[i]);
-  EXPECT_EQ(texts[3].text, "Airfoil: ");
+  EXPECT_EQ(texts[3].text, "Profil: ") << "in the request's language";
   EXPECT_NEAR(texts[3].x1, 0.04 + 0.02 / 50, 1e-15);
   EXPECT_NEAR(texts[3].y1, 0.2, 1e-15);
   EXPECT_NEAR(texts[4].x1, 0.06 - s.TextWidth("..Re=1000000.."), 1e-15) << "the legend hangs from the top right";
   EXPECT_EQ(texts[4].y1, 2.0);
-}
-
-TEST(PlotData, TheTitleSpeaksTheRequestsLanguage) {
-  Airfoil airfoil;
-  airfoil.Name = "E387";
-  PlotRequest request;
-  request.language = kGerman;
-  Graphs g;
-  PlotData(&airfoil, request, g.All());
-  EXPECT_EQ(g.clCd.Calls(CallKind::Print).back().text, "Profil: E387");
 }
 
 TEST(Overlays, AreJoinedAfterThePolarsInTheirColourWhereTheirValuesExist) {
