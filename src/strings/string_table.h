@@ -1,8 +1,11 @@
 #pragma once
 // Every text the user sees, in English and German. The English text of id n
-// is resource 1000 + n, the German one 2000 + n, for n from 0 to 92.
+// is resource 1000 + n, the German one 2000 + n: ids 0 to 92 as the program
+// always had them, and later texts from 100 on, in blocks by feature.
 
+#include <initializer_list>
 #include <string>
+#include <string_view>
 
 namespace tavilo {
 
@@ -16,9 +19,13 @@ const std::string& ResourceString(int key);
 
 // The text of id `id` in `language` (1 English, 2 German): resource
 // language * 1000 + id. OverflowError when that leaves the 32-bit range;
-// ResourceError for an id without an entry (outside 0..92, or a language
-// other than 1 and 2).
+// ResourceError for an id without an entry (93 to 99 and past the later
+// texts, or a language other than 1 and 2).
 const std::string& GetResString(int id, int language);
+
+// GetResString with "%1", "%2" ... replaced by the arguments in order; a
+// "%" followed by anything else stays.
+std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments);
 
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
 std::string ErrorTitle(int language);

@@ -51,6 +51,13 @@ TEST(StringTable, IdsOutsideTheTableFail) {
   EXPECT_THROW(GetResString(3, 3000000), OverflowError);
 }
 
+TEST(StringTable, LaterTextsStandInBothLanguagesAndTakeArguments) {
+  for (int n = 100; n <= 118; ++n) EXPECT_FALSE(ResourceString(1000 + n).empty() || ResourceString(2000 + n).empty()) << n;
+  EXPECT_THROW(GetResString(99, kGerman), ResourceError) << "no text between the blocks";
+  EXPECT_EQ(FormatResString(113, kGerman, {"/data/wing.pol", "14"}), "/data/wing.pol, Zeile 14");
+  EXPECT_EQ(FormatResString(104, kEnglish, {"50% wing.pol"}), "File not found: 50% wing.pol") << "arguments stay as they are";
+}
+
 TEST(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
   for (auto list : {MainWindowCaptions(), AirfoilSelectCaptions(), AboutCaptions(),
                     OptionsCaptions(), ApproxCaptions()}) {
