@@ -20,12 +20,8 @@ bool RunGuarded(UserInterface& ui, Action&& action) {
   try {
     action();
     return true;
-  } catch (const RuntimeError& error) {
-    message = error.what();
-  } catch (const std::bad_alloc&) {
-    message = "Out of memory: the file is too large to be held.";
   } catch (const std::exception& error) {
-    message = std::string("Unexpected error: ") + error.what();
+    message = ErrorText(error, ui.Language());
   }
   // Shown outside the handlers so that a failing message box cannot throw
   // from inside a catch block; any busy pointer of the action is lifted.

@@ -166,7 +166,7 @@ void PEFForm::ToolbarButtonClick(const QString& key) {
 }
 
 void PEFForm::NotAvailableYet() {
-  ui_->ShowMessage("This feature is not available yet.", GetResString(1, Language()), MessageIcon::Information);
+  ui_->ShowMessage(GetResString(112, Language()), GetResString(1, Language()), MessageIcon::Information);
 }
 
 void PEFForm::OpenSelectedFile() {

@@ -148,7 +148,7 @@ class Reader {
     for (const Diagnostic& diagnostic : report.diagnostics) {
       std::string text = DiagnosticText(diagnostic, options_.language);
       // The window's messages leave the file to the user's memory; here it is named.
-      if (diagnostic.messageId != kNoMessageId && !diagnostic.file.empty()) text += " (" + diagnostic.file + ")";
+      if (diagnostic.line == 0 && !diagnostic.file.empty()) text += " (" + diagnostic.file + ")";
       err_ << ErrorTitle(options_.language) << ": " << text << '\n';
       if (diagnostic.severity == Severity::Error) failed_ = true;
     }

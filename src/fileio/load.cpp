@@ -71,30 +71,18 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
 }
 
 std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
-  const bool german = language == kGerman;
-  switch (diagnostic.messageId) {
-    case kWindTunnelNotReadable:
-      return german ? "Modellwindkanal-Dateien (.mwk) können noch nicht gelesen werden."
-                    : "Stuttgart model wind tunnel files (.mwk) cannot be read yet.";
-    case kEpplerOutputNotReadable:
-      return german ? "Eppler-Ausgabedateien (.txt) können noch nicht gelesen werden."
-                    : "Eppler output files (.txt) cannot be read yet.";
-    case kNoMessageId: {
-      std::string text = diagnostic.file;
-      if (diagnostic.line > 0) text += (german ? ", Zeile " : ", line ") + std::to_string(diagnostic.line);
-      if (!text.empty()) text += ": ";
-      return text + diagnostic.text;
-    }
-    default:
-      return GetResString(diagnostic.messageId, language);
-  }
+  std::string text;
+  if (diagnostic.line > 0)
+    text = FormatResString(113, language, {diagnostic.file, std::to_string(diagnostic.line)}) + ": ";
+  return text + FormatResString(diagnostic.messageId, language, {diagnostic.text});
 }
 
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (diagnostic.quiet) continue;
     // The messages of files without a reader inform; the formats' own stop.
-    const MessageIcon icon = diagnostic.messageId >= 0 ? MessageIcon::Critical : MessageIcon::Information;
+    const bool informs = diagnostic.messageId == kWindTunnelNotReadable || diagnostic.messageId == kEpplerOutputNotReadable;
+    const MessageIcon icon = informs ? MessageIcon::Information : MessageIcon::Critical;
     ui.ShowMessage(DiagnosticText(diagnostic, ui.Language()), ErrorTitle(ui.Language()), icon);
   }
 }

@@ -21,8 +21,8 @@ enum class InputFormat { Xfoil, WindTunnel, Pef, Xml, Drag, EpplerOutput, Unknow
 InputFormat InputFormatOf(std::string_view fileName);
 
 // Message ids of the kinds of file that have no reader yet; they load empty.
-inline constexpr int kWindTunnelNotReadable = -2;
-inline constexpr int kEpplerOutputNotReadable = -3;
+inline constexpr int kWindTunnelNotReadable = 101;
+inline constexpr int kEpplerOutputNotReadable = 102;
 
 struct LoadResult {
   AirfoilPtr airfoil;  // never null; empty for a file no reader takes
@@ -36,7 +36,7 @@ struct LoadResult {
 LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose);
 
 // The user's text of `diagnostic` in `language`: its string-table message,
-// or the run-time error that stopped the read, after the file and line.
+// after the file and line where it names a line.
 std::string DiagnosticText(const Diagnostic& diagnostic, int language);
 
 // Shows the diagnostics that the window shows, one message box each; quiet

@@ -62,10 +62,7 @@ bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInte
     case OutputFormat::Eppler:
       // The Eppler input writer is not written yet; say so rather than
       // leave an empty file behind.
-      ui.ShowMessage(ui.Language() == kGerman ? "Eppler-Eingabedateien (.epp) können noch nicht "
-                                                "geschrieben werden."
-                                              : "Eppler input files (.epp) cannot be written yet.",
-                     ErrorTitle(ui.Language()), MessageIcon::Information);
+      ui.ShowMessage(GetResString(103, ui.Language()), ErrorTitle(ui.Language()), MessageIcon::Information);
       return false;
     case OutputFormat::Unknown:
       break;

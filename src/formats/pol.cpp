@@ -159,7 +159,7 @@ ReadReport ReadFromPOLText(Airfoil& airfoil, std::string_view bytes) {
     // in this reader: what was read stays, the polar being read is dropped.
     // The window shows nothing; the converter must not call it a success.
     report.stoppedEarly = true;
-    report.diagnostics.push_back({Severity::Error, kNoMessageId, error.what(), true, {}, reader.LinesRead()});
+    report.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), true, {}, reader.LinesRead()});
   }
   return report;
 }

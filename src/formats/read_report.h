@@ -10,14 +10,12 @@ namespace tavilo {
 
 enum class Severity { Warning, Error };
 
-// A diagnostic without a string-table message: the read stopped on a
-// run-time error, which `text` describes.
-inline constexpr int kNoMessageId = -1;
-
 struct Diagnostic {
   Severity severity = Severity::Error;
-  int messageId = kNoMessageId;  // the string the window shows (72, 73, 76 ...)
-  std::string text;              // the run-time error's own text, where there is one
+  // The string-table text (72, 73, 76 ..., or a run-time error's text that
+  // stopped the read), filled with `text` where it takes an argument.
+  int messageId = 0;
+  std::string text;
   // The format keeps quiet about it on screen (an XFOIL file cut by a wild
   // number); the converter still reports it.
   bool quiet = false;

@@ -1,55 +1,75 @@
 #pragma once
 // The run-time errors the core raises. Each user action catches them once, at
-// its boundary, and shows "Tavilo: Error" with the message.
+// its boundary, and shows "Tavilo: Error" with the message in the user's
+// language (ErrorText in strings/string_table.h); what() is the English text.
 
 #include <stdexcept>
 #include <string>
 
 namespace tavilo {
 
+// String ids of the errors' texts, each with one argument for the detail.
+inline constexpr int kFileNotFoundText = 104;
+inline constexpr int kSubscriptText = 105;
+inline constexpr int kOverflowText = 106;
+inline constexpr int kDivisionByZeroText = 107;
+inline constexpr int kFileAccessText = 109;
+inline constexpr int kUnexpectedText = 110;
+inline constexpr int kResourceText = 118;
+
 class RuntimeError : public std::runtime_error {
  public:
-  using std::runtime_error::runtime_error;
+  // `english` is the text's English form, used for what().
+  RuntimeError(int messageId, const std::string& english, const std::string& detail)
+      : std::runtime_error(english + detail), messageId_(messageId), detail_(detail) {}
+  explicit RuntimeError(const std::string& what) : RuntimeError(kUnexpectedText, "", what) {}
+
+  // The string id of the error's text and the detail that fills it (a path,
+  // an index, what overflowed).
+  int MessageId() const { return messageId_; }
+  const std::string& Detail() const { return detail_; }
+
+ private:
+  int messageId_;
+  std::string detail_;
 };
 
 // An index outside a list's bounds.
 class SubscriptError : public RuntimeError {
  public:
-  explicit SubscriptError(const std::string& what) : RuntimeError("Subscript out of range: " + what) {}
+  explicit SubscriptError(const std::string& what) : RuntimeError(kSubscriptText, "Subscript out of range: ", what) {}
 };
 
 // A 16-bit count or index past its range, or a number too large for its target.
 class OverflowError : public RuntimeError {
  public:
-  explicit OverflowError(const std::string& what) : RuntimeError("Overflow: " + what) {}
+  explicit OverflowError(const std::string& what) : RuntimeError(kOverflowText, "Overflow: ", what) {}
 };
 
 // A file that does not exist or cannot be opened; the message names the path.
 class FileNotFoundError : public RuntimeError {
  public:
-  explicit FileNotFoundError(const std::string& path)
-      : RuntimeError("File not found: " + path), path_(path) {}
-  const std::string& Path() const { return path_; }
-
- private:
-  std::string path_;
+  explicit FileNotFoundError(const std::string& path) : RuntimeError(kFileNotFoundText, "File not found: ", path) {}
+  const std::string& Path() const { return Detail(); }
 };
 
+// A division by zero; a caller that knows the cause better names its own text.
 class DivisionByZeroError : public RuntimeError {
  public:
-  explicit DivisionByZeroError(const std::string& what) : RuntimeError("Division by zero: " + what) {}
+  explicit DivisionByZeroError(const std::string& what, int messageId = kDivisionByZeroText)
+      : RuntimeError(messageId, "Division by zero: ", what) {}
 };
 
 // A file that could be opened but not read or written completely.
 class FileAccessError : public RuntimeError {
  public:
-  explicit FileAccessError(const std::string& what) : RuntimeError("File access error: " + what) {}
+  explicit FileAccessError(const std::string& what) : RuntimeError(kFileAccessText, "File access error: ", what) {}
 };
 
 // A string id with no entry in the string table.
 class ResourceError : public RuntimeError {
  public:
-  explicit ResourceError(const std::string& what) : RuntimeError("Resource not found: " + what) {}
+  explicit ResourceError(const std::string& what) : RuntimeError(kResourceText, "Resource not found: ", what) {}
 };
 
 }  // namespace tavilo

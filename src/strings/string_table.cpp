@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <new>
 
 #include "model/errors.h"
 
@@ -279,6 +280,13 @@ const std::string& GetResString(int id, int language) {
   if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
     throw OverflowError("string id " + std::to_string(id));
   return ResourceString(static_cast<int>(key));
+}
+
+std::string ErrorText(const std::exception& error, int language) {
+  if (auto* runtime = dynamic_cast<const RuntimeError*>(&error))
+    return FormatResString(runtime->MessageId(), language, {runtime->Detail()});
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);
+  return FormatResString(kUnexpectedText, language, {error.what()});
 }
 
 std::string ErrorTitle(int language) {

@@ -3,6 +3,7 @@
 // is resource 1000 + n, the German one 2000 + n: ids 0 to 92 as the program
 // always had them, and later texts from 100 on, in blocks by feature.
 
+#include <exception>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -26,6 +27,10 @@ const std::string& GetResString(int id, int language);
 // GetResString with "%1", "%2" ... replaced by the arguments in order; a
 // "%" followed by anything else stays.
 std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments);
+
+// What went wrong, in `language`: a core run-time error by its own text and
+// detail, running out of memory, anything else as an unexpected error.
+std::string ErrorText(const std::exception& error, int language);
 
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
 std::string ErrorTitle(int language);

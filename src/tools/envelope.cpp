@@ -34,7 +34,8 @@ PolarPtr BuildEnvelope(const Airfoil& airfoil) {
     }
   }
   const int n = RoundToInt16((clMax - clMin) / 0.05 + 0.5);
-  if (n == 0) throw DivisionByZeroError("the selected polars span no lift range");
+  // Its own text (string 111): the user can mend this by ticking other polars.
+  if (n == 0) throw DivisionByZeroError("the selected polars span no lift range", 111);
   const double dCl = (clMax - clMin) / n;
 
   auto envelope = std::make_shared<Polar>();

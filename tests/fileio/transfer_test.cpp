@@ -88,18 +88,18 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   const struct {
     const char* name;
     std::string text;
-    int messageId;  // of the one diagnostic, or none
+    int messageId;  // of the one diagnostic of an error
     bool error, quiet, stoppedEarly;
     int line;
   } cases[] = {
       {"wing.xml", "<polar-exchange-file/>", 72, true, false, false, 0},
       {"wing2.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", 76, true, false, false, 0},
       {"wing.pef", "[Airfoil]\r\nDescription1=A\r\n", 76, true, false, false, 0},
-      {"wild.pol", pol, kNoMessageId, true, true, true, 14},
+      {"wild.pol", pol, kOverflowText, true, true, true, 14},
       {"notes.doc", "", 73, true, false, false, 0},
-      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", kNoMessageId,
+      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", 0,
        false, false, true, 0},
-      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", kNoMessageId, false, false, false, 0},
+      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", 0, false, false, false, 0},
   };
   for (const auto& c : cases) {
     const std::string path = dir.Write(c.name, c.text);
@@ -115,7 +115,7 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   }
   // The wild number keeps the point before it and is named with its line.
   const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
-  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], kGerman).rfind(dir.File("wild.pol") + ", Zeile 14: Overflow", 0),
+  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], kGerman).rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
             0u);
   RecordingUserInterface ui;
   ShowDiagnostics(wild.report, ui);
