@@ -1,6 +1,9 @@
 #include "document_controller.h"
 
+#include <filesystem>
+
 #include "fileio/transfer.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
@@ -25,8 +28,14 @@ void DocumentController::BatchConvert() {
 }
 
 void DocumentController::Envelope() {
-  // Written beside the program's working directory, where it always went.
-  Run([](Document& document) { document.Envelope("Envelope.pef"); });
+  // Written into the program's working directory, where it always went.
+  const std::string path = std::filesystem::absolute("Envelope.pef").string();
+  bool written = false;
+  Run([&](Document& document) {
+    const CommandPtr command = document.Envelope(path);
+    written = command && command->Changed();
+  });
+  if (written) ui_.FlashStatusText(FormatResString(116, ui_.Language(), {path}));
 }
 
 void DocumentController::SortReynolds() {

@@ -6,13 +6,13 @@
 #include <string>
 
 #include "document/document.h"
-#include "ui/user_interface.h"
+#include "qt_user_interface.h"
 
 namespace tavilo {
 
 class DocumentController {
  public:
-  explicit DocumentController(UserInterface& ui) : ui_(ui) {}
+  explicit DocumentController(QtUserInterface& ui) : ui_(ui) {}
 
   Document& Edits() { return document_; }
   const Airfoil& Current() const { return document_.Current(); }
@@ -29,7 +29,8 @@ class DocumentController {
   void Export();
   void BatchConvert();
   // Adds the Cd-min envelope of the selected polars as a new set and writes
-  // it to "Envelope.pef" in the working directory.
+  // it to "Envelope.pef" in the working directory, whose full path the
+  // status bar then shows for a while.
   void Envelope();
   void SortReynolds();
   void SortMach();
@@ -39,7 +40,7 @@ class DocumentController {
   bool Run(Edit&& edit);
 
  private:
-  UserInterface& ui_;
+  QtUserInterface& ui_;
   Document document_;
 };
 

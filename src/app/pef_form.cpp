@@ -25,6 +25,7 @@
 #include "icons.h"
 #include "model/errors.h"
 #include "options_dialog.h"
+#include "qt_translation.h"
 #include "qt_user_interface.h"
 #include "settings.h"
 #include "strings/captions.h"
@@ -106,6 +107,8 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
     resize(size().boundedTo(screen()->availableSize()));
   }
   client_->installEventFilter(this);
+  // Every control and graph stays usable down to this size.
+  setMinimumSize(900, 600);
   setAcceptDrops(true);
   browser_->Files()->setFocus();
 }
@@ -119,6 +122,8 @@ int PEFForm::Language() const { return ui_->Language(); }
 void PEFForm::SwitchLanguage() {
   const int language = Language();
   ApplyCaptions(this, MainWindowCaptions(), language);
+  findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(100, language)));
+  InstallQtTranslation(qtTranslator_, language);
   if (QAction* help = findChild<QAction*>("Toolbar1_HELP"))
     help->setToolTip(QString::fromStdString(GetResString(36, language)));
   statusBar()->showMessage(QString::fromStdString(GetResString(3, language)));
@@ -181,6 +186,10 @@ void PEFForm::DocumentChanged(const DocumentChange& change) {
   treeController_->DocumentChanged(change);
   RefreshPlots();
   if (change.Changes() & kContentChanged) EnableItems(false);
+  if (change.Changes() & kFileChanged) {
+    // The read-outs spoke of the airfoil that was shown before.
+    for (QLabel* readout : readouts_) readout->clear();
+  }
   if ((change.Changes() & kFileChanged) && change.step != ChangeStep::Do) {
     // Done the first time, LoadFile named the file already.
     const tavilo::Document& document = document_->Edits();
@@ -292,6 +301,12 @@ void PEFForm::dropEvent(QDropEvent* event) {
   if (file.isEmpty()) return;
   event->acceptProposedAction();
   document_->OpenFile(file.toStdString());
+}
+
+bool PEFForm::event(QEvent* event) {
+  // The status bar's text changes only when the program changes it.
+  if (event->type() == QEvent::StatusTip) return true;
+  return QMainWindow::event(event);
 }
 
 void PEFForm::closeEvent(QCloseEvent* event) {

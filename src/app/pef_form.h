@@ -4,6 +4,7 @@
 // widgets; the actions on the document live in DocumentController.
 
 #include <QMainWindow>
+#include <QTranslator>
 #include <array>
 #include <memory>
 
@@ -61,6 +62,8 @@ class PEFForm : public QMainWindow {
 
  protected:
   void closeEvent(QCloseEvent* event) override;
+  // Swallows status tips, which would wipe "Ready." whenever a menu opens.
+  bool event(QEvent* event) override;
   // A polar file dropped on the window opens as if chosen in the file list.
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
@@ -101,6 +104,7 @@ class PEFForm : public QMainWindow {
   std::array<QComboBox*, 4> rangeLists_{};
   std::array<QLabel*, 3> rangeLabels_{};  // Label1, Label2, Label3
   MainLayout layout_;
+  QTranslator qtTranslator_;  // Qt's own texts in the window's language
 };
 
 }  // namespace tavilo

@@ -68,8 +68,6 @@ void PEFForm::BuildMenus() {
   AddAction(file, "mnuFileImport", nullptr)->setShortcut(QKeySequence::Open);
   AddAction(file, "mnuFileExport", nullptr)->setShortcut(QKeySequence::Save);
   QAction* batch = AddAction(file, "mnuBatch", nullptr);
-  // The batch entry has no text in the string table; it reads the same in both languages.
-  batch->setText("&Batch PEF to XML...");
   AddAction(file, "mnuFilePrint", &PEFForm::NotAvailableYet)->setShortcut(QKeySequence::Print);
   AddAction(file, "mnuPrintOptions", nullptr);
   AddAction(file, "mnuSeparator", nullptr)->setSeparator(true);

@@ -10,6 +10,7 @@
 #include <QMessageBox>
 #include <QStatusBar>
 #include <QStringList>
+#include <QTimer>
 
 #include "airfoil_select_dialog.h"
 
@@ -65,19 +66,35 @@ void QtUserInterface::ShowMessage(const std::string& text, const std::string& ti
   if (wasBusy) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
 }
 
+QString DefaultSuffixOf(const QString& nameFilter) {
+  const qsizetype open = nameFilter.lastIndexOf('(');
+  const QString patterns = nameFilter.mid(open + 1).chopped(nameFilter.endsWith(')') ? 1 : 0);
+  const QString first = patterns.section(' ', 0, 0);
+  const QString suffix = first.startsWith("*.") ? first.mid(2) : QString();
+  return suffix.contains('*') || suffix.contains('?') ? QString() : suffix;
+}
+
 std::string QtUserInterface::ChooseFile(const FileDialogRequest& request) {
   const QString filter = QtFileFilter(request.filter);
   if (fileChooser_) return fileChooser_(request, filter);
-  const QString directory = dialogDirectory_ ? dialogDirectory_() : QString();
-  QString chosen;
+  QFileDialog dialog(window_, Text(request.title), dialogDirectory_ ? dialogDirectory_() : QString(), filter);
+  dialog.setObjectName("CMDialog");
+  // Qt's own dialog speaks the program's language; a native one would not.
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
   if (request.kind == FileDialogKind::Open) {
-    chosen = QFileDialog::getOpenFileName(window_, Text(request.title), directory, filter);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
   } else {
-    const QFileDialog::Options options =
-        request.promptOverwrite ? QFileDialog::Options() : QFileDialog::DontConfirmOverwrite;
-    chosen = QFileDialog::getSaveFileName(window_, Text(request.title), directory, filter, nullptr, options);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.promptOverwrite);
+    // A name typed without an extension takes the chosen file type's, so
+    // that "wing" with the PEF type selected is written as "wing.pef".
+    auto follow = [&dialog](const QString& nameFilter) { dialog.setDefaultSuffix(DefaultSuffixOf(nameFilter)); };
+    follow(dialog.selectedNameFilter());
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   }
-  return chosen.toStdString();
+  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+  return dialog.selectedFiles().first().toStdString();
 }
 
 QString QtUserInterface::InputBox(const QString& prompt, const QString& title, const QString& value) {
@@ -100,6 +117,14 @@ int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {
 }
 
 void QtUserInterface::SetStatusText(const std::string& text) { status_->showMessage(Text(text)); }
+
+void QtUserInterface::FlashStatusText(const std::string& text, int milliseconds) {
+  const QString shown = Text(text);
+  status_->showMessage(shown);
+  QTimer::singleShot(milliseconds, status_, [this, shown] {
+    if (status_->currentMessage() == shown) SetStatusText(GetResString(3, Language()));
+  });
+}
 
 void QtUserInterface::SetWindowTitle(const std::string& title) { window_->setWindowTitle(Text(title)); }
 

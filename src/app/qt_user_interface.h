@@ -19,6 +19,10 @@ namespace tavilo {
 // Several patterns of one entry, joined by ";", become blank-separated.
 QString QtFileFilter(const std::string& pairs);
 
+// The extension a Qt name filter stands for: "xml" for "Polar Exchange
+// File (*.xml)", none for "Mses Polar File (polar.*)".
+QString DefaultSuffixOf(const QString& nameFilter);
+
 class QtUserInterface : public UserInterface {
  public:
   // Answers the file dialog in place of the platform's; tests use it.
@@ -37,6 +41,10 @@ class QtUserInterface : public UserInterface {
   void SetBusy(bool busy) override;
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;
+
+  // Shows `text` in the status bar for `milliseconds`, then "Ready." again,
+  // unless the program has shown another text meanwhile.
+  void FlashStatusText(const std::string& text, int milliseconds = 5000);
 
   // An input box with `prompt`, `title` and the default text `value`: the
   // text entered, or "" when the user cancelled.

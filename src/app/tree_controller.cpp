@@ -95,6 +95,16 @@ void TreeController::WireMenus() {
     connect(key, &QAction::triggered, this, commands[i].handler);
     tree_->addAction(key);
   }
+  // Space ticks the current node as a left click does; moving with the
+  // arrow keys only moves.
+  auto* space = new QAction(tree_);
+  space->setObjectName(QStringLiteral("TreeKey_Toggle"));
+  space->setShortcut(QKeySequence(Qt::Key_Space));
+  space->setShortcutContext(Qt::WidgetShortcut);
+  connect(space, &QAction::triggered, this, [this] {
+    if (QTreeWidgetItem* item = tree_->currentItem()) Toggle(item);
+  });
+  tree_->addAction(space);
 }
 
 QString TreeController::SelectedKey() const {

@@ -123,9 +123,12 @@ CommandPtr Document::Sort(bool byMach) {
 }
 
 CommandPtr Document::Envelope(const std::string& path) {
-  return Execute(EditKind::Envelope, [&](AirfoilPtr& airfoil) {
-    if (ConfigurationPtr set = AddEnvelopeSet(*airfoil)) WriteSetToPEF(airfoil->Name, set, path);
-  });
+  ConfigurationPtr set;
+  CommandPtr command = Execute(EditKind::Envelope, [&](AirfoilPtr& airfoil) { set = AddEnvelopeSet(*airfoil); });
+  // Written once the user sees the new set, so that a failed write cannot
+  // leave the tree behind the document.
+  if (set) WriteSetToPEF(current_->Name, set, path);
+  return command;
 }
 
 CommandPtr Document::Toggle(std::vector<TreeNode>& nodes, size_t clicked) {

@@ -108,9 +108,9 @@ class Document {
   CommandPtr SetPolarProperties(int setIndex, int polarIndex, const PolarProperties& properties);
   // Sorts the polars of every set by Reynolds or by Mach number.
   CommandPtr Sort(bool byMach);
-  // Adds the Cd-min envelope of the ticked polars as a new set "Envelope"
-  // and then writes that set alone to `path`; unchanged when nothing is
-  // ticked. A failed write leaves the set added.
+  // Adds the Cd-min envelope of the ticked polars as a new set "Envelope",
+  // shows it, and then writes that set alone to `path`; unchanged when
+  // nothing is ticked. A failed write raises with the set added and shown.
   CommandPtr Envelope(const std::string& path);
   // A left click on tree node `clicked` (ToggleNode): its mark and ticks.
   CommandPtr Toggle(std::vector<TreeNode>& nodes, size_t clicked);

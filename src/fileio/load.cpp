@@ -90,8 +90,8 @@ void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
 AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
   BusyScope busy(ui);
   ui.SetWindowTitle(WindowTitleOf(fileName));
-  LoadResult result = ReadPolarFile(fileName, [&ui](const std::vector<std::string>& entries) {
-    return ui.ChooseAirfoil(entries);
+  LoadResult result = AboutFile(fileName, [&] {
+    return ReadPolarFile(fileName, [&ui](const std::vector<std::string>& entries) { return ui.ChooseAirfoil(entries); });
   });
   ShowDiagnostics(result.report, ui);
   ui.SetAirfoilName(result.airfoil->Name);

@@ -18,9 +18,36 @@ namespace {
 
 bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF"; }
 
-// The open dialog of Import, which Batch shares, title included, as it always did.
-FileDialogRequest ImportRequest(int language) {
-  return {FileDialogKind::Open, GetResString(61, language), GetResString(62, language), false};
+// The open dialog of Import, which Batch shares, title and the filters of
+// id 62 included, as it always did; Import alone offers every polar file first.
+FileDialogRequest ImportRequest(int language, bool allPolarFilesFirst) {
+  std::string filter = GetResString(62, language);
+  if (allPolarFilesFirst) filter = GetResString(115, language) + "|" + kAllPolarFilesPattern + "|" + filter;
+  return {FileDialogKind::Open, GetResString(61, language), filter, false};
+}
+
+bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
+  switch (OutputFormatOf(fileName)) {
+    case OutputFormat::Pef:
+      WriteToPEF(airfoil, fileName);
+      return true;
+    case OutputFormat::Xfoil:
+      WriteToPOL(airfoil, fileName);
+      return true;
+    case OutputFormat::Xml:
+      WriteToXML(airfoil, fileName);
+      return true;
+    case OutputFormat::Eppler:
+      // The Eppler input writer is not written yet; say so rather than
+      // leave an empty file behind.
+      ui.ShowMessage(GetResString(103, ui.Language()), ErrorTitle(ui.Language()), MessageIcon::Information);
+      return false;
+    case OutputFormat::Unknown:
+      break;
+  }
+  ui.ShowMessage(GetResString(73, ui.Language()) + "\r\n'" + fileName + "'", ErrorTitle(ui.Language()),
+                 MessageIcon::Critical);
+  return false;
 }
 
 }  // namespace
@@ -46,37 +73,17 @@ bool ImportFile(Airfoil& current, UserInterface& ui) {
   return true;
 }
 
-std::string ChooseImportFile(UserInterface& ui) { return ui.ChooseFile(ImportRequest(ui.Language())); }
+std::string ChooseImportFile(UserInterface& ui) { return ui.ChooseFile(ImportRequest(ui.Language(), true)); }
 
 bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
-  switch (OutputFormatOf(fileName)) {
-    case OutputFormat::Pef:
-      WriteToPEF(airfoil, fileName);
-      return true;
-    case OutputFormat::Xfoil:
-      WriteToPOL(airfoil, fileName);
-      return true;
-    case OutputFormat::Xml:
-      WriteToXML(airfoil, fileName);
-      return true;
-    case OutputFormat::Eppler:
-      // The Eppler input writer is not written yet; say so rather than
-      // leave an empty file behind.
-      ui.ShowMessage(GetResString(103, ui.Language()), ErrorTitle(ui.Language()), MessageIcon::Information);
-      return false;
-    case OutputFormat::Unknown:
-      break;
-  }
-  ui.ShowMessage(GetResString(73, ui.Language()) + "\r\n'" + fileName + "'", ErrorTitle(ui.Language()),
-                 MessageIcon::Critical);
-  return false;
+  return AboutFile(fileName, [&] { return WriteByName(airfoil, fileName, ui); });
 }
 
 void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, const std::string& path) {
   Airfoil file;
   file.Name = airfoilName;
   file.AddConfiguration(set);
-  WriteToPEF(file, path);
+  AboutFile(path, [&] { WriteToPEF(file, path); });
 }
 
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
@@ -115,7 +122,7 @@ void ConvertPefDirectory(const std::string& directory, const BatchReader& read, 
     const LoadResult loaded = read(prefix + name);
     const std::string target = BatchTargetName(name);
     progress(BatchStep{name, target, loaded.report});
-    WriteToXML(*loaded.airfoil, prefix + target);
+    AboutFile(prefix + target, [&] { WriteToXML(*loaded.airfoil, prefix + target); });
   }
 }
 
@@ -130,7 +137,7 @@ void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
 }
 
 bool BatchConvert(UserInterface& ui) {
-  const std::string fileName = ui.ChooseFile(ImportRequest(ui.Language()));
+  const std::string fileName = ui.ChooseFile(ImportRequest(ui.Language(), false));
   const size_t slash = fileName.rfind('/');
   if (fileName.empty() || slash == std::string::npos) {
     ui.SetStatusText(GetResString(3, ui.Language()));

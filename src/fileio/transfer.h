@@ -14,6 +14,9 @@ namespace tavilo {
 
 enum class OutputFormat { Pef, Xfoil, Eppler, Xml, Unknown };
 
+// Every name a reader takes, as the Import dialog's first filter.
+inline constexpr const char* kAllPolarFilesPattern = "*.xml;*.pef;*.pol;polar.*;*.drg;*.mwk;*.txt";
+
 // The writer for `fileName` by its last four characters in upper case:
 // ".PEF", ".POL", ".EPP", ".XML".
 OutputFormat OutputFormatOf(std::string_view fileName);

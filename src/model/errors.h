@@ -28,11 +28,30 @@ class RuntimeError : public std::runtime_error {
   // an index, what overflowed).
   int MessageId() const { return messageId_; }
   const std::string& Detail() const { return detail_; }
+  // The file the error is about, where the action that met it knows one
+  // that the detail does not name already; "" otherwise.
+  const std::string& File() const { return file_; }
+  void SetFile(const std::string& file) {
+    if (file_.empty() && detail_.find(file) == std::string::npos) file_ = file;
+  }
 
  private:
   int messageId_;
   std::string detail_;
+  std::string file_;
 };
+
+// Runs `action` and returns what it returns; a run-time error it raises
+// goes on marked as being about `file`.
+template <class Action>
+decltype(auto) AboutFile(const std::string& file, Action&& action) {
+  try {
+    return action();
+  } catch (RuntimeError& error) {
+    error.SetFile(file);
+    throw;
+  }
+}
 
 // An index outside a list's bounds.
 class SubscriptError : public RuntimeError {

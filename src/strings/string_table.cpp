@@ -283,8 +283,10 @@ const std::string& GetResString(int id, int language) {
 }
 
 std::string ErrorText(const std::exception& error, int language) {
-  if (auto* runtime = dynamic_cast<const RuntimeError*>(&error))
-    return FormatResString(runtime->MessageId(), language, {runtime->Detail()});
+  if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
+    std::string text = FormatResString(runtime->MessageId(), language, {runtime->Detail()});
+    return runtime->File().empty() ? text : FormatResString(114, language, {runtime->File(), text});
+  }
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);
   return FormatResString(kUnexpectedText, language, {error.what()});
 }

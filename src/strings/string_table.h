@@ -29,7 +29,8 @@ const std::string& GetResString(int id, int language);
 std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments);
 
 // What went wrong, in `language`: a core run-time error by its own text and
-// detail, running out of memory, anything else as an unexpected error.
+// detail (after the file it is about, where it names one), running out of
+// memory, anything else as an unexpected error.
 std::string ErrorText(const std::exception& error, int language);
 
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
