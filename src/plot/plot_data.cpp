@@ -34,14 +34,15 @@ void SetForeColor(const GraphSurfaces& s, Color color) {
 void DrawLegendEntry(DrawingSurface& surface, const GraphView& view, const LegendCell& cell,
                      int set, int polarIndex, const Polar& polar, int symbol) {
   std::string text = LegendText(polar);
-  Color color = surface.ForeColor();
-  surface.SetCurrentX(view.right - set * cell.width);
-  surface.SetCurrentY(view.top + (polarIndex - 1) * cell.height);
-  surface.SetForeColor(LegendShadow(color));
-  surface.Print(text);
-  surface.SetForeColor(color);
-  surface.SetCurrentX(view.right - set * cell.width - view.Width() / 100);
-  surface.SetCurrentY(view.top + (polarIndex - 1) * cell.height - 0.016 * (view.top - view.bottom));
+  // The entry's cell, and the inset place where it is written: first as a
+  // halo of the background, then over it in the polar's colour.
+  const double x = view.right - set * cell.width - view.Width() / 100;
+  const double y = view.top + (polarIndex - 1) * cell.height - 0.016 * (view.top - view.bottom);
+  surface.SetCurrentX(x);
+  surface.SetCurrentY(y);
+  surface.PrintHalo(text, kLegendHalo);
+  surface.SetCurrentX(x);
+  surface.SetCurrentY(y);
   surface.Print(text);
   // The marker begins where the text ends instead of covering its last digit.
   double size = view.Width() / 100;
@@ -162,10 +163,6 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
 
 std::string LegendText(const Polar& polar) { return "Re=" + NumberText(polar.ReynoldsNumber); }
 
-Color LegendShadow(Color color) {
-  auto mix = [](uint8_t channel) { return static_cast<uint8_t>((channel + 4 * 255 + 2) / 5); };
-  return Color::Rgb(mix(color.red), mix(color.green), mix(color.blue));
-}
 
 void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
   if (!airfoil) return;

@@ -40,9 +40,9 @@ inline int PolarSymbolIndex(int ordinal) { return (ordinal - 1) % 5 + 1; }
 // text, e.g. "Re= 1000000".
 std::string LegendText(const Polar& polar);
 
-// The pale tone the first legend pass is written in, a shadow behind the
-// second: `color` mixed four parts to one with white.
-Color LegendShadow(Color color);
+// The halo the first legend pass draws behind the second: the graphs'
+// white background, so that an entry stays readable over grid and curves.
+inline constexpr Color kLegendHalo = Color::Rgb(255, 255, 255);
 
 // A curve drawn over the polars, such as a tool's result: the points in
 // order, joined in `color` on every graph, without markers or a legend

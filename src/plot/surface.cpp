@@ -6,4 +6,19 @@ namespace tavilo {
 
 void ThrowDeviceCoordinateOverflow() { throw OverflowError("drawing coordinate out of range"); }
 
+void DrawingSurface::DrawHalo(std::string_view text, Color color) {
+  const double x = CurrentX(), y = CurrentY();
+  const double dx = ScaleWidth() / Width(), dy = ScaleHeight() / Height();
+  const Color foreground = ForeColor();
+  SetForeColor(color);
+  for (const auto& [i, j] : {std::pair{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}}) {
+    SetCurrentX(x + i * dx);
+    SetCurrentY(y + j * dy);
+    Print(text);
+  }
+  SetForeColor(foreground);
+  SetCurrentX(x + TextWidth(text));
+  SetCurrentY(y + TextHeight(text) / 2);
+}
+
 }  // namespace tavilo

@@ -103,6 +103,13 @@ class DrawingSurface {
     if (count > 0 && offsetCount >= 2) DrawFigures(centres, count, offsets, offsetCount, ForeColor());
   }
 
+  // Writes `text` as Print would from the current position, but as a halo
+  // of `color` about one device unit wide around the glyphs: drawn in the
+  // background colour first, it keeps a text written over it readable on
+  // grid lines and curves. The current position moves as Print moves it;
+  // the foreground colour stays.
+  void PrintHalo(std::string_view text, Color color) { DrawHalo(text, color); }
+
   virtual double CurrentX() const = 0;
   virtual double CurrentY() const = 0;
   virtual void SetCurrentX(double x) = 0;
@@ -135,6 +142,10 @@ class DrawingSurface {
     for (size_t k = 1; k < count; ++k)
       DrawLine(points[k - 1].x, points[k - 1].y, points[k].x, points[k].y, color, LineKind::Plain);
   }
+  // PrintHalo. The text is written eight times, one device unit off in
+  // each direction; a surface that can stroke the glyphs' outline may.
+  virtual void DrawHalo(std::string_view text, Color color);
+
   // Figures, given a centre and at least two offsets.
   virtual void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets,
                            size_t offsetCount, Color color) {

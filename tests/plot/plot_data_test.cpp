@@ -152,15 +152,15 @@ TEST(Legend, EntriesFormAGridFromTheTopRightOneColumnPerSet) {
   } cases[] = {{0, "Re= 100000", 0.025 - w, 1.5},
                {10, "Re= 600000", 0.025 - w, 1.5 + 5 * h},  // sixth row, same column
                {12, "Re= 700000", 0.025 - 2 * w, 1.5}};     // the second set's column
+  // Each entry is written inset from its cell's corner, first as a halo of
+  // the background, then in the polar's colour over it.
   for (const auto& c : cases) {
     EXPECT_EQ(texts[c.at].text, c.text);
-    EXPECT_NEAR(texts[c.at].x1, c.x, 1e-15) << c.text;
-    EXPECT_NEAR(texts[c.at].y1, c.y, 1e-12) << c.text;
+    EXPECT_NEAR(texts[c.at].x1, c.x - 0.025 / 100, 1e-15) << c.text;
+    EXPECT_NEAR(texts[c.at].y1, c.y - 0.016 * 2.0, 1e-12) << c.text;
   }
-  // The second pass is inset and in the polar's colour over the first's shadow.
-  EXPECT_NEAR(texts[1].x1, texts[0].x1 - 0.025 / 100, 1e-15);
-  EXPECT_NEAR(texts[1].y1, texts[0].y1 - 0.016 * 2.0, 1e-12);
-  EXPECT_EQ(texts[0].color, LegendShadow(Color::Palette(1)));
+  EXPECT_EQ(std::make_pair(texts[1].x1, texts[1].y1), std::make_pair(texts[0].x1, texts[0].y1));
+  EXPECT_EQ(texts[0].color, kLegendHalo);
   EXPECT_EQ(texts[1].color, Color::Palette(1));
 }
 
@@ -241,8 +241,9 @@ TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   EXPECT_EQ(texts[3].text, "Profil: ") << "in the request's language";
   EXPECT_NEAR(texts[3].x1, 0.04 + 0.02 / 50, 1e-15);
   EXPECT_NEAR(texts[3].y1, 0.2, 1e-15);
-  EXPECT_NEAR(texts[4].x1, 0.06 - s.TextWidth("..Re=1000000.."), 1e-15) << "the legend hangs from the top right";
-  EXPECT_EQ(texts[4].y1, 2.0);
+  EXPECT_NEAR(texts[4].x1, 0.06 - s.TextWidth("..Re=1000000..") - 0.02 / 100, 1e-15)
+      << "the legend hangs from the top right";
+  EXPECT_NEAR(texts[4].y1, 2.0 - 0.016 * 2.0, 1e-15);
 }
 
 TEST(Overlays, AreJoinedAfterThePolarsInTheirColourWhereTheirValuesExist) {

@@ -71,6 +71,18 @@ class RecordingSurface : public DrawingSurface {
     currentX_ += TextWidth(text);
     currentY_ += TextHeight(text) / 2;
   }
+  // A halo is one call, a Print in the halo's colour, so that a test sees
+  // the two passes of a legend entry as two texts.
+  void DrawHalo(std::string_view text, Color color) override {
+    const Color foreground = foreColor_;
+    foreColor_ = color;
+    const double x = currentX_, y = currentY_;
+    Print(text);
+    foreColor_ = foreground;
+    currentX_ = x + TextWidth(text);
+    currentY_ = y + TextHeight(text) / 2;
+  }
+
   double TextWidth(std::string_view text) const override {
     return Characters(text) * kCharWidth * scaleWidth_ / width_;
   }
