@@ -117,6 +117,12 @@ int main(int argc, char** argv) {
   }
   window.SetLanguage(tavilo::kEnglish);
   window.Document().OpenFile(file.absoluteFilePath().toStdString());
+  // The smallest window: every control and graph must stay usable.
+  window.resize(window.minimumSize());
+  QApplication::processEvents();
+  Save(&window, prefix + "-minimum-en.png");
+  window.resize(1280, 860);
+  QApplication::processEvents();
   for (int i = 3; i < argc; ++i) {
     const std::string imported = QFileInfo(QString::fromLocal8Bit(argv[i])).absoluteFilePath().toStdString();
     window.UserInterfaceImpl().SetFileChooser([imported](const tavilo::FileDialogRequest&, const QString&) {
