@@ -242,6 +242,15 @@ const LaterEntry kLaterStrings[] = {
     {116, {"Envelope written to %1", "Einhüllende geschrieben nach %1"}},
     {117, {"%1 of %2 files could not be converted:", "%1 von %2 Dateien konnten nicht umgewandelt werden:"}},
     {118, {"Resource not found: %1", "Text nicht gefunden: %1"}},
+    {120, {"%2 holds fewer polars or points than its counts announce; what it holds was read.",
+           "%2 enthält weniger Polaren oder Punkte, als die Anzahlen darin ankündigen; gelesen wurde, was vorhanden ist."}},
+    {121, {"Warning", "Warnung"}},
+    {122, {"--airfoil %3 is past the end: %1 holds %2 airfoil(s).",
+           "--airfoil %3 liegt hinter dem Ende: %1 enthält %2 Profil(e)."}},
+    {123, {"--airfoil is ignored: %1 holds a single airfoil.",
+           "--airfoil wird nicht beachtet: %1 enthält nur ein Profil."}},
+    {124, {"--airfoil is ignored: %1 is not a drag polar file (.drg).",
+           "--airfoil wird nicht beachtet: %1 ist keine Widerstandspolaren-Datei (.drg)."}},
 };
 
 const Entry* FindEntry(int n) {

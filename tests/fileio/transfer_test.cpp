@@ -10,6 +10,7 @@
 #include "fileio/clipboard.h"
 #include "fileio/load.h"
 #include "formats/pef.h"
+#include "formats/pol.h"
 #include "formats/xml.h"
 #include "model/errors.h"
 #include "strings/string_table.h"
@@ -120,6 +121,45 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   RecordingUserInterface ui;
   ShowDiagnostics(wild.report, ui);
   EXPECT_TRUE(ui.messages.empty()) << "the window stays silent about it";
+}
+
+TEST(ReadPolarFile, RequiringPointsMakesAFileWithoutAnyAnErrorUnlessTheReaderGaveOne) {
+  TempDir dir;
+  const std::string noneConverged = std::string(TAVILO_TEST_DATA) + "/xfoil/naca4412_re50k_none.pol";
+  const struct {
+    std::string path;
+    int messageId;  // of the one diagnostic; 0: none
+  } cases[] = {
+      {dir.Write("empty.pol", ""), 77},
+      {dir.Write("random.drg", std::string("\x93\x00\xff\x10 bytes", 10)), 77},
+      {dir.Write("text.pol", "just some text\nover two lines\n"), 77},
+      {noneConverged, 77},
+      {dir.Write("nopoints.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=1\r\n[Set1-Polar1]\r\n"
+                                 "NumberPoints=0\r\n"), 77},
+      {dir.Write("random.xml", "\x01\x02garbage"), 72},
+      {dir.Write("wing.pol", PolText(*Sample("wing"))), 0},
+  };
+  ReadOptions requirePoints;
+  requirePoints.requirePoints = true;
+  for (const auto& c : cases) {
+    const ReadReport report = ReadPolarFile(c.path, {}, requirePoints).report;
+    ASSERT_EQ(report.diagnostics.size(), c.messageId ? 1u : 0u) << c.path;
+    if (!c.messageId) continue;
+    const Diagnostic& d = report.diagnostics[0];
+    EXPECT_EQ(std::make_tuple(d.severity, d.messageId, d.file), std::make_tuple(Severity::Error, c.messageId, c.path));
+  }
+  EXPECT_FALSE(ReadPolarFile(dir.File("empty.pol"), {}).report.HasError()) << "the window loads it empty";
+}
+
+TEST(ReadPolarFile, LeavingTheFileUnchangedReadsAnLfOnlyPefConvertedInMemory) {
+  TempDir dir;
+  const std::string text = "[Airfoil]\nDescription1=LF\nNumberSets=1\n[Set1]\nNumberPolars=1\n"
+                           "[Set1-Polar1]\nNumberPoints=1\nValue01=1 2 3\n";
+  ReadOptions unchanged;
+  unchanged.leaveFileUnchanged = true;
+  const LoadResult result = ReadPolarFile(dir.Write("lf.pef", text), {}, unchanged);
+  EXPECT_EQ(result.airfoil->Configuration(1)->Polar(1)->Cd(1), 3);
+  EXPECT_EQ(dir.Read("lf.pef"), text);
 }
 
 TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {

@@ -1,6 +1,8 @@
 // The PEF reader on the model, its round trips, and the LF-only rewrite.
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "formats/number_text.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
@@ -127,6 +129,31 @@ Airfoil ModelWithTwoSets() {
     airfoil.AddConfiguration(config);
   }
   return airfoil;
+}
+
+TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
+  const struct {
+    std::string text;
+    bool warned, stoppedEarly;
+  } cases[] = {
+      {OnePolarFile("NumberPoints=2\r\nValue01=1 2 3\r\nValue02=4 5 6\r\n"), false, false},
+      {OnePolarFile("NumberPoints=3\r\nValue01=1 2 3\r\nValue02=4 5 6\r\n"), true, false},  // cut after a point
+      {OnePolarFile("NumberPoints=2\r\nValue02=4 5 6\r\n"), true, false},  // a point key missing in between
+      {"[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=2\r\n[Set1-Polar1]\r\n", true, false},
+      {"[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nNumberPolars=0\r\n", true, false},  // a set section missing
+      {OnePolarFile("NumberPoints=100\r\n"), true, true},  // past the limit of missing items
+  };
+  for (const auto& c : cases) {
+    Airfoil airfoil;
+    const ReadReport report = ReadFromPEFText(airfoil, c.text, 10);
+    EXPECT_EQ(report.stoppedEarly, c.stoppedEarly) << c.text;
+    ASSERT_EQ(report.diagnostics.size(), c.warned ? 1u : 0u) << c.text;
+    if (!c.warned) continue;
+    const Diagnostic& d = report.diagnostics[0];
+    EXPECT_EQ(std::make_tuple(d.severity, d.messageId, d.quiet), std::make_tuple(Severity::Warning, 120, true));
+  }
+  Airfoil written;
+  EXPECT_TRUE(ReadFromPEFText(written, PefText(ModelWithTwoSets())).diagnostics.empty());
 }
 
 TEST(PefReader, WrittenFileReadsBackToTheWrittenText) {
