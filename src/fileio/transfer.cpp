@@ -108,15 +108,33 @@ std::vector<std::string> PefFilesOf(const std::string& directory) {
   return names;
 }
 
-void ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress) {
+int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress) {
   std::string prefix = directory;
   if (!prefix.empty() && prefix.back() != '/') prefix += '/';
-  for (const std::string& name : PefFilesOf(directory)) {
-    const LoadResult loaded = read(prefix + name);
+  const std::vector<std::string> names = PefFilesOf(directory);
+  for (const std::string& name : names) {
     const std::string target = BatchTargetName(name);
-    progress(BatchStep{name, target, loaded.report});
-    WriteToXML(*loaded.airfoil, prefix + target);
+    LoadResult loaded;
+    try {
+      loaded = read(prefix + name);
+    } catch (const std::exception& error) {
+      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed, &error})) throw;
+      continue;
+    }
+    if (loaded.report.HasError()) {
+      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed})) break;
+      continue;
+    }
+    progress(BatchStep{name, target, loaded.report, BatchStage::Writing});
+    try {
+      WriteToXML(*loaded.airfoil, prefix + target);
+    } catch (const std::exception& error) {
+      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed, &error})) throw;
+      continue;
+    }
+    progress(BatchStep{name, target, loaded.report, BatchStage::Written});
   }
+  return static_cast<int>(names.size());
 }
 
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
@@ -124,9 +142,13 @@ void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
     UserInterface& ui;
     ~ReadyAtEnd() { ui.SetStatusText(GetResString(3, ui.Language())); }
   } ready{ui};
+  // The window's run ends at the first error, which its caller shows.
   ConvertPefDirectory(
       directory, [&ui](const std::string& path) { return LoadResult{LoadFile(path, ui), {}}; },
-      [&ui](const BatchStep& step) { ui.SetStatusText(step.source + " -> " + step.target); });
+      [&ui](const BatchStep& step) {
+        if (step.stage == BatchStage::Writing) ui.SetStatusText(step.source + " -> " + step.target);
+        return step.stage != BatchStage::Failed;
+      });
 }
 
 bool BatchConvert(UserInterface& ui) {

@@ -241,6 +241,39 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
 }
 
+TEST(Batch, AFailingFileIsToldAndTheAnswerDecidesWhetherTheRunGoesOn) {
+  TempDir dir;
+  for (const char* name : {"a.pef", "c.pef", "e.pef"}) WriteToPEF(*Sample(name), dir.File(name));
+  dir.Write("b.pef", "[Airfoil]\r\nNumberSets=0\r\n");                    // its report holds an error
+  std::filesystem::create_directory(dir.File("c.xml"));                      // cannot be written
+  std::filesystem::create_symlink("nowhere.pef", dir.File("d.pef"));          // cannot be read
+  const auto read = [](const std::string& path) { return ReadPolarFile(path, {}); };
+  std::vector<std::string> steps;
+  auto record = [&steps](bool goOn) {
+    return [&steps, goOn](const BatchStep& step) {
+      const char* stages[] = {"writing", "written", "failed"};
+      steps.push_back(step.source + " " + stages[static_cast<int>(step.stage)] + (step.error ? " raised" : ""));
+      return goOn || !step.error;
+    };
+  };
+  EXPECT_EQ(ConvertPefDirectory(dir.Path().string(), read, record(true)), 5);
+  EXPECT_EQ(steps, (std::vector<std::string>{"a.pef writing", "a.pef written", "b.pef failed", "c.pef writing",
+                                             "c.pef failed raised", "d.pef failed raised", "e.pef writing",
+                                             "e.pef written"}));
+  EXPECT_TRUE(std::filesystem::exists(dir.File("e.xml")));
+  EXPECT_FALSE(std::filesystem::exists(dir.File("b.xml")));
+  // Going on past the report's error but not past the raised one.
+  steps.clear();
+  EXPECT_THROW(ConvertPefDirectory(dir.Path().string(), read, record(false)), FileAccessError);
+  EXPECT_EQ(steps.back(), "c.pef failed raised");
+  // Ending at the report's error raises nothing.
+  int failures = 0;
+  ConvertPefDirectory(dir.Path().string(), read, [&failures](const BatchStep& step) {
+    return step.stage != BatchStage::Failed || failures++ > 0;
+  });
+  EXPECT_EQ(failures, 1);
+}
+
 TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {
   AirfoilPtr airfoil = Sample("Clark Y");
   RecordingUserInterface ui;
