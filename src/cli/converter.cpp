@@ -242,8 +242,8 @@ bool RunBatch(const std::string& directory, Reader& reader, Messages& messages, 
         return true;
       });
   if (failed.empty()) return true;
-  messages.Error(FormatResString(kBatchFailuresText, messages.Language(),
-                                 {FormatNumber(static_cast<double>(failed.size()), "0"), FormatNumber(fileCount, "0")}),
+  const std::string failedCount = FormatNumber(static_cast<double>(failed.size()), "0");
+  messages.Error(FormatResString(kBatchFailuresText, messages.Language(), {failedCount, FormatNumber(fileCount, "0")}),
                  "");
   for (const std::string& name : failed) messages.Line("  " + name);
   return false;

@@ -243,7 +243,8 @@ const LaterEntry kLaterStrings[] = {
     {117, {"%1 of %2 files could not be converted:", "%1 von %2 Dateien konnten nicht umgewandelt werden:"}},
     {118, {"Resource not found: %1", "Text nicht gefunden: %1"}},
     {120, {"%2 holds fewer polars or points than its counts announce; what it holds was read.",
-           "%2 enthält weniger Polaren oder Punkte, als die Anzahlen darin ankündigen; gelesen wurde, was vorhanden ist."}},
+           "%2 enthält weniger Polaren oder Punkte, als die Anzahlen darin ankündigen; gelesen wurde, was "
+           "vorhanden ist."}},
     {121, {"Warning", "Warnung"}},
     {122, {"--airfoil %3 is past the end: %1 holds %2 airfoil(s).",
            "--airfoil %3 liegt hinter dem Ende: %1 enthält %2 Profil(e)."}},

@@ -10,7 +10,6 @@
 #include "fileio/clipboard.h"
 #include "fileio/load.h"
 #include "formats/pef.h"
-#include "formats/pol.h"
 #include "formats/xml.h"
 #include "model/errors.h"
 #include "strings/string_table.h"
@@ -101,6 +100,7 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
       {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", 0,
        false, false, true, 0},
       {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", 0, false, false, false, 0},
+      {"empty.pol", "", 0, false, false, false, 0},  // no points is the converter's error, not the window's
   };
   for (const auto& c : cases) {
     const std::string path = dir.Write(c.name, c.text);
@@ -121,45 +121,6 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   RecordingUserInterface ui;
   ShowDiagnostics(wild.report, ui);
   EXPECT_TRUE(ui.messages.empty()) << "the window stays silent about it";
-}
-
-TEST(ReadPolarFile, RequiringPointsMakesAFileWithoutAnyAnErrorUnlessTheReaderGaveOne) {
-  TempDir dir;
-  const std::string noneConverged = std::string(TAVILO_TEST_DATA) + "/xfoil/naca4412_re50k_none.pol";
-  const struct {
-    std::string path;
-    int messageId;  // of the one diagnostic; 0: none
-  } cases[] = {
-      {dir.Write("empty.pol", ""), 77},
-      {dir.Write("random.drg", std::string("\x93\x00\xff\x10 bytes", 10)), 77},
-      {dir.Write("text.pol", "just some text\nover two lines\n"), 77},
-      {noneConverged, 77},
-      {dir.Write("nopoints.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=1\r\n[Set1-Polar1]\r\n"
-                                 "NumberPoints=0\r\n"), 77},
-      {dir.Write("random.xml", "\x01\x02garbage"), 72},
-      {dir.Write("wing.pol", PolText(*Sample("wing"))), 0},
-  };
-  ReadOptions requirePoints;
-  requirePoints.requirePoints = true;
-  for (const auto& c : cases) {
-    const ReadReport report = ReadPolarFile(c.path, {}, requirePoints).report;
-    ASSERT_EQ(report.diagnostics.size(), c.messageId ? 1u : 0u) << c.path;
-    if (!c.messageId) continue;
-    const Diagnostic& d = report.diagnostics[0];
-    EXPECT_EQ(std::make_tuple(d.severity, d.messageId, d.file), std::make_tuple(Severity::Error, c.messageId, c.path));
-  }
-  EXPECT_FALSE(ReadPolarFile(dir.File("empty.pol"), {}).report.HasError()) << "the window loads it empty";
-}
-
-TEST(ReadPolarFile, LeavingTheFileUnchangedReadsAnLfOnlyPefConvertedInMemory) {
-  TempDir dir;
-  const std::string text = "[Airfoil]\nDescription1=LF\nNumberSets=1\n[Set1]\nNumberPolars=1\n"
-                           "[Set1-Polar1]\nNumberPoints=1\nValue01=1 2 3\n";
-  ReadOptions unchanged;
-  unchanged.leaveFileUnchanged = true;
-  const LoadResult result = ReadPolarFile(dir.Write("lf.pef", text), {}, unchanged);
-  EXPECT_EQ(result.airfoil->Configuration(1)->Polar(1)->Cd(1), 3);
-  EXPECT_EQ(dir.Read("lf.pef"), text);
 }
 
 TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
@@ -241,37 +202,16 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
 }
 
-TEST(Batch, AFailingFileIsToldAndTheAnswerDecidesWhetherTheRunGoesOn) {
+TEST(Batch, TheWindowsRunStillEndsAtTheFirstFileThatFails) {
   TempDir dir;
-  for (const char* name : {"a.pef", "c.pef", "e.pef"}) WriteToPEF(*Sample(name), dir.File(name));
-  dir.Write("b.pef", "[Airfoil]\r\nNumberSets=0\r\n");                    // its report holds an error
-  std::filesystem::create_directory(dir.File("c.xml"));                      // cannot be written
-  std::filesystem::create_symlink("nowhere.pef", dir.File("d.pef"));          // cannot be read
-  const auto read = [](const std::string& path) { return ReadPolarFile(path, {}); };
-  std::vector<std::string> steps;
-  auto record = [&steps](bool goOn) {
-    return [&steps, goOn](const BatchStep& step) {
-      const char* stages[] = {"writing", "written", "failed"};
-      steps.push_back(step.source + " " + stages[static_cast<int>(step.stage)] + (step.error ? " raised" : ""));
-      return goOn || !step.error;
-    };
-  };
-  EXPECT_EQ(ConvertPefDirectory(dir.Path().string(), read, record(true)), 5);
-  EXPECT_EQ(steps, (std::vector<std::string>{"a.pef writing", "a.pef written", "b.pef failed", "c.pef writing",
-                                             "c.pef failed raised", "d.pef failed raised", "e.pef writing",
-                                             "e.pef written"}));
-  EXPECT_TRUE(std::filesystem::exists(dir.File("e.xml")));
-  EXPECT_FALSE(std::filesystem::exists(dir.File("b.xml")));
-  // Going on past the report's error but not past the raised one.
-  steps.clear();
-  EXPECT_THROW(ConvertPefDirectory(dir.Path().string(), read, record(false)), FileAccessError);
-  EXPECT_EQ(steps.back(), "c.pef failed raised");
-  // Ending at the report's error raises nothing.
-  int failures = 0;
-  ConvertPefDirectory(dir.Path().string(), read, [&failures](const BatchStep& step) {
-    return step.stage != BatchStage::Failed || failures++ > 0;
-  });
-  EXPECT_EQ(failures, 1);
+  WriteToPEF(*Sample("A"), dir.File("a.pef"));
+  std::filesystem::create_symlink("nowhere.pef", dir.File("b.pef"));
+  WriteToPEF(*Sample("C"), dir.File("c.pef"));
+  RecordingUserInterface ui;
+  EXPECT_THROW(BatchConvertDirectory(dir.Path().string(), ui), FileNotFoundError);
+  EXPECT_TRUE(std::filesystem::exists(dir.File("a.xml")));
+  EXPECT_FALSE(std::filesystem::exists(dir.File("c.xml")));
+  EXPECT_EQ(ui.statusTexts.back(), "Ready.");
 }
 
 TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <tuple>
-
 #include "formats/expected_table.h"
 #include "model/errors.h"
 #include "support/recording_ui.h"
@@ -114,26 +112,6 @@ TEST(DrgReader, FileEndingEarlyKeepsWhatWasRead) {
     const Configuration& config = *airfoil.Configuration(1);
     ASSERT_EQ(config.PolarCount(), c.polars) << c.cutBefore;
     EXPECT_EQ(c.polars ? config.Polar(c.polars)->PointCount() : 0, c.pointsOfLast) << c.cutBefore;
-  }
-}
-
-TEST(DrgReader, FileEndingBeforeItsCountsWarnsQuietly) {
-  const std::string full = FileBytes(kUiucData + "E387A.DRG");
-  const std::pair<std::string, bool> cases[] = {
-      {full, false},
-      {FileBytes(kUiucData + "S1223GF1.DRG") + FileBytes(kUiucData + "WASP.DRG"), false},
-      {full.substr(0, full.find("  0.81   0.433")), true},  // in the points of a block
-      {full.substr(0, full.find(" 151600")), true},         // in a block's heading
-      {full.substr(0, full.find("Number of Reynolds")), true},
-      {"[Airfoil]\r\nName=NACA 0012\r\n", false},  // no heading: nothing was promised
-  };
-  for (const auto& [text, warned] : cases) {
-    Airfoil airfoil;
-    const ReadReport report = ReadFromDRGText(airfoil, text, {});
-    ASSERT_EQ(report.diagnostics.size(), warned ? 1u : 0u) << text.substr(0, 40);
-    if (!warned) continue;
-    const Diagnostic& d = report.diagnostics[0];
-    EXPECT_EQ(std::make_tuple(d.severity, d.messageId, d.quiet), std::make_tuple(Severity::Warning, 120, true));
   }
 }
 
