@@ -204,9 +204,9 @@ class Reader {
   }
 
  private:
-  // The drag reader asks for its airfoil only where there is a choice; the
-  // option is checked against the file before, so that it is never ignored
-  // unsaid.
+  // The drag reader asks for its airfoil only where there is a choice, so
+  // the option is checked against the file first: a number past the last
+  // airfoil is refused, and one that chooses nothing is reported.
   void CheckAirfoilOption(const std::string& path) {
     if (!options_.airfoil) return;
     const int language = messages_.Language();
