@@ -16,7 +16,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   (void)tavilo::DrgAirfoilNames(bytes);
   tavilo::Airfoil airfoil;
   try {
-    tavilo::ReadFromDRGText(airfoil, bytes, [answer](const std::vector<std::string>&) { return answer; });
+    const tavilo::ReadReport report =
+        tavilo::ReadFromDRGText(airfoil, bytes, [answer](const std::vector<std::string>&) { return answer; });
+    // A file cut short says so, and nothing else is ever reported.
+    if (report.diagnostics.size() != (report.stoppedEarly ? 1u : 0u)) __builtin_trap();
   } catch (const tavilo::OverflowError&) {
     return 0;  // a number or count out of range is reported to the caller by design
   }

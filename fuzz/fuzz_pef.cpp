@@ -33,7 +33,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tavilo::Airfoil airfoil;
   try {
     // A small limit of missing polars and points keeps the runs fast.
-    tavilo::ReadFromPEFText(airfoil, bytes, 1 << 12);
+    const tavilo::ReadReport report = tavilo::ReadFromPEFText(airfoil, bytes, 1 << 12);
+    // A stop at the limit of missing items is always also a warning.
+    if (report.stoppedEarly && (report.diagnostics.empty() || report.HasError())) __builtin_trap();
   } catch (const tavilo::OverflowError&) {
     // A count beyond 16 bits or a number beyond the double range: reported
     // to the user by the loading code.

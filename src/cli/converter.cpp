@@ -1,5 +1,6 @@
 #include "cli/converter.h"
 
+#include <algorithm>
 #include <iostream>
 #include <optional>
 
@@ -39,25 +40,74 @@ constexpr const char* kUsage =
     "\n"
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
 
-// Messages go to standard error, in the chosen language.
+// String ids of the converter's own messages.
+constexpr int kBatchFailuresText = 117;
+constexpr int kWarningText = 121;
+constexpr int kAirfoilPastEndText = 122;
+constexpr int kAirfoilSingleText = 123;
+constexpr int kAirfoilNotDragText = 124;
+
+// Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
+// ...", in the chosen language; each names the file it is about.
+class Messages {
+ public:
+  Messages(std::ostream& err, int language) : err_(err), language_(language) {}
+
+  int Language() const { return language_; }
+  void Error(const std::string& text, const std::string& file) { Print(ErrorTitle(language_), text, file); }
+  void Warning(const std::string& text, const std::string& file) {
+    Print(GetResString(1, language_) + ": " + GetResString(kWarningText, language_), text, file);
+  }
+  void Report(const ReadReport& report) {
+    for (const Diagnostic& diagnostic : report.diagnostics) {
+      const std::string text = DiagnosticText(diagnostic, language_);
+      if (diagnostic.severity == Severity::Error)
+        Error(text, diagnostic.file);
+      else
+        Warning(text, diagnostic.file);
+    }
+  }
+  // A line as it stands: a list under a message, a text of another library.
+  void Line(const std::string& text) { err_ << text << '\n'; }
+
+ private:
+  void Print(const std::string& title, std::string text, const std::string& file) {
+    // The window's messages leave the file to the user's memory; here it is named.
+    if (!file.empty() && text.find(file) == std::string::npos) text += " (" + file + ")";
+    for (size_t p; (p = text.find("\r\n")) != std::string::npos;) text.replace(p, 2, " ");
+    err_ << title << ": " << text << '\n';
+  }
+
+  std::ostream& err_;
+  int language_;
+};
+
+// What the export code shows (an unknown output format) goes to standard error.
 class ConsoleUserInterface : public SilentUserInterface {
  public:
-  explicit ConsoleUserInterface(std::ostream& err) : err_(err) {}
+  ConsoleUserInterface(Messages& messages, const std::string& output) : messages_(messages), output_(output) {
+    SetLanguage(messages.Language());
+  }
 
-  void ShowMessage(const std::string& text, const std::string& title, MessageIcon) override {
-    std::string oneLine = text;
-    for (size_t p; (p = oneLine.find("\r\n")) != std::string::npos;) oneLine.replace(p, 2, " ");
-    err_ << title << ": " << oneLine << '\n';
+  void ShowMessage(const std::string& text, const std::string&, MessageIcon) override {
+    messages_.Error(text, output_);
   }
 
  private:
-  std::ostream& err_;
+  Messages& messages_;
+  const std::string& output_;
+};
+
+// Bad usage that shows only once the input is read: an airfoil number past
+// the file's last.
+struct LateUsageError {
+  std::string text;
 };
 
 struct Options {
   enum class Mode { Convert, Batch, Info, Plot, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
-  int airfoil = 1;
+  std::optional<int> airfoil;  // 1-based, when given
   int language = kEnglish;
 };
 
@@ -123,61 +173,84 @@ void PrintInfo(const std::string& input, const Airfoil& airfoil, std::ostream& o
   }
 }
 
-// Reads the input files and reports what the readers found; remembers
-// whether anything failed.
+// Reads the inputs of every mode the same way: never writing to them, and
+// taking a file without a polar of at least one point as an error.
 class Reader {
  public:
-  Reader(const Options& options, std::ostream& err) : options_(options), err_(err) {}
+  Reader(const Options& options, Messages& messages) : options_(options), messages_(messages) {}
 
-  // The file's airfoil; its diagnostics are written to standard error, and
-  // an error among them fails the run.
+  // The airfoil of `path` with its report, whose diagnostics are printed.
+  // Raises what reading raises, and LateUsageError.
   LoadResult Read(const std::string& path) {
-    LoadResult result;
-    try {
-      result = ReadPolarFile(path, [this](const std::vector<std::string>& entries) { return ChooseAirfoil(entries); });
-    } catch (const FileNotFoundError&) {
-      throw;  // names the file already
-    } catch (const RuntimeError& error) {
-      throw RuntimeError(path + ": " + error.what());
-    }
-    Report(result.report);
+    CheckAirfoilOption(path);
+    ReadOptions readOptions;
+    readOptions.leaveFileUnchanged = true;
+    readOptions.requirePoints = true;
+    LoadResult result = ReadPolarFile(
+        path, [this](const std::vector<std::string>&) { return options_.airfoil.value_or(1) - 1; }, readOptions);
+    messages_.Report(result.report);
     return result;
   }
 
-  void Report(const ReadReport& report) {
-    for (const Diagnostic& diagnostic : report.diagnostics) {
-      std::string text = DiagnosticText(diagnostic, options_.language);
-      // The window's messages leave the file to the user's memory; here it is named.
-      if (diagnostic.line == 0 && !diagnostic.file.empty()) text += " (" + diagnostic.file + ")";
-      err_ << ErrorTitle(options_.language) << ": " << text << '\n';
-      if (diagnostic.severity == Severity::Error) failed_ = true;
+  // Read for a single input: nothing when it failed, the reason printed.
+  std::optional<LoadResult> ReadInput(const std::string& path) {
+    try {
+      LoadResult result = Read(path);
+      if (!result.report.HasError()) return result;
+    } catch (const std::exception& error) {
+      messages_.Error(ErrorText(error, messages_.Language()), path);
     }
+    return std::nullopt;
   }
 
-  bool Failed() const { return failed_; }
-  void Fail() { failed_ = true; }
-
  private:
-  int ChooseAirfoil(const std::vector<std::string>& entries) {
-    const int index = options_.airfoil - 1;
-    // The list ends with an empty entry; a number past the names is an error.
-    if (index >= static_cast<int>(entries.size()) - 1) {
-      err_ << "tavilo-convert: the file holds " << entries.size() - 1 << " airfoils, not " << index + 1 << '\n';
-      failed_ = true;
-      return static_cast<int>(entries.size()) - 1;
+  // The drag reader asks for its airfoil only where there is a choice, so
+  // the option is checked against the file first: a number past the last
+  // airfoil is refused, and one that chooses nothing is reported.
+  void CheckAirfoilOption(const std::string& path) {
+    if (!options_.airfoil) return;
+    const int language = messages_.Language();
+    if (InputFormatOf(path) != InputFormat::Drag) {
+      messages_.Warning(FormatResString(kAirfoilNotDragText, language, {path}), path);
+      return;
     }
-    return index;
+    const int count = static_cast<int>(DrgAirfoilNames(ReadFileBytes(path)).size());
+    if (*options_.airfoil > std::max(count, 1)) {
+      throw LateUsageError{FormatResString(kAirfoilPastEndText, language,
+                                           {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
+    }
+    if (count < 2) messages_.Warning(FormatResString(kAirfoilSingleText, language, {path}), path);
   }
 
   const Options& options_;
-  std::ostream& err_;
-  bool failed_ = false;
+  Messages& messages_;
 };
 
-int Run(const Options& options, std::ostream& out, std::ostream& err) {
-  ConsoleUserInterface ui(err);
-  ui.SetLanguage(options.language);
-  Reader reader(options, err);
+// Converts every PEF file of the directory, going on past a file that
+// fails; the failed ones are listed at the end. False when any failed.
+bool RunBatch(const std::string& directory, Reader& reader, Messages& messages, std::ostream& out) {
+  std::vector<std::string> failed;
+  const std::string prefix = directory.empty() || directory.back() == '/' ? directory : directory + '/';
+  const int fileCount = ConvertPefDirectory(
+      directory, [&reader](const std::string& path) { return reader.Read(path); },
+      [&](const BatchStep& step) {
+        if (step.stage == BatchStage::Written) out << step.source << " -> " << step.target << '\n';
+        if (step.stage != BatchStage::Failed) return true;
+        // A reader's own errors are printed already.
+        if (step.error) messages.Error(ErrorText(*step.error, messages.Language()), prefix + step.source);
+        failed.push_back(step.source);
+        return true;
+      });
+  if (failed.empty()) return true;
+  const std::string failedCount = FormatNumber(static_cast<double>(failed.size()), "0");
+  messages.Error(FormatResString(kBatchFailuresText, messages.Language(), {failedCount, FormatNumber(fileCount, "0")}),
+                 "");
+  for (const std::string& name : failed) messages.Line("  " + name);
+  return false;
+}
+
+int Run(const Options& options, std::ostream& out, Messages& messages) {
+  Reader reader(options, messages);
   switch (options.mode) {
     case Options::Mode::Help:
       out << kUsage;
@@ -187,36 +260,47 @@ int Run(const Options& options, std::ostream& out, std::ostream& err) {
           << TAVILO_VERSION_PATCH << '\n';
       return kExitDone;
     case Options::Mode::Batch:
-      ConvertPefDirectory(
-          options.files[0], [&reader](const std::string& path) { return reader.Read(path); },
-          [&out](const BatchStep& step) { out << step.source << " -> " << step.target << '\n'; });
-      break;
+      try {
+        return RunBatch(options.files[0], reader, messages, out) ? kExitDone : kExitFileError;
+      } catch (const RuntimeError& error) {
+        messages.Error(ErrorText(error, messages.Language()), options.files[0]);
+        return kExitFileError;
+      }
     case Options::Mode::Info: {
-      LoadResult input = reader.Read(options.files[0]);
-      if (!reader.Failed()) PrintInfo(options.files[0], *input.airfoil, out);
-      break;
+      std::optional<LoadResult> input = reader.ReadInput(options.files[0]);
+      if (!input) return kExitFileError;
+      PrintInfo(options.files[0], *input->airfoil, out);
+      return kExitDone;
     }
     case Options::Mode::Convert: {
-      LoadResult input = reader.Read(options.files[0]);
-      if (!reader.Failed() && !ExportAirfoil(*input.airfoil, options.files[1], ui)) reader.Fail();
-      break;
+      std::optional<LoadResult> input = reader.ReadInput(options.files[0]);
+      if (!input) return kExitFileError;
+      const std::string& output = options.files[1];
+      ConsoleUserInterface ui(messages, output);
+      try {
+        return ExportAirfoil(*input->airfoil, output, ui) ? kExitDone : kExitFileError;
+      } catch (const std::exception& error) {
+        messages.Error(ErrorText(error, messages.Language()), output);
+        return kExitFileError;
+      }
     }
     case Options::Mode::Plot: {
 #ifdef TAVILO_HAVE_QT_PLOT
-      LoadResult input = reader.Read(options.files[1]);
+      std::optional<LoadResult> input = reader.ReadInput(options.files[1]);
+      if (!input) return kExitFileError;
       std::string error;
-      if (!reader.Failed() && !RenderPlotsToFile(*input.airfoil, options.files[0], options.language, &error)) {
-        err << "tavilo-convert: " << error << '\n';
+      if (!RenderPlotsToFile(*input->airfoil, options.files[0], options.language, &error)) {
+        messages.Line("tavilo-convert: " + error);
         return kExitFileError;
       }
+      return kExitDone;
 #else
-      err << "tavilo-convert: this build cannot draw graphs\n";
+      messages.Line("tavilo-convert: this build cannot draw graphs");
       return kExitUsage;
 #endif
-      break;
     }
   }
-  return reader.Failed() ? kExitFileError : kExitDone;
+  return kExitDone;
 }
 
 }  // namespace
@@ -227,10 +311,14 @@ int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::o
     err << "tavilo-convert: " << *problem << "\n\n" << kUsage;
     return kExitUsage;
   }
+  Messages messages(err, options.language);
   try {
-    return Run(options, out, err);
+    return Run(options, out, messages);
+  } catch (const LateUsageError& problem) {
+    err << "tavilo-convert: " << problem.text << '\n';
+    return kExitUsage;
   } catch (const std::exception& error) {
-    err << ErrorTitle(options.language) << ": " << error.what() << '\n';
+    messages.Error(ErrorText(error, options.language), "");
     return kExitFileError;
   }
 }

@@ -1,6 +1,7 @@
 #pragma once
 // The command-line converter: the same loading and export code as the
-// program, without a window. It never asks a question on the terminal.
+// program, without a window. It never asks a question on the terminal and
+// never writes to its inputs; an input without points is an error.
 
 #include <iosfwd>
 #include <string>

@@ -40,7 +40,16 @@ InputFormat InputFormatOf(std::string_view fileName) {
   return InputFormat::Unknown;
 }
 
-LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose) {
+bool HasPoints(const Airfoil& airfoil) {
+  for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
+    const Configuration& set = *airfoil.Configuration(i);
+    for (int j = 1; j <= set.PolarCount(); ++j)
+      if (set.Polar(j)->PointCount() > 0) return true;
+  }
+  return false;
+}
+
+LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options) {
   auto airfoil = std::make_shared<Airfoil>();
   ReadReport report;
   switch (InputFormatOf(fileName)) {
@@ -51,7 +60,8 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
       report = MessageReport(kWindTunnelNotReadable);
       break;
     case InputFormat::Pef:
-      report = ReadFromPEF(*airfoil, fileName);
+      report = ReadFromPEF(*airfoil, fileName,
+                           options.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
       break;
     case InputFormat::Xml:
       report = ReadFromXML(*airfoil, fileName);
@@ -66,6 +76,9 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
       report = MessageReport(73);
       break;
   }
+  // A reader's own error already says why nothing came of the file.
+  if (options.requirePoints && !report.HasError() && !HasPoints(*airfoil))
+    report.diagnostics.push_back({Severity::Error, kNoPolarsText, {}, false, {}, 0});
   report.InFile(fileName);
   return {std::move(airfoil), std::move(report)};
 }
@@ -74,7 +87,7 @@ std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
   std::string text;
   if (diagnostic.line > 0)
     text = FormatResString(113, language, {diagnostic.file, std::to_string(diagnostic.line)}) + ": ";
-  return text + FormatResString(diagnostic.messageId, language, {diagnostic.text});
+  return text + FormatResString(diagnostic.messageId, language, {diagnostic.text, diagnostic.file});
 }
 
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {

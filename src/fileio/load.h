@@ -24,6 +24,22 @@ InputFormat InputFormatOf(std::string_view fileName);
 inline constexpr int kWindTunnelNotReadable = 101;
 inline constexpr int kEpplerOutputNotReadable = 102;
 
+// "File contains no polars!"
+inline constexpr int kNoPolarsText = 77;
+
+// True when some polar of `airfoil` has a point.
+bool HasPoints(const Airfoil& airfoil);
+
+struct ReadOptions {
+  // Never writes to the file: an LF-only PEF file is read converted in
+  // memory instead of being rewritten with CR LF first (the window's way).
+  bool leaveFileUnchanged = false;
+  // A file that yields no polar with a point is an error, kNoPolarsText
+  // (unless the reader has already reported an error). The window loads
+  // such a file empty; the converter has nothing to write from it.
+  bool requirePoints = false;
+};
+
 struct LoadResult {
   AirfoilPtr airfoil;  // never null; empty for a file no reader takes
   ReadReport report;
@@ -33,10 +49,11 @@ struct LoadResult {
 // showing or asking anything; `choose` picks the airfoil of a drag file with
 // several (none: the first). An unknown format gives error message 73.
 // Raises what the reader raises (FileNotFoundError for a missing file, ...).
-LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose);
+LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options = {});
 
-// The user's text of `diagnostic` in `language`: its string-table message,
-// after the file and line where it names a line.
+// The user's text of `diagnostic` in `language`: its string-table message
+// (with the diagnostic's text as "%1" and its file as "%2"), after the file
+// and line where it names a line.
 std::string DiagnosticText(const Diagnostic& diagnostic, int language);
 
 // Shows the diagnostics that the window shows, one message box each; quiet

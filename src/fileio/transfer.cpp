@@ -115,15 +115,33 @@ std::vector<std::string> PefFilesOf(const std::string& directory) {
   return names;
 }
 
-void ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress) {
+int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress) {
   std::string prefix = directory;
   if (!prefix.empty() && prefix.back() != '/') prefix += '/';
-  for (const std::string& name : PefFilesOf(directory)) {
-    const LoadResult loaded = read(prefix + name);
+  const std::vector<std::string> names = PefFilesOf(directory);
+  for (const std::string& name : names) {
     const std::string target = BatchTargetName(name);
-    progress(BatchStep{name, target, loaded.report});
-    AboutFile(prefix + target, [&] { WriteToXML(*loaded.airfoil, prefix + target); });
+    LoadResult loaded;
+    try {
+      loaded = read(prefix + name);
+    } catch (const std::exception& error) {
+      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed, &error})) throw;
+      continue;
+    }
+    if (loaded.report.HasError()) {
+      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed})) break;
+      continue;
+    }
+    progress(BatchStep{name, target, loaded.report, BatchStage::Writing});
+    try {
+      AboutFile(prefix + target, [&] { WriteToXML(*loaded.airfoil, prefix + target); });
+    } catch (const std::exception& error) {
+      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed, &error})) throw;
+      continue;
+    }
+    progress(BatchStep{name, target, loaded.report, BatchStage::Written});
   }
+  return static_cast<int>(names.size());
 }
 
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
@@ -131,9 +149,22 @@ void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
     UserInterface& ui;
     ~ReadyAtEnd() { ui.SetStatusText(GetResString(3, ui.Language())); }
   } ready{ui};
-  ConvertPefDirectory(
+  // A file that fails is passed over, so that one bad file does not leave
+  // the rest unconverted; the failures are listed once at the end.
+  const int language = ui.Language();
+  std::vector<std::string> failures;
+  const int total = ConvertPefDirectory(
       directory, [&ui](const std::string& path) { return LoadResult{LoadFile(path, ui), {}}; },
-      [&ui](const BatchStep& step) { ui.SetStatusText(step.source + " -> " + step.target); });
+      [&](const BatchStep& step) {
+        if (step.stage == BatchStage::Writing) ui.SetStatusText(step.source + " -> " + step.target);
+        if (step.stage == BatchStage::Failed)
+          failures.push_back(step.source + ": " + (step.error ? ErrorText(*step.error, language, false) : std::string()));
+        return true;
+      });
+  if (failures.empty()) return;
+  std::string text = FormatResString(117, language, {std::to_string(failures.size()), std::to_string(total)});
+  for (const std::string& failure : failures) text += "\r\n" + failure;
+  ui.ShowMessage(text, ErrorTitle(language), MessageIcon::Critical);
 }
 
 bool BatchConvert(UserInterface& ui) {

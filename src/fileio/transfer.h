@@ -2,6 +2,7 @@
 // Import, export and the batch conversion of PEF files to XML, with and
 // without the file dialog (the command-line converter names its files).
 
+#include <exception>
 #include <functional>
 #include <string>
 #include <vector>
@@ -52,24 +53,42 @@ std::string BatchTargetName(const std::string& pefName);
 // FileNotFoundError when the directory cannot be listed.
 std::vector<std::string> PefFilesOf(const std::string& directory);
 
+// Where a file of a batch run stands.
+enum class BatchStage {
+  Writing,  // read, about to be written
+  Written,  // its XML file is in place
+  Failed,   // reading or writing raised, or its report holds an error: not written
+};
+
 // One file of a batch run: its name in the directory, the name of the XML
-// file it goes to, and what reading it reported.
+// file it goes to, what reading it reported (empty when reading raised) and
+// how far it got; for a failure that raised, the error.
 struct BatchStep {
   const std::string& source;
   const std::string& target;
   const ReadReport& report;
+  BatchStage stage;
+  const std::exception* error = nullptr;
 };
 using BatchReader = std::function<LoadResult(const std::string& path)>;
-using BatchProgress = std::function<void(const BatchStep& step)>;
+// Told of every stage of every file. For a Failed step its answer decides
+// whether the run goes on with the next file; otherwise it is not looked at.
+using BatchProgress = std::function<bool(const BatchStep& step)>;
 
 // Converts every PEF file of `directory`, in name order, to XML beside it:
-// reads each through `read`, reports it through `progress`, then writes it.
-// An error that a reader or the writer raises ends the run.
-void ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress);
+// reads each through `read`, reports it through `progress` (Writing), writes
+// it and reports it again (Written). A file whose read or write raises, or
+// whose report holds an error, is reported as Failed instead; when
+// `progress` answers false to that, the run ends there, raising the error
+// again if there was one. Returns the number of PEF files in the directory.
+// FileNotFoundError when the directory cannot be listed.
+int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress);
 
 // The window's batch run: each file read as LoadFile reads it, then
-// "name -> target" as status text, and "Ready." at the end, also when an
-// error ends the run (the error is raised after that).
+// "name -> target" as status text, and "Ready." at the end. A file that
+// cannot be read or written is passed over; one message at the end names
+// each with what went wrong. FileNotFoundError (after "Ready.") when the
+// directory cannot be listed.
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui);
 
 // The batch command: asks for any file of the directory to convert. False

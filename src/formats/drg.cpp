@@ -195,6 +195,7 @@ ReadReport ReadFromDRGText(Airfoil& airfoil, std::string_view bytes, const Airfo
   ReadReport report;
   if (heading.empty()) return report;
   report.stoppedEarly = !ReadSet(reader, headings.layoutCode, *config);
+  if (report.stoppedEarly) report.diagnostics.push_back(ShortOfCountsWarning());
   return report;
 }
 

@@ -23,7 +23,8 @@ using AirfoilChoice = std::function<int(const std::vector<std::string>& entries)
 // Gives `airfoil` exactly one set and reads into it every Reynolds block of
 // the chosen airfoil of the file at `path`, each polar selected. With two or
 // more airfoils in the file `choose` picks one (no choice: the first).
-// A file that ends early keeps what was read and reports stoppedEarly.
+// A file that ends before its polar or point counts do keeps what was read
+// and reports stoppedEarly with the quiet warning kShortOfCountsText.
 // FileNotFoundError when it cannot be opened; OverflowError for a number
 // beyond the double range or a count beyond 32767.
 ReadReport ReadFromDRG(Airfoil& airfoil, const std::string& path, const AirfoilChoice& choose);

@@ -184,13 +184,19 @@ class PefReader {
   void ReadPolar(Polar& polar, int setNumber, int polarNumber);
   void ReadPolar(Polar& polar, uint32_t section);
   bool Stopped() const { return missingItemsLeft_ < 0; }
+  // The counts asked for a set, polar or point that the file lacks.
+  bool ShortOfCounts() const { return shortOfCounts_; }
 
  private:
   // False once the file has asked for more missing items than it may.
-  bool TakeMissingItem() { return --missingItemsLeft_ >= 0; }
+  bool TakeMissingItem() {
+    shortOfCounts_ = true;
+    return --missingItemsLeft_ >= 0;
+  }
 
   PefIndex index_;
   long missingItemsLeft_;
+  bool shortOfCounts_ = false;
   std::string key_;  // reused for every point key
 };
 
@@ -210,10 +216,14 @@ void PefReader::ReadAirfoil(Airfoil& airfoil, ReadReport& report) {
   for (int i = 1; i <= setCount; ++i) airfoil.SetConfiguration(i, std::make_shared<Configuration>());
   for (int i = 1; i <= setCount && !Stopped(); ++i) ReadConfiguration(*airfoil.Configuration(i), i);
   report.stoppedEarly = Stopped();
+  // Missing items read as empty, as they always did; only the converter says so.
+  if (ShortOfCounts()) report.diagnostics.push_back(ShortOfCountsWarning());
 }
 
 void PefReader::ReadConfiguration(Configuration& config, int setNumber) {
   const uint32_t section = index_.FindSection("Set" + std::to_string(setNumber));
+  // A missing set costs nothing, so it is not counted against the limit.
+  if (section == PefIndex::kNoSection) shortOfCounts_ = true;
   config.Name = NameFromFileBytes(index_.Value(section, "Description1"));
   config.Origin = NameFromFileBytes(index_.Value(section, "Origin"));
   config.Description2 = NameFromFileBytes(index_.Value(section, "Description2"));
@@ -264,11 +274,12 @@ void ReplaceWithCrLfText(const std::string& path, std::string_view converted) {
 }
 
 // The file's text as the readers see it: an LF-only file converted, and
-// written back when it may be.
-std::string PefFileText(const std::string& path) {
+// written back when it may be and `lfOnly` asks for it.
+std::string PefFileText(const std::string& path, LfOnlyFile lfOnly = LfOnlyFile::Rewrite) {
   std::string bytes = ReadFileBytes(path);
   if (!IsLfOnlyText(bytes)) return bytes;
   std::string converted = CrLfText(bytes);
+  if (lfOnly == LfOnlyFile::ConvertInMemory) return converted;
   try {
     ReplaceWithCrLfText(path, converted);
   } catch (const FileAccessError&) {
@@ -291,8 +302,8 @@ ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes) {
   return ReadFromPEFText(airfoil, bytes, kPefMissingItemLimit);
 }
 
-ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path) {
-  return ReadFromPEFText(airfoil, PefFileText(path)).InFile(path);
+ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path, LfOnlyFile lfOnly) {
+  return ReadFromPEFText(airfoil, PefFileText(path, lfOnly)).InFile(path);
 }
 
 void ReadPolarFromPEFText(Polar& polar, std::string_view bytes, int setNumber, int polarNumber) {

@@ -26,17 +26,26 @@ void WriteToPEF(const Airfoil& airfoil, const std::string& path);
 // <polarNumber>]", its keys and its points (all points, selected or not).
 std::string PolarPefText(const Polar& polar, int setNumber, int polarNumber);
 
+// What reading does with a file whose lines end in LF alone.
+enum class LfOnlyFile {
+  Rewrite,          // rewrites it with CR LF first, as the window always has
+  ConvertInMemory,  // reads it converted and leaves the file as it stands
+};
+
 // Fills `airfoil` from the file at `path`: its name ("Description1", else
 // "Airfoilname", else "unknown airfoil") and "NumberSets" sets. A file whose
-// lines end in LF alone is first rewritten with CR LF (ConvertLfOnlyFile);
-// when it cannot be rewritten it is read as it is. Reports error message 76
-// when "NumberSets" is missing, 0 or negative (the name is kept, no set is
-// read), and a stop at the missing-item limit below as stoppedEarly.
+// lines end in LF alone is first rewritten with CR LF (ConvertLfOnlyFile)
+// unless `lfOnly` says otherwise; when it cannot be rewritten it is read as
+// it is. Reports error message 76 when "NumberSets" is missing, 0 or
+// negative (the name is kept, no set is read), a stop at the missing-item
+// limit below as stoppedEarly, and a set section, polar section or point
+// key that the counts ask for but the file lacks (read empty, as always)
+// with the quiet warning kShortOfCountsText.
 // FileNotFoundError, before anything changes, for a file that cannot be
 // opened; OverflowError for a count beyond 16 bits, a number beyond the
 // double range or a point value whose first blank lies beyond column 32767
 // (what was read so far is kept). Every polar read is selected.
-ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path);
+ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path, LfOnlyFile lfOnly = LfOnlyFile::Rewrite);
 
 // The same on the bytes of a file already in memory (nothing is rewritten).
 ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes);

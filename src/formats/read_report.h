@@ -13,7 +13,7 @@ enum class Severity { Warning, Error };
 struct Diagnostic {
   Severity severity = Severity::Error;
   // The string-table text (72, 73, 76 ..., or a run-time error's text that
-  // stopped the read), filled with `text` where it takes an argument.
+  // stopped the read), filled with `text` as its "%1" and `file` as its "%2".
   int messageId = 0;
   std::string text;
   // The format keeps quiet about it on screen (an XFOIL file cut by a wild
@@ -40,6 +40,14 @@ struct ReadReport {
     return *this;
   }
 };
+
+// String id of the warning that a file holds fewer polars or points than its
+// own counts announce (it names the file as "%2").
+inline constexpr int kShortOfCountsText = 120;
+
+// The quiet warning kShortOfCountsText: the window never showed it, the
+// converter does. Readers add it once, when they can tell.
+inline Diagnostic ShortOfCountsWarning() { return {Severity::Warning, kShortOfCountsText, {}, true, {}, 0}; }
 
 // A report holding the one error message `messageId`, shown in the window.
 inline ReadReport MessageReport(int messageId) {

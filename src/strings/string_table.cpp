@@ -242,6 +242,16 @@ const LaterEntry kLaterStrings[] = {
     {116, {"Envelope written to %1", "Einhüllende geschrieben nach %1"}},
     {117, {"%1 of %2 files could not be converted:", "%1 von %2 Dateien konnten nicht umgewandelt werden:"}},
     {118, {"Resource not found: %1", "Text nicht gefunden: %1"}},
+    {120, {"%2 holds fewer polars or points than its counts announce; what it holds was read.",
+           "%2 enthält weniger Polaren oder Punkte, als die Anzahlen darin ankündigen; gelesen wurde, was "
+           "vorhanden ist."}},
+    {121, {"Warning", "Warnung"}},
+    {122, {"--airfoil %3 is past the end: %1 holds %2 airfoil(s).",
+           "--airfoil %3 liegt hinter dem Ende: %1 enthält %2 Profil(e)."}},
+    {123, {"--airfoil is ignored: %1 holds a single airfoil.",
+           "--airfoil wird nicht beachtet: %1 enthält nur ein Profil."}},
+    {124, {"--airfoil is ignored: %1 is not a drag polar file (.drg).",
+           "--airfoil wird nicht beachtet: %1 ist keine Widerstandspolaren-Datei (.drg)."}},
 };
 
 const Entry* FindEntry(int n) {
@@ -282,10 +292,10 @@ const std::string& GetResString(int id, int language) {
   return ResourceString(static_cast<int>(key));
 }
 
-std::string ErrorText(const std::exception& error, int language) {
+std::string ErrorText(const std::exception& error, int language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
     std::string text = FormatResString(runtime->MessageId(), language, {runtime->Detail()});
-    return runtime->File().empty() ? text : FormatResString(114, language, {runtime->File(), text});
+    return runtime->File().empty() || !namingFile ? text : FormatResString(114, language, {runtime->File(), text});
   }
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);
   return FormatResString(kUnexpectedText, language, {error.what()});

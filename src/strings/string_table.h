@@ -30,8 +30,9 @@ std::string FormatResString(int id, int language, std::initializer_list<std::str
 
 // What went wrong, in `language`: a core run-time error by its own text and
 // detail (after the file it is about, where it names one), running out of
-// memory, anything else as an unexpected error.
-std::string ErrorText(const std::exception& error, int language);
+// memory, anything else as an unexpected error. A caller that names the
+// file itself leaves it out with `namingFile` false.
+std::string ErrorText(const std::exception& error, int language, bool namingFile = true);
 
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
 std::string ErrorTitle(int language);

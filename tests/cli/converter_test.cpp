@@ -2,6 +2,13 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <filesystem>
+#include <tuple>
+
+#include "formats/file_text.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
 #include "support/temp_dir.h"
@@ -90,13 +97,119 @@ TEST(Converter, AReaderThatStopsOnAWildNumberFailsTheRunAndNamesTheFile) {
   EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")));
 }
 
+// A PEF file of one polar of one point.
+const std::string kOnePointPef =
+    "[Airfoil]\r\nDescription1=A\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=1\r\n[Set1-Polar1]\r\n"
+    "NumberPoints=1\r\nValue01=1 0.1 0.01\r\n";
+
 TEST(Converter, BatchPrintsOneLinePerFile) {
   TempDir dir;
-  Airfoil airfoil;
-  WriteToPEF(airfoil, dir.File("one.pef"));
-  WriteToPEF(airfoil, dir.File("two.PEF"));
+  dir.Write("one.pef", kOnePointPef);
+  dir.Write("two.PEF", kOnePointPef);
   EXPECT_EQ(Convert(dir, {"--batch", dir.Path().string()}).out, "one.pef -> one.xml\ntwo.PEF -> two.xml\n");
   EXPECT_TRUE(std::filesystem::exists(dir.File("two.xml")));
+}
+
+TEST(Converter, AnInputWithoutAPointIsAnErrorInEveryMode) {
+  TempDir dir;
+  const bool canPlot = Convert(dir, {"--help"}).out.find("--plot") != std::string::npos;
+  for (const std::string& input :
+       {dir.Write("empty.pol", ""), dir.Write("random.drg", std::string("\x93\x00\xff\x10 bytes", 10)),
+        dir.Write("text.pol", "just some text\n"), std::string(TAVILO_SAMPLES "/xfoil/naca4412_re50k_none.pol")}) {
+    std::vector<std::vector<std::string>> runs = {{input, dir.File("out.xml")}, {"--info", input}};
+    if (canPlot) runs.push_back({"--plot", dir.File("out.png"), input});
+    for (const std::vector<std::string>& args : runs) {
+      const Result result = Convert(dir, args);
+      EXPECT_EQ(result.status, 1) << args[0] << " " << input;
+      EXPECT_EQ(result.err + result.out, "Tavilo: Error: File contains no polars! (" + input + ")\n");
+    }
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")) || std::filesystem::exists(dir.File("out.png")));
+}
+
+TEST(Converter, AFileShortOfItsCountsConvertsWhatItHoldsWithAWarning) {
+  TempDir dir;
+  const std::string drg =
+      dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
+  std::string cut = kOnePointPef;
+  const std::string pef = dir.Write("cut.pef", cut.replace(cut.find("NumberPoints=1"), 14, "NumberPoints=3"));
+  const std::tuple<std::string, std::string, std::string> cases[] = {
+      {drg, "en", "Tavilo: Warning: " + drg + " holds fewer polars or points than its counts announce; what it"},
+      {pef, "de", "Tavilo: Warnung: " + pef + " enthält weniger Polaren oder Punkte, als die Anzahlen darin"},
+  };
+  for (const auto& [input, language, warning] : cases) {
+    const Result result = Convert(dir, {"--lang", language, input, dir.File(language + ".xml")});
+    EXPECT_EQ(result.status, 0) << input;
+    EXPECT_EQ(result.err.rfind(warning, 0), 0u) << result.err;
+    EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
+    EXPECT_NE(dir.Read(language + ".xml").find("<value>0.100</value>"), std::string::npos) << input;
+  }
+}
+
+TEST(Converter, AnLfOnlyPefInputStaysByteForByteInEveryMode) {
+  TempDir dir, batch;
+  std::string text = kOnePointPef;
+  text.erase(std::remove(text.begin(), text.end(), '\r'), text.end());
+  const std::string input = batch.Write("lf.pef", text);
+  const auto old = std::filesystem::last_write_time(input) - std::chrono::hours(24 * 365);
+  std::filesystem::last_write_time(input, old);
+  for (const std::vector<std::string>& args :
+       {std::vector<std::string>{input, dir.File("out.xml")}, {"--info", input}, {"--batch", batch.Path().string()}}) {
+    EXPECT_EQ(Convert(dir, args).status, 0) << args[0];
+    EXPECT_EQ(ReadFileBytes(input), text) << args[0];
+    EXPECT_EQ(std::filesystem::last_write_time(input), old) << args[0];
+  }
+  EXPECT_NE(batch.Read("lf.xml").find("<value>0.100</value>"), std::string::npos) << "read converted in memory";
+}
+
+TEST(Converter, AnAirfoilPastTheFilesIsBadUsageAndOneThatChoosesNothingIsReported) {
+  TempDir dir;
+  const std::string uiuc = TAVILO_SAMPLES "/uiuc/";
+  const std::string two =
+      dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
+  const std::string single = uiuc + "E387A.DRG";
+  const struct {
+    std::vector<std::string> args;
+    int status;
+    std::string message;  // the start of standard error
+  } cases[] = {
+      {{"--airfoil", "3", two, dir.File("out.xml")}, 2,
+       "tavilo-convert: --airfoil 3 is past the end: " + two + " holds 2 airfoil(s).\n"},
+      {{"--lang", "de", "--airfoil", "3", "--info", two}, 2, "tavilo-convert: --airfoil 3 liegt hinter dem Ende: "},
+      {{"--airfoil", "2", single, dir.File("out.xml")}, 2, "tavilo-convert: --airfoil 2 is past the end: " + single},
+      {{"--airfoil", "2", "--info", two}, 0, ""},  // real UIUC files: no other message either
+      {{"--airfoil", "1", "--info", single}, 0, "Tavilo: Warning: --airfoil is ignored: " + single + " holds a"},
+      {{"--airfoil", "2", "--info", kXfoil}, 0, "Tavilo: Warning: --airfoil is ignored: " + kXfoil + " is not"},
+  };
+  for (const auto& c : cases) {
+    const Result result = Convert(dir, c.args);
+    EXPECT_EQ(result.status, c.status) << c.message;
+    EXPECT_EQ(result.err.substr(0, c.message.size()), c.message);
+  }
+  EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")));
+  EXPECT_NE(Convert(dir, {"--airfoil", "2", "--info", two}).out.find("Airfoil: WASP\n"), std::string::npos);
+}
+
+TEST(Converter, BatchGoesOnPastFailingFilesAndListsThemAtTheEnd) {
+  TempDir dir;
+  for (const char* name : {"a.pef", "c.pef", "d.pef"}) dir.Write(name, kOnePointPef);
+  const std::string b = dir.Write("b.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n");
+  std::filesystem::create_directory(dir.File("c.xml"));  // where c.pef's output should go
+  const std::string c = " (" + dir.File("c.pef") + ")\n";  // ends the line of its write error
+  const std::array<std::string, 5> cases[] = {
+      {"en", "Tavilo: Error: ", "File contains no polars! (", "File access error: cannot replace ",
+       "2 of 4 files could not be converted:"},
+      {"de", "Tavilo: Fehler: ", "Datei enthält keine Polaren! (", "Fehler beim Dateizugriff: cannot replace ",
+       "2 von 4 Dateien konnten nicht umgewandelt werden:"},
+  };
+  for (const auto& [language, title, noPolars, cannotWrite, summary] : cases) {
+    const Result result = Convert(dir, {"--lang", language, "--batch", dir.Path().string()});
+    EXPECT_EQ(result.status, 1) << language;
+    EXPECT_EQ(result.out, "a.pef -> a.xml\nd.pef -> d.xml\n");
+    const std::string start = title + noPolars + b + ")\n" + title + cannotWrite + dir.File("c.xml");
+    EXPECT_EQ(result.err.rfind(start, 0), 0u) << result.err;
+    EXPECT_EQ(result.err.substr(result.err.rfind(c)), c + title + summary + "\n  b.pef\n  c.pef\n");
+  }
 }
 
 }  // namespace

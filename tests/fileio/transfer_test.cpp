@@ -100,6 +100,7 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
       {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", 0,
        false, false, true, 0},
       {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", 0, false, false, false, 0},
+      {"empty.pol", "", 0, false, false, false, 0},  // no points is the converter's error, not the window's
   };
   for (const auto& c : cases) {
     const std::string path = dir.Write(c.name, c.text);
@@ -199,6 +200,22 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(quiet.statusTexts, (std::vector<std::string>{"Ready."}));
   EXPECT_THROW(BatchConvertDirectory("/nonexistent/dir", quiet), FileNotFoundError);
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
+}
+
+TEST(Batch, TheWindowsRunGoesOnPastAFileThatFailsAndNamesItAtTheEnd) {
+  TempDir dir;
+  WriteToPEF(*Sample("A"), dir.File("a.pef"));
+  std::filesystem::create_symlink("nowhere.pef", dir.File("b.pef"));
+  WriteToPEF(*Sample("C"), dir.File("c.pef"));
+  RecordingUserInterface ui;
+  ui.SetLanguage(kGerman);
+  BatchConvertDirectory(dir.Path().string(), ui);
+  EXPECT_TRUE(std::filesystem::exists(dir.File("a.xml")));
+  EXPECT_TRUE(std::filesystem::exists(dir.File("c.xml"))) << "the file after the bad one is converted too";
+  ASSERT_EQ(ui.messages.size(), 1u);
+  EXPECT_EQ(ui.messages[0].text, "1 von 3 Dateien konnten nicht umgewandelt werden:\r\nb.pef: Datei nicht gefunden: " +
+                                     dir.File("b.pef"));
+  EXPECT_EQ(ui.statusTexts.back(), "Bereit.");
 }
 
 TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {

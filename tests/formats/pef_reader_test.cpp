@@ -129,6 +129,25 @@ Airfoil ModelWithTwoSets() {
   return airfoil;
 }
 
+TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
+  const std::pair<std::string, bool> cases[] = {
+      {PefText(ModelWithTwoSets()), false},
+      {OnePolarFile("NumberPoints=2\r\nValue01=1 2 3\r\n"), true},                 // cut after a point
+      {OnePolarFile("NumberPoints=2\r\nValue02=4 5 6\r\n"), true},                 // a point missing in between
+      {"[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=2\r\n[Set1-Polar1]\r\n", true},  // a polar
+      {"[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nNumberPolars=0\r\n", true},                    // a set
+      {OnePolarFile("NumberPoints=100\r\n"), true},  // past the limit of missing items
+  };
+  for (const auto& [text, warned] : cases) {
+    Airfoil airfoil;
+    const ReadReport report = ReadFromPEFText(airfoil, text, 10);
+    ASSERT_EQ(report.diagnostics.size(), warned ? 1u : 0u) << text;
+    if (!warned) continue;
+    const Diagnostic& d = report.diagnostics[0];
+    EXPECT_TRUE(d.quiet && d.severity == Severity::Warning && d.messageId == kShortOfCountsText);
+  }
+}
+
 TEST(PefReader, WrittenFileReadsBackToTheWrittenText) {
   const std::string written = PefText(ModelWithTwoSets());
   RecordingUserInterface ui;

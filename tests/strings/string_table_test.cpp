@@ -53,6 +53,8 @@ TEST(StringTable, IdsOutsideTheTableFail) {
 
 TEST(StringTable, LaterTextsStandInBothLanguagesAndTakeArguments) {
   for (int n = 100; n <= 118; ++n) EXPECT_FALSE(ResourceString(1000 + n).empty() || ResourceString(2000 + n).empty()) << n;
+  for (int n = 120; n <= 124; ++n)
+    EXPECT_FALSE(ResourceString(1000 + n).empty() || ResourceString(2000 + n).empty()) << n;
   EXPECT_THROW(GetResString(99, kGerman), ResourceError) << "no text between the blocks";
   EXPECT_EQ(FormatResString(113, kGerman, {"/data/wing.pol", "14"}), "/data/wing.pol, Zeile 14");
   EXPECT_EQ(FormatResString(104, kEnglish, {"50% wing.pol"}), "File not found: 50% wing.pol") << "arguments stay as they are";
