@@ -4,6 +4,7 @@
 #include "formats/drg.h"
 #include "formats/pef.h"
 #include "formats/pol.h"
+#include "formats/table.h"
 #include "formats/xml.h"
 #include "strings/string_table.h"
 
@@ -32,11 +33,11 @@ class BusyScope {
 InputFormat InputFormatOf(std::string_view fileName) {
   const std::string extension = UpperExtension(fileName);
   if (extension == ".POL" || fileName.find("polar.") != std::string_view::npos) return InputFormat::Xfoil;
-  if (extension == ".MWK") return InputFormat::WindTunnel;
+  if (extension == ".MWK") return InputFormat::Table;
   if (extension == ".PEF") return InputFormat::Pef;
   if (extension == ".XML") return InputFormat::Xml;
   if (extension == ".DRG") return InputFormat::Drag;
-  if (extension == ".TXT") return InputFormat::EpplerOutput;
+  if (extension == ".TXT" || extension == ".CSV") return InputFormat::Table;
   return InputFormat::Unknown;
 }
 
@@ -47,9 +48,6 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
     case InputFormat::Xfoil:
       report = ReadFromPOL(*airfoil, fileName);
       break;
-    case InputFormat::WindTunnel:
-      report = MessageReport(kWindTunnelNotReadable);
-      break;
     case InputFormat::Pef:
       report = ReadFromPEF(*airfoil, fileName);
       break;
@@ -59,8 +57,8 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
     case InputFormat::Drag:
       report = ReadFromDRG(*airfoil, fileName, choose);
       break;
-    case InputFormat::EpplerOutput:
-      report = MessageReport(kEpplerOutputNotReadable);
+    case InputFormat::Table:
+      report = ReadFromTable(*airfoil, fileName, choose);
       break;
     case InputFormat::Unknown:
       report = MessageReport(73);
@@ -80,9 +78,7 @@ std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (diagnostic.quiet) continue;
-    // The messages of files without a reader inform; the formats' own stop.
-    const bool informs = diagnostic.messageId == kWindTunnelNotReadable || diagnostic.messageId == kEpplerOutputNotReadable;
-    const MessageIcon icon = informs ? MessageIcon::Information : MessageIcon::Critical;
+    const MessageIcon icon = diagnostic.severity == Severity::Warning ? MessageIcon::Warning : MessageIcon::Critical;
     ui.ShowMessage(DiagnosticText(diagnostic, ui.Language()), ErrorTitle(ui.Language()), icon);
   }
 }

@@ -242,6 +242,8 @@ const LaterEntry kLaterStrings[] = {
     {116, {"Envelope written to %1", "Einhüllende geschrieben nach %1"}},
     {117, {"%1 of %2 files could not be converted:", "%1 von %2 Dateien konnten nicht umgewandelt werden:"}},
     {118, {"Resource not found: %1", "Text nicht gefunden: %1"}},
+    {170, {"A polar passed 32767 points; the rest follows as a new polar with the same Reynolds and Mach numbers.",
+           "Eine Polare hat mehr als 32767 Punkte; der Rest folgt als neue Polare mit denselben Reynolds- und Machzahlen."}},
 };
 
 const Entry* FindEntry(int n) {

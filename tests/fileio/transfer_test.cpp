@@ -42,7 +42,8 @@ TEST(LoadByName, TheNameAloneChoosesTheReader) {
       {"FOIL.POL", InputFormat::Xfoil},           // extensions compare in lower case
       {"foil.pol.bak", InputFormat::Unknown},     {"wing.PEF", InputFormat::Pef},
       {"wing.Xml", InputFormat::Xml},             {"e387.drg", InputFormat::Drag},
-      {"model.mwk", InputFormat::WindTunnel},     {"eppler.txt", InputFormat::EpplerOutput},
+      {"model.mwk", InputFormat::Table},          {"eppler.txt", InputFormat::Table},
+      {"sheet.CSV", InputFormat::Table},          {"polar.csv", InputFormat::Xfoil},
       {"pef", InputFormat::Unknown},
   };
   for (const auto& [name, format] : cases) EXPECT_EQ(InputFormatOf(name), format) << name;
@@ -65,18 +66,18 @@ TEST(LoadFile, ShowsProgressTitleAndNameThroughTheUserInterface) {
   EXPECT_EQ(failing.statusTexts.back(), "Ready.");
 }
 
-TEST(LoadFile, UnknownOrUnreadableFormatsLoadEmptyWithAMessage) {
+TEST(LoadFile, UnknownFormatsAndFilesWithoutPolarsLoadEmptyWithAMessage) {
   RecordingUserInterface ui;
   ui.SetLanguage(kGerman);
   EXPECT_EQ(LoadFile("/tmp/notes.doc", ui)->ConfigCount(), 0);
   ASSERT_EQ(ui.messages.size(), 1u);
   EXPECT_EQ(ui.messages[0].text + "|" + ui.messages[0].title, "Umbekanntes Dateiformat!|Tavilo: Fehler");
   TempDir dir;
-  for (const char* name : {"tunnel.mwk", "eppler.txt"}) {
-    RecordingUserInterface later;
-    EXPECT_EQ(LoadFile(dir.Write(name, "1 2 3"), later)->ConfigCount(), 0) << name;
-    ASSERT_EQ(later.messages.size(), 1u) << name;
-    EXPECT_NE(later.messages[0].text.find("cannot be read yet"), std::string::npos) << name;
+  for (const char* name : {"tunnel.mwk", "eppler.txt", "sheet.csv"}) {
+    RecordingUserInterface empty;
+    EXPECT_EQ(LoadFile(dir.Write(name, "1 2 3"), empty)->ConfigCount(), 0) << name;
+    ASSERT_EQ(empty.messages.size(), 1u) << name;
+    EXPECT_EQ(empty.messages[0].text, "File contains no polars!") << name;
   }
 }
 
