@@ -93,7 +93,7 @@ void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, 
 
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
   const int language = ui.Language();
-  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(82, language),
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(171, language),
                             true};
   const std::string fileName = ui.ChooseFile(request);
   if (fileName.empty()) return false;

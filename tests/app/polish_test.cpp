@@ -137,7 +137,7 @@ TEST_F(WindowPolish, ImportAloneOffersEveryPolarFileFirst) {
   Action("mnuFileImport")->trigger();
   Action("mnuBatch")->trigger();
   ASSERT_EQ(filters.size(), 2u);
-  EXPECT_TRUE(filters[0].startsWith("All polar files (*.xml *.pef *.pol polar.* *.drg *.mwk *.txt);;"));
+  EXPECT_TRUE(filters[0].startsWith("All polar files (*.xml *.pef *.pol polar.* *.drg *.mwk *.txt *.csv);;"));
   EXPECT_TRUE(filters[1].startsWith("Polar Exchange File (*.xml);;")) << "the batch keeps id 62";
   EXPECT_EQ(DefaultSuffixOf("Mses Polar File (polar.*)"), "");
 }

@@ -150,7 +150,8 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   RecordingUserInterface ui;
   const std::pair<const char*, const char*> cases[] = {{"out.xml", "<?xml version=\"1.0\"?>\r\n"},
                                                        {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
-                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"}};
+                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"},
+                                                       {"out.CSV", "set_no,set,polar_no,polar,re,mach,alpha,cl"}};
   for (const auto& [name, start] : cases) {
     EXPECT_TRUE(ExportAirfoil(*Sample("SD7037"), dir.File(name), ui)) << name;
     EXPECT_EQ(dir.Read(name).rfind(start, 0), 0u) << name;
@@ -166,6 +167,7 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   EXPECT_TRUE(ExportFile(*Sample("x"), ui));
   EXPECT_TRUE(std::filesystem::exists(dir.File("saved.xml")));
   EXPECT_TRUE(ui.fileRequests[0].promptOverwrite);
+  EXPECT_TRUE(ui.fileRequests[0].filter.ends_with("|Polar Table (*.csv)|*.csv"));
   // Through a symbolic link the file it points to is written; the link stays.
   const std::string target = dir.Write("target.xml", "old");
   std::filesystem::create_symlink("target.xml", dir.File("link.xml"));
