@@ -79,7 +79,12 @@ void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (diagnostic.quiet) continue;
     const MessageIcon icon = diagnostic.severity == Severity::Warning ? MessageIcon::Warning : MessageIcon::Critical;
-    ui.ShowMessage(DiagnosticText(diagnostic, ui.Language()), ErrorTitle(ui.Language()), icon);
+    std::string text = DiagnosticText(diagnostic, ui.Language());
+    // "No polars" says nothing on its own when a table was one of several
+    // files dropped or imported: it names the file.
+    if (diagnostic.messageId == kNoPolarsMessage && diagnostic.line == 0 && !diagnostic.file.empty())
+      text = FormatResString(114, ui.Language(), {diagnostic.file, text});
+    ui.ShowMessage(text, ErrorTitle(ui.Language()), icon);
   }
 }
 

@@ -21,6 +21,9 @@ enum class InputFormat { Xfoil, Pef, Xml, Drag, Table, Unknown };
 // column tables (formats/table.h).
 InputFormat InputFormatOf(std::string_view fileName);
 
+// "File contains no polars!", which the window shows with the file's name.
+inline constexpr int kNoPolarsMessage = 77;
+
 struct LoadResult {
   AirfoilPtr airfoil;  // never null; empty for a file no reader takes
   ReadReport report;

@@ -75,9 +75,10 @@ TEST(LoadFile, UnknownFormatsAndFilesWithoutPolarsLoadEmptyWithAMessage) {
   TempDir dir;
   for (const char* name : {"tunnel.mwk", "eppler.txt", "sheet.csv"}) {
     RecordingUserInterface empty;
-    EXPECT_EQ(LoadFile(dir.Write(name, "1 2 3"), empty)->ConfigCount(), 0) << name;
+    const std::string path = dir.Write(name, "1 2 3");
+    EXPECT_EQ(LoadFile(path, empty)->ConfigCount(), 0) << name;
     ASSERT_EQ(empty.messages.size(), 1u) << name;
-    EXPECT_EQ(empty.messages[0].text, "File contains no polars!") << name;
+    EXPECT_EQ(empty.messages[0].text, "File: " + path + "\r\nFile contains no polars!") << name;
   }
 }
 
