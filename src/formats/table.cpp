@@ -56,6 +56,7 @@ class TableReader {
   bool ReadDataLine(std::string_view line, PolarPoint& point, RowKey& key) const;
   void AddRow(const PolarPoint& point, const RowKey& key);
   void StartPolar(const RowKey& key);
+  void FlushPoints();
   Configuration& SetOf(const RowKey& key);
   void NoteProse(std::string_view line);
   bool Has(Column column) const { return header_.fieldOf[FieldOf(column)] >= 0; }
@@ -71,6 +72,8 @@ class TableReader {
   double blockReynolds_ = 0.0, blockMach_ = 0.0;
   PolarPtr polar_;
   RowKey polarKey_;
+  // The points of polar_ not yet handed to it; see FlushPoints.
+  std::vector<PolarPoint> pending_;
   std::map<std::pair<std::string, std::string>, ConfigurationPtr> sets_;
   ReadReport report_;
   int lineNumber_ = 0;
@@ -97,6 +100,7 @@ ReadReport TableReader::Read(std::string_view bytes) {
         continue;
       }
       inBlock_ = false;
+      FlushPoints();
       if (ReadHeader(line, candidate_)) {
         std::swap(header_, candidate_);
         haveHeader_ = true;
@@ -109,6 +113,7 @@ ReadReport TableReader::Read(std::string_view bytes) {
     report_.stoppedEarly = true;
     report_.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), false, {}, lineNumber_});
   }
+  FlushPoints();
   airfoil_.Name = NameFromFileBytes(airfoilName_.empty() ? stem_ : airfoilName_);
   return std::move(report_);
 }
@@ -170,18 +175,31 @@ void TableReader::AddRow(const PolarPoint& point, const RowKey& key) {
     inBlock_ = true;
     blockReynolds_ = reynoldsAbove_;
     blockMach_ = machAbove_;
+    FlushPoints();
     polar_ = nullptr;
   }
   if (!polar_ || !(key == polarKey_)) {
     StartPolar(key);
-  } else if (polar_->PointCount() >= kMaxPoints) {
+  } else if (pending_.size() >= kMaxPoints) {
     report_.diagnostics.push_back({Severity::Warning, kTablePolarSplit, {}, false, {}, lineNumber_});
     StartPolar(key);
   }
-  polar_->AddPoint(point);
+  pending_.push_back(point);
+}
+
+// A polar's points wait in one buffer, reused from polar to polar, and go
+// to the polar in one piece when it ends: the polar's own storage is then
+// filled once, not regrown and copied while a block of thousands of lines
+// is read.
+void TableReader::FlushPoints() {
+  if (!polar_ || pending_.empty()) return;
+  polar_->ReservePoints(static_cast<int>(pending_.size()));
+  for (const PolarPoint& point : pending_) polar_->AddPoint(point);
+  pending_.clear();
 }
 
 void TableReader::StartPolar(const RowKey& key) {
+  FlushPoints();
   auto polar = std::make_shared<Polar>();
   if (Has(Column::Polar)) polar->Name = NameFromFileBytes(UnquotedText(key.polar));
   polar->ReynoldsNumber = key.reynolds;
