@@ -66,6 +66,7 @@ TEST(TableColumns, EachSeparatorAndDecimalCommaWhereItCannotSplit) {
        "wing | wing: Re 0 Ma 0 (0 0.1 0.01, 1.5 0.2 0.02)"},
       {"tab, decimal comma", "alpha\tcl\tcd\n0,5\t0,1\t0,01\n", "wing | wing: Re 0 Ma 0 (0.5 0.1 0.01)"},
       {"comma, period only", "alpha,cl,cd\n0.5,0.1,0.01\n", "wing | wing: Re 0 Ma 0 (0.5 0.1 0.01)"},
+      {"blanks: a decimal comma is no number", "alpha cl\n1 0,2\n2 0.3\n", "wing | wing: Re 0 Ma 0 (2 0.3)"},
       {"comma: a decimal comma splits", "alpha,cl,cd\n0,5,0,1\n", "wing | wing: Re 0 Ma 0 (0 5 0)"},
       {"semicolon decides before comma", "alpha;cl;cd (x,y)\n1;0,2;0,03\n", "wing | wing: Re 0 Ma 0 (1 0.2 0.03)"},
       {"signs and exponents", "alpha cl cd\n-2 +1e-1 2.5E-3\n", "wing | wing: Re 0 Ma 0 (-2 0.1 0.0025)"},
