@@ -4,6 +4,7 @@
 #include "formats/drg.h"
 #include "formats/pef.h"
 #include "formats/pol.h"
+#include "formats/table.h"
 #include "formats/xml.h"
 #include "strings/string_table.h"
 
@@ -32,11 +33,11 @@ class BusyScope {
 InputFormat InputFormatOf(std::string_view fileName) {
   const std::string extension = UpperExtension(fileName);
   if (extension == ".POL" || fileName.find("polar.") != std::string_view::npos) return InputFormat::Xfoil;
-  if (extension == ".MWK") return InputFormat::WindTunnel;
+  if (extension == ".MWK") return InputFormat::Table;
   if (extension == ".PEF") return InputFormat::Pef;
   if (extension == ".XML") return InputFormat::Xml;
   if (extension == ".DRG") return InputFormat::Drag;
-  if (extension == ".TXT") return InputFormat::EpplerOutput;
+  if (extension == ".TXT" || extension == ".CSV") return InputFormat::Table;
   return InputFormat::Unknown;
 }
 
@@ -56,9 +57,6 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
     case InputFormat::Xfoil:
       report = ReadFromPOL(*airfoil, fileName);
       break;
-    case InputFormat::WindTunnel:
-      report = MessageReport(kWindTunnelNotReadable);
-      break;
     case InputFormat::Pef:
       report = ReadFromPEF(*airfoil, fileName,
                            options.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
@@ -69,8 +67,8 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
     case InputFormat::Drag:
       report = ReadFromDRG(*airfoil, fileName, choose);
       break;
-    case InputFormat::EpplerOutput:
-      report = MessageReport(kEpplerOutputNotReadable);
+    case InputFormat::Table:
+      report = ReadFromTable(*airfoil, fileName, choose);
       break;
     case InputFormat::Unknown:
       report = MessageReport(73);
@@ -93,10 +91,13 @@ std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (diagnostic.quiet) continue;
-    // The messages of files without a reader inform; the formats' own stop.
-    const bool informs = diagnostic.messageId == kWindTunnelNotReadable || diagnostic.messageId == kEpplerOutputNotReadable;
-    const MessageIcon icon = informs ? MessageIcon::Information : MessageIcon::Critical;
-    ui.ShowMessage(DiagnosticText(diagnostic, ui.Language()), ErrorTitle(ui.Language()), icon);
+    const MessageIcon icon = diagnostic.severity == Severity::Warning ? MessageIcon::Warning : MessageIcon::Critical;
+    std::string text = DiagnosticText(diagnostic, ui.Language());
+    // "No polars" says nothing on its own when a table was one of several
+    // files dropped or imported: it names the file.
+    if (diagnostic.messageId == kNoPolarsMessage && diagnostic.line == 0 && !diagnostic.file.empty())
+      text = FormatResString(114, ui.Language(), {diagnostic.file, text});
+    ui.ShowMessage(text, ErrorTitle(ui.Language()), icon);
   }
 }
 

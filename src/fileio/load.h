@@ -12,17 +12,17 @@
 
 namespace tavilo {
 
-enum class InputFormat { Xfoil, WindTunnel, Pef, Xml, Drag, EpplerOutput, Unknown };
+enum class InputFormat { Xfoil, Pef, Xml, Drag, Table, Unknown };
 
 // The reader for `fileName`, by its last four characters in lower case, in
 // this order: ".pol" or "polar." anywhere in the path (case-sensitive, so
 // MSES files and a deliberately odd "polar.xml" read as XFOIL), ".mwk",
-// ".pef", ".xml", ".drg", ".txt".
+// ".pef", ".xml", ".drg", ".txt", ".csv"; ".mwk", ".txt" and ".csv" are
+// column tables (formats/table.h).
 InputFormat InputFormatOf(std::string_view fileName);
 
-// Message ids of the kinds of file that have no reader yet; they load empty.
-inline constexpr int kWindTunnelNotReadable = 101;
-inline constexpr int kEpplerOutputNotReadable = 102;
+// "File contains no polars!", which the window shows with the file's name.
+inline constexpr int kNoPolarsMessage = 77;
 
 // "File contains no polars!"
 inline constexpr int kNoPolarsText = 77;
@@ -47,7 +47,8 @@ struct LoadResult {
 
 // A new airfoil read from `fileName` by the reader its name picks, without
 // showing or asking anything; `choose` picks the airfoil of a drag file with
-// several (none: the first). An unknown format gives error message 73.
+// several (none: the first). An unknown format gives error message 73, a
+// table without a polar error message 77.
 // Raises what the reader raises (FileNotFoundError for a missing file, ...).
 LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options = {});
 

@@ -6,6 +6,7 @@
 
 #include "fileio/file_names.h"
 #include "fileio/load.h"
+#include "formats/csv.h"
 #include "formats/pef.h"
 #include "formats/pol.h"
 #include "formats/xml.h"
@@ -37,6 +38,9 @@ bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterf
     case OutputFormat::Xml:
       WriteToXML(airfoil, fileName);
       return true;
+    case OutputFormat::Csv:
+      WriteToCSV(airfoil, fileName);
+      return true;
     case OutputFormat::Eppler:
       // The Eppler input writer is not written yet; say so rather than
       // leave an empty file behind.
@@ -58,6 +62,7 @@ OutputFormat OutputFormatOf(std::string_view fileName) {
   if (extension == ".POL") return OutputFormat::Xfoil;
   if (extension == ".EPP") return OutputFormat::Eppler;
   if (extension == ".XML") return OutputFormat::Xml;
+  if (extension == ".CSV") return OutputFormat::Csv;
   return OutputFormat::Unknown;
 }
 
@@ -88,7 +93,7 @@ void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, 
 
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
   const int language = ui.Language();
-  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(82, language),
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(171, language),
                             true};
   const std::string fileName = ui.ChooseFile(request);
   if (fileName.empty()) return false;

@@ -13,13 +13,13 @@
 
 namespace tavilo {
 
-enum class OutputFormat { Pef, Xfoil, Eppler, Xml, Unknown };
+enum class OutputFormat { Pef, Xfoil, Eppler, Xml, Csv, Unknown };
 
 // Every name a reader takes, as the Import dialog's first filter.
-inline constexpr const char* kAllPolarFilesPattern = "*.xml;*.pef;*.pol;polar.*;*.drg;*.mwk;*.txt";
+inline constexpr const char* kAllPolarFilesPattern = "*.xml;*.pef;*.pol;polar.*;*.drg;*.mwk;*.txt;*.csv";
 
 // The writer for `fileName` by its last four characters in upper case:
-// ".PEF", ".POL", ".EPP", ".XML".
+// ".PEF", ".POL", ".EPP", ".XML", ".CSV".
 OutputFormat OutputFormatOf(std::string_view fileName);
 
 // Adds every set of `imported` to `current` (shared, not copied); `current`

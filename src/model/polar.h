@@ -23,6 +23,9 @@ class Polar {
 
   // Appends a copy of `point`; OverflowError past 32767 points.
   void AddPoint(const PolarPoint& point);
+  // Makes room for `count` points in all without changing the polar, so a
+  // reader that knows a block's length appends without regrowing.
+  void ReservePoints(int count) { points_.reserve(static_cast<size_t>(count > 0 ? count : 0)); }
 
   // Point `index` (1-based); SubscriptError outside 1..PointCount().
   const PolarPoint& Point(int index) const;

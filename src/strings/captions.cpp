@@ -99,23 +99,23 @@ std::string AboutText(int language) {
   const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_PATCH, "0");
-  // Extension and description are separated by a tab so the descriptions line up.
+  // Extension and description are separated by a tab so the descriptions
+  // line up. The formats are those read and written today: no Eppler input.
   const std::string lines[] = {
       "Version " + version,
       GetResString(69, language),
       GetResString(70, language),
-      "   .XML\tPolar Exchange Format",
-      "   .PEF\tolder Polar Exchange Format",
-      "   .POL\tXfoil 5.4 polar file",
-      "   .DRG\tPrinceton drag polar file",
-      "   .DRG\tUIUC drag polar file type 1, 2 and 3",
-      "   .MWK\tStuttgart Model Wind Kanal file",
+      GetResString(172, language),
+      GetResString(173, language),
+      GetResString(174, language),
+      GetResString(175, language),
+      GetResString(176, language),
       GetResString(71, language),
       GetResString(78, language),
-      "   .XML\tPolar Exchange Format",
-      "   .PEF\tolder Polar Exchange Format",
-      "   .POL\tXfoil 5.4 polar file",
-      "   .EPP\tEppler input file",
+      GetResString(172, language),
+      GetResString(173, language),
+      GetResString(177, language),
+      GetResString(178, language),
       GetResString(79, language),
       "   Lift Coefficient vs. Drag Coefficient",
       "   Lift Coefficient vs. Angle of Attack",

@@ -252,6 +252,19 @@ const LaterEntry kLaterStrings[] = {
            "--airfoil wird nicht beachtet: %1 enthält nur ein Profil."}},
     {124, {"--airfoil is ignored: %1 is not a drag polar file (.drg).",
            "--airfoil wird nicht beachtet: %1 ist keine Widerstandspolaren-Datei (.drg)."}},
+    {170, {"A polar passed 32767 points; the rest follows as a new polar with the same Reynolds and Mach numbers.",
+           "Eine Polare hat mehr als 32767 Punkte; der Rest folgt als neue Polare mit denselben Reynolds- und Machzahlen."}},
+    {171, {"Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File (*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|Eppler Input File (*.epp)|*.epp|Polar Table (*.csv)|*.csv",
+           "Polaren-Austauschdatei (*.xml)|*.xml|Polaren-Austauschdatei (*.pef)|*.pef|Xfoil Polardatei (*.pol)|*.pol|Mses Polardatei (polar.*)|polar.*|Eppler Eingabedatei (*.epp)|*.epp|Polarentabelle (*.csv)|*.csv"}},
+    {172, {"   .XML\tPolar Exchange Format", "   .XML\tPolaren-Austauschformat"}},
+    {173, {"   .PEF\tolder Polar Exchange Format", "   .PEF\tälteres Polaren-Austauschformat"}},
+    {174, {"   .POL\tXfoil polar file; MSES polar files (polar.*) as well",
+           "   .POL\tXfoil-Polardatei; MSES-Polardateien (polar.*) ebenso"}},
+    {175, {"   .DRG\tPrinceton and UIUC drag polar file", "   .DRG\tWiderstandspolaren aus Princeton und von der UIUC"}},
+    {176, {"   .TXT, .MWK, .CSV\tpolar table in columns; Xfoil and drag files saved as .TXT as well",
+           "   .TXT, .MWK, .CSV\tPolarentabelle in Spalten; als .TXT gespeicherte Xfoil- und Widerstandsdateien ebenso"}},
+    {177, {"   .POL\tXfoil 5.4 polar file", "   .POL\tXfoil-5.4-Polardatei"}},
+    {178, {"   .CSV\tpolar table that Tavilo reads back", "   .CSV\tPolarentabelle, die Tavilo wieder liest"}},
 };
 
 const Entry* FindEntry(int n) {

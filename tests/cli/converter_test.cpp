@@ -56,16 +56,27 @@ TEST(Converter, ConvertsByNameAndExtensionAndListsTheTree) {
   EXPECT_EQ(Convert(dir, {"--version"}).out.rfind("tavilo-convert ", 0), 0u);
 }
 
+TEST(Converter, CsvIsWrittenByItsExtensionAndReadsBack) {
+  TempDir dir;
+  ASSERT_EQ(Convert(dir, {kXfoil, dir.File("naca.csv")}).status, 0);
+  EXPECT_EQ(dir.Read("naca.csv").substr(0, 66), "set_no,set,polar_no,polar,re,mach,alpha,cl,cd,cm,top_xtr,bot_xtr\r\n");
+  Result back = Convert(dir, {"--info", dir.File("naca.csv")});
+  EXPECT_EQ(back.status, 0) << back.err;
+  EXPECT_NE(back.out.find("Polar 1: Re= 1000000, Mach= 0, 12 points"), std::string::npos) << back.out;
+}
+
 TEST(Converter, FailuresSayWhatAndSetTheStatus) {
   TempDir dir;
   dir.Write("random.xml", std::string("\x01\x02garbage", 9));
+  dir.Write("notes.txt", "alpha cl\nnothing measured\n");
   const struct {
     std::vector<std::string> args;
     int status;
-    const char* message;
+    std::string message;
   } cases[] = {
       {{"/nonexistent/wing.pef", dir.File("out.xml")}, 1, "File not found: /nonexistent/wing.pef"},
       {{dir.File("random.xml"), dir.File("out.xml")}, 1, "Tavilo: Error: This is no valid XML file!"},
+      {{dir.File("notes.txt"), dir.File("out.xml")}, 1, "File contains no polars! (" + dir.File("notes.txt") + ")"},
       {{"--lang", "de", kXfoil, dir.File("out.dat")}, 1, "Tavilo: Fehler: Umbekanntes Dateiformat!"},
       {{kXfoil, "/nonexistent/dir/out.xml"}, 1, "/nonexistent/dir/out.xml"},
       {{"--batch", "/nonexistent/dir"}, 1, "File not found: /nonexistent/dir"},

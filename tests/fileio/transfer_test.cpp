@@ -42,7 +42,8 @@ TEST(LoadByName, TheNameAloneChoosesTheReader) {
       {"FOIL.POL", InputFormat::Xfoil},           // extensions compare in lower case
       {"foil.pol.bak", InputFormat::Unknown},     {"wing.PEF", InputFormat::Pef},
       {"wing.Xml", InputFormat::Xml},             {"e387.drg", InputFormat::Drag},
-      {"model.mwk", InputFormat::WindTunnel},     {"eppler.txt", InputFormat::EpplerOutput},
+      {"model.mwk", InputFormat::Table},          {"eppler.txt", InputFormat::Table},
+      {"sheet.CSV", InputFormat::Table},          {"polar.csv", InputFormat::Xfoil},
       {"pef", InputFormat::Unknown},
   };
   for (const auto& [name, format] : cases) EXPECT_EQ(InputFormatOf(name), format) << name;
@@ -65,18 +66,19 @@ TEST(LoadFile, ShowsProgressTitleAndNameThroughTheUserInterface) {
   EXPECT_EQ(failing.statusTexts.back(), "Ready.");
 }
 
-TEST(LoadFile, UnknownOrUnreadableFormatsLoadEmptyWithAMessage) {
+TEST(LoadFile, UnknownFormatsAndFilesWithoutPolarsLoadEmptyWithAMessage) {
   RecordingUserInterface ui;
   ui.SetLanguage(kGerman);
   EXPECT_EQ(LoadFile("/tmp/notes.doc", ui)->ConfigCount(), 0);
   ASSERT_EQ(ui.messages.size(), 1u);
   EXPECT_EQ(ui.messages[0].text + "|" + ui.messages[0].title, "Umbekanntes Dateiformat!|Tavilo: Fehler");
   TempDir dir;
-  for (const char* name : {"tunnel.mwk", "eppler.txt"}) {
-    RecordingUserInterface later;
-    EXPECT_EQ(LoadFile(dir.Write(name, "1 2 3"), later)->ConfigCount(), 0) << name;
-    ASSERT_EQ(later.messages.size(), 1u) << name;
-    EXPECT_NE(later.messages[0].text.find("cannot be read yet"), std::string::npos) << name;
+  for (const char* name : {"tunnel.mwk", "eppler.txt", "sheet.csv"}) {
+    RecordingUserInterface empty;
+    const std::string path = dir.Write(name, "1 2 3");
+    EXPECT_EQ(LoadFile(path, empty)->ConfigCount(), 0) << name;
+    ASSERT_EQ(empty.messages.size(), 1u) << name;
+    EXPECT_EQ(empty.messages[0].text, "File: " + path + "\r\nFile contains no polars!") << name;
   }
 }
 
@@ -150,7 +152,8 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   RecordingUserInterface ui;
   const std::pair<const char*, const char*> cases[] = {{"out.xml", "<?xml version=\"1.0\"?>\r\n"},
                                                        {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
-                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"}};
+                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"},
+                                                       {"out.CSV", "set_no,set,polar_no,polar,re,mach,alpha,cl"}};
   for (const auto& [name, start] : cases) {
     EXPECT_TRUE(ExportAirfoil(*Sample("SD7037"), dir.File(name), ui)) << name;
     EXPECT_EQ(dir.Read(name).rfind(start, 0), 0u) << name;
@@ -166,6 +169,7 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   EXPECT_TRUE(ExportFile(*Sample("x"), ui));
   EXPECT_TRUE(std::filesystem::exists(dir.File("saved.xml")));
   EXPECT_TRUE(ui.fileRequests[0].promptOverwrite);
+  EXPECT_TRUE(ui.fileRequests[0].filter.ends_with("|Polar Table (*.csv)|*.csv"));
   // Through a symbolic link the file it points to is written; the link stays.
   const std::string target = dir.Write("target.xml", "old");
   std::filesystem::create_symlink("target.xml", dir.File("link.xml"));

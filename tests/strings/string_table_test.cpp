@@ -39,6 +39,9 @@ TEST(StringTable, TextsStandExactlyAsTheProgramShowsThem) {
   EXPECT_EQ(GetResString(82, kEnglish),
             "Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File "
             "(*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|Eppler Input File (*.epp)|*.epp");
+  // The export filter with CSV is 82's list and one pair more.
+  for (int language : {kEnglish, kGerman})
+    EXPECT_EQ(GetResString(171, language).rfind(GetResString(82, language) + "|", 0), 0u) << language;
 }
 
 TEST(StringTable, IdsOutsideTheTableFail) {
@@ -79,11 +82,14 @@ TEST(StringTable, AboutTextListsFormatsAndGraphsInTheCurrentLanguage) {
   std::string english = AboutText(kEnglish);
   EXPECT_EQ(english.rfind("Version ", 0), 0u);
   EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n"), std::string::npos);
-  EXPECT_NE(english.find("   .DRG\tUIUC drag polar file type 1, 2 and 3"), std::string::npos);
-  EXPECT_NE(english.find("   .EPP\tEppler input file"), std::string::npos);
+  EXPECT_NE(english.find("   .TXT, .MWK, .CSV\tpolar table in columns"), std::string::npos);
+  EXPECT_NE(english.find("...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
+                         "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\n"),
+            std::string::npos);
+  EXPECT_EQ(english.find(".EPP"), std::string::npos) << "no Eppler input writer yet";
   EXPECT_NE(english.find("the Tavilo authors"), std::string::npos);
   std::string german = AboutText(kGerman);
-  EXPECT_NE(german.find("...exportieren nach:"), std::string::npos);
+  EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"), std::string::npos);
   EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
       << "the fixed lines stay English";
 }

@@ -1,0 +1,50 @@
+// Any bytes as a polar table: polars with points, or an empty airfoil and
+// message 77, never a crash or a raised error. The first byte answers the
+// airfoil choice of a drag file, past the list's end included.
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "formats/csv.h"
+#include "formats/table.h"
+
+namespace {
+
+// Every point of every polar in order, with values at or below the unknown
+// marker, or not finite, as the marker: that is how CSV keeps them.
+std::vector<tavilo::PolarPoint> Points(const tavilo::Airfoil& airfoil) {
+  std::vector<tavilo::PolarPoint> points;
+  for (const tavilo::ConfigurationPtr& set : airfoil.Configurations())
+    for (const tavilo::PolarPtr& polar : set->Polars())
+      for (tavilo::PolarPoint point : polar->Points()) {
+        for (double* value : {&point.Alfa, &point.Cl, &point.Cd, &point.Cm, &point.TU, &point.TL})
+          if (!(*value > tavilo::kNoValue) || !std::isfinite(*value)) *value = tavilo::kNoValue;
+        point.SU = point.SL = tavilo::kNoValue;
+        points.push_back(point);
+      }
+  return points;
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  if (size == 0) return 0;
+  const int answer = static_cast<int8_t>(data[0]) % 8;
+  const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
+  tavilo::Airfoil airfoil;
+  const tavilo::ReadReport report = tavilo::ReadFromTableText(
+      airfoil, bytes, "fuzz.txt", [answer](const std::vector<std::string>&) { return answer; });
+  bool noPolars = false;
+  for (const tavilo::Diagnostic& diagnostic : report.diagnostics) noPolars = noPolars || diagnostic.messageId == 77;
+  if (noPolars != (airfoil.ConfigCount() == 0)) __builtin_trap();
+  // What was read writes as CSV and reads back point for point.
+  if (!noPolars && !report.stoppedEarly) {
+    tavilo::Airfoil copy;
+    tavilo::ReadFromTableText(copy, tavilo::CsvText(airfoil), "copy.csv", nullptr);
+    if (Points(copy) != Points(airfoil)) __builtin_trap();
+  }
+  return 0;
+}
