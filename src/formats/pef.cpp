@@ -216,7 +216,7 @@ void PefReader::ReadAirfoil(Airfoil& airfoil, ReadReport& report) {
   for (int i = 1; i <= setCount; ++i) airfoil.SetConfiguration(i, std::make_shared<Configuration>());
   for (int i = 1; i <= setCount && !Stopped(); ++i) ReadConfiguration(*airfoil.Configuration(i), i);
   report.stoppedEarly = Stopped();
-  // Missing items read as empty, as they always did; only the converter says so.
+  // Missing items read as empty, as they always did; the warning is quiet, as the window always was.
   if (ShortOfCounts()) report.diagnostics.push_back(ShortOfCountsWarning());
 }
 
