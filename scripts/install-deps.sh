@@ -8,7 +8,7 @@ packages=(
   qt6-base-dev qt6-svg-dev qt6-base-dev-tools qt6-translations-l10n
   libgtest-dev libgmock-dev libbenchmark-dev
   clang libclang-rt-dev
-  locales xvfb xauth fonts-dejavu-core
+  locales xvfb xauth fonts-dejavu-core poppler-utils
 )
 
 missing=()

@@ -123,6 +123,7 @@ void PEFForm::SwitchLanguage() {
   const int language = Language();
   ApplyCaptions(this, MainWindowCaptions(), language);
   findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(100, language)));
+  findChild<QAction*>("mnuFilePrintPreview")->setText(QString::fromStdString(GetResString(137, language)));
   InstallQtTranslation(qtTranslator_, language);
   if (QAction* help = findChild<QAction*>("Toolbar1_HELP"))
     help->setToolTip(QString::fromStdString(GetResString(36, language)));
@@ -147,6 +148,7 @@ void PEFForm::EnableItems(bool printing) {
   QAction* print = findChild<QAction*>("mnuFilePrint");
   QAction* exportFile = findChild<QAction*>("mnuFileExport");
   print->setEnabled(hasData && !printing);
+  findChild<QAction*>("mnuFilePrintPreview")->setEnabled(hasData && !printing);
   for (const char* name : {"mnuFileExport", "mnuToolsApproximate", "mnuToolsEnvelope", "mnuToolsSortRe",
                            "mnuToolsSortMach"}) {
     findChild<QAction*>(name)->setEnabled(hasData);
@@ -163,7 +165,7 @@ void PEFForm::ToolbarButtonClick(const QString& key) {
   } else if (key == "SAVE") {
     document_->Export();
   } else if (key == "PRINT") {
-    NotAvailableYet();
+    Print();
   } else if (key == "HELP") {
     about_->SwitchLanguage(Language());
     about_->exec();

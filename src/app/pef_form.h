@@ -6,15 +6,18 @@
 #include <QMainWindow>
 #include <QTranslator>
 #include <array>
+#include <functional>
 #include <memory>
 
 #include "document_controller.h"
 #include "graph_view.h"
 #include "main_layout.h"
+#include "plot/print_page.h"
 #include "plotqt/render_context.h"
 
 class QAction;
 class QComboBox;
+class QPrinter;
 class QLabel;
 class QMenu;
 class QTabWidget;
@@ -51,6 +54,22 @@ class PEFForm : public QMainWindow {
   // Saves the settings; runs when the window closes.
   void SaveSettings();
 
+  // File > Print: the print dialog, then the page of the ticked polars.
+  void Print();
+  // File > Print Preview: the page as it will be printed.
+  void PrintPreview();
+  // The page of the current airfoil with the options dialog's switches on
+  // `printer`'s paper.
+  PageRequest PrintRequestFor(const QPrinter& printer) const;
+  // Tests answer the print dialog: the chooser sets up the printer and says
+  // whether to print.
+  void SetPrinterChooser(std::function<bool(QPrinter&)> chooser) { printerChooser_ = std::move(chooser); }
+
+ signals:
+  // Sent once the run has begun: Print is disabled and the status says so.
+  void PrintRunStarted();
+
+ public:
   // Lays the window out for its current size and redraws the graphs.
   void LayoutWindow();
 
@@ -82,6 +101,9 @@ class PEFForm : public QMainWindow {
   // Shows a change of the document: tree, graphs, menus, title.
   void DocumentChanged(const DocumentChange& change);
   void NotAvailableYet();
+  void RunPrint(QPrinter& printer);
+  // Draws the page on `printer`; false when it could not be started.
+  bool PaintOn(QPrinter& printer);
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
   PlotRanges CurrentRanges() const;
   double Dpi() const;
@@ -105,6 +127,7 @@ class PEFForm : public QMainWindow {
   std::array<QLabel*, 3> rangeLabels_{};  // Label1, Label2, Label3
   MainLayout layout_;
   QTranslator qtTranslator_;  // Qt's own texts in the window's language
+  std::function<bool(QPrinter&)> printerChooser_;
 };
 
 }  // namespace tavilo

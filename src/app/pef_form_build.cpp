@@ -68,7 +68,8 @@ void PEFForm::BuildMenus() {
   AddAction(file, "mnuFileImport", nullptr)->setShortcut(QKeySequence::Open);
   AddAction(file, "mnuFileExport", nullptr)->setShortcut(QKeySequence::Save);
   QAction* batch = AddAction(file, "mnuBatch", nullptr);
-  AddAction(file, "mnuFilePrint", &PEFForm::NotAvailableYet)->setShortcut(QKeySequence::Print);
+  AddAction(file, "mnuFilePrint", &PEFForm::Print)->setShortcut(QKeySequence::Print);
+  AddAction(file, "mnuFilePrintPreview", &PEFForm::PrintPreview);
   AddAction(file, "mnuPrintOptions", nullptr);
   AddAction(file, "mnuSeparator", nullptr)->setSeparator(true);
   AddAction(file, "mnuFileExit", nullptr)->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

@@ -10,10 +10,12 @@
 #include "formats/file_text.h"
 #include "formats/number_text.h"
 #include "model/errors.h"
+#include "plot/print_page.h"
 #include "strings/string_table.h"
 #include "ui/user_interface.h"
 
 #ifdef TAVILO_HAVE_QT_PLOT
+#include "plotqt/page_render.h"
 #include "plotqt/render.h"
 #endif
 
@@ -27,6 +29,8 @@ constexpr const char* kUsage =
     "       tavilo-convert [options] --info INPUT      show the sets and polars of a file\n"
 #ifdef TAVILO_HAVE_QT_PLOT
     "       tavilo-convert [options] --plot OUT INPUT  draw the five graphs to OUT (.png or .svg)\n"
+    "       tavilo-convert [options] --print OUT.pdf INPUT\n"
+    "                                                  print the page of the graphs to a PDF\n"
 #endif
     "\n"
     "The input format follows INPUT's name (.xml .pef .pol polar.* .drg), the output\n"
@@ -35,6 +39,8 @@ constexpr const char* kUsage =
     "Options:\n"
     "  --airfoil N   read airfoil N (from 1) of a drag file with several; --info lists them\n"
     "  --lang de     German messages (--lang en: English, the default)\n"
+    "  --grid        --print: draw the grid\n"
+    "  --legend ul   --print: a legend in the upper left (lr: lower right) of Cl-Cd\n"
     "  --help        show this text\n"
     "  --version     show the version\n"
     "\n"
@@ -105,10 +111,11 @@ struct LateUsageError {
 };
 
 struct Options {
-  enum class Mode { Convert, Batch, Info, Plot, Help, Version } mode = Mode::Convert;
+  enum class Mode { Convert, Batch, Info, Plot, Print, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
   std::optional<int> airfoil;  // 1-based, when given
   int language = kEnglish;
+  PrintOptions print;  // --print: as a first start has them unless asked
 };
 
 // Parses the arguments; an error text on bad usage.
@@ -123,10 +130,18 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       options.mode = Options::Mode::Help;
     } else if (arg == "--version") {
       options.mode = Options::Mode::Version;
-    } else if (arg == "--batch" || arg == "--info" || arg == "--plot") {
+    } else if (arg == "--batch" || arg == "--info" || arg == "--plot" || arg == "--print") {
       options.mode = arg == "--batch"  ? Options::Mode::Batch
                      : arg == "--info" ? Options::Mode::Info
-                                       : Options::Mode::Plot;
+                     : arg == "--plot" ? Options::Mode::Plot
+                                       : Options::Mode::Print;
+    } else if (arg == "--grid") {
+      options.print.grid = true;
+    } else if (arg == "--legend") {
+      auto corner = value();
+      if (!corner || (*corner != "ul" && *corner != "lr")) return "--legend takes ul or lr";
+      options.print.legend = true;
+      options.print.legendCorner = *corner == "ul" ? LegendCorner::UpperLeft : LegendCorner::LowerRight;
     } else if (arg == "--lang") {
       auto lang = value();
       if (!lang || (*lang != "de" && *lang != "en")) return "--lang takes de or en";
@@ -143,7 +158,9 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       options.files.push_back(arg);
     }
   }
-  const size_t wanted = options.mode == Options::Mode::Convert || options.mode == Options::Mode::Plot ? 2
+  const size_t wanted = options.mode == Options::Mode::Convert || options.mode == Options::Mode::Plot ||
+                                options.mode == Options::Mode::Print
+                            ? 2
                         : options.mode == Options::Mode::Batch || options.mode == Options::Mode::Info
                             ? 1
                             : 0;
@@ -291,6 +308,24 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
       std::string error;
       if (!RenderPlotsToFile(*input->airfoil, options.files[0], options.language, &error)) {
         messages.Line("tavilo-convert: " + error);
+        return kExitFileError;
+      }
+      return kExitDone;
+#else
+      messages.Line("tavilo-convert: this build cannot draw graphs");
+      return kExitUsage;
+#endif
+    }
+    case Options::Mode::Print: {
+#ifdef TAVILO_HAVE_QT_PLOT
+      std::optional<LoadResult> input = reader.ReadInput(options.files[1]);
+      if (!input) return kExitFileError;
+      PageRequest request;
+      request.options = options.print;
+      request.language = options.language;
+      std::string error;
+      if (!WritePagePdf(*input->airfoil, request, options.files[0], &error)) {
+        messages.Error(error, options.files[0]);
         return kExitFileError;
       }
       return kExitDone;

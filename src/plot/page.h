@@ -29,6 +29,26 @@ float XcMM(float xc, const PageFactors& factors);      // 50 mm for the chord
 float sMax(float a, float b);
 int16_t nMax(int16_t a, int16_t b);
 
+// A rectangle on the page, in millimetres, the vertical axis growing upwards.
+struct PageRect {
+  double left = 0;
+  double bottom = 0;
+  double right = 0;
+  double top = 0;
+
+  double Width() const { return right - left; }
+  double Height() const { return top - bottom; }
+  bool Empty() const { return !(right > left && top > bottom); }
+  bool Contains(const PageRect& inner, double slack = 1e-6) const {
+    return inner.left >= left - slack && inner.right <= right + slack && inner.bottom >= bottom - slack &&
+           inner.top <= top + slack;
+  }
+  bool Overlaps(const PageRect& other) const {
+    return !Empty() && !other.Empty() && left < other.right && other.left < right && bottom < other.top &&
+           other.bottom < top;
+  }
+};
+
 // A filled rectangle in the user units of the surface it is drawn on.
 class Rectangle {
  public:

@@ -114,9 +114,9 @@ constexpr auto kNoTU = [](const PolarPoint& p) { return p.TU <= kMissingBelow; }
 constexpr auto kNoTL = [](const PolarPoint& p) { return p.TL <= kMissingBelow; };
 constexpr auto kNoCm = [](const PolarPoint& p) { return p.Cm <= kMissingBelow; };
 
-// The curves of a polar or an overlay, in the surfaces' foreground colour;
-// `symbol` 0 for none.
-void DrawSeries(const GraphSurfaces& s, std::span<const PolarPoint> points, int symbol) {
+}  // namespace
+
+void DrawPolarSeries(const GraphSurfaces& s, std::span<const PolarPoint> points, int symbol) {
   if (s.blu) DrawCurve(*s.blu, points, kTU, kCl, kNoTU);
   if (s.bll) DrawCurve(*s.bll, points, kTL, kCl, kNoTL);
   if (s.clCd) {
@@ -133,29 +133,21 @@ void DrawSeries(const GraphSurfaces& s, std::span<const PolarPoint> points, int 
   }
 }
 
+namespace {
+
 void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
   DrawFrames(airfoil, request, s);
   LegendCell cell{};
   if (s.clCd) cell = {s.clCd->TextWidth("..Re=1000000.."), s.clCd->TextHeight("Üg")};
-  int ordinal = 0;
-  for (int set = 1; set <= airfoil.ConfigCount(); ++set) {
-    ConfigurationPtr config = airfoil.Configuration(set);
-    if (!config) continue;
-    for (int index = 1; index <= config->PolarCount(); ++index) {
-      // Counted before the tick test so that a polar keeps its colour and
-      // marker when others are ticked or unticked.
-      ++ordinal;
-      PolarPtr polar = config->Polar(index);
-      if (!polar || !polar->Selected) continue;
-      int symbol = PolarSymbolIndex(ordinal);
-      SetForeColor(s, Color::Palette(PolarColorIndex(ordinal)));
-      if (s.clCd) DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, *polar, symbol);
-      DrawSeries(s, polar->Points(), symbol);
-    }
-  }
+  ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
+    int symbol = PolarSymbolIndex(ordinal);
+    SetForeColor(s, Color::Palette(PolarColorIndex(ordinal)));
+    if (s.clCd) DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, polar, symbol);
+    DrawPolarSeries(s, polar.Points(), symbol);
+  });
   for (const PlotOverlay& overlay : request.overlays) {
     SetForeColor(s, overlay.color);
-    DrawSeries(s, overlay.points, 0);
+    DrawPolarSeries(s, overlay.points, 0);
   }
 }
 

@@ -66,6 +66,28 @@ struct PlotRequest {
 // drawn so far. Allocates nothing per point, of a polar or of an overlay.
 void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces);
 
+// The polar curves of `points` in each surface's foreground colour, with
+// the markers of `symbol` (1..5; 0 for none), as PlotData draws a polar.
+void DrawPolarSeries(const GraphSurfaces& surfaces, std::span<const PolarPoint> points, int symbol);
+
+// Calls visit(set, index, ordinal, polar) for every ticked polar in order;
+// `ordinal` counts every polar, ticked or not, for its colour and marker.
+template <class Visit>
+void ForEachTickedPolar(const Airfoil& airfoil, Visit visit) {
+  int ordinal = 0;
+  for (int set = 1; set <= airfoil.ConfigCount(); ++set) {
+    ConfigurationPtr config = airfoil.Configuration(set);
+    if (!config) continue;
+    for (int index = 1; index <= config->PolarCount(); ++index) {
+      // Counted before the tick test so that a polar keeps its colour and
+      // marker when others are ticked or unticked.
+      ++ordinal;
+      PolarPtr polar = config->Polar(index);
+      if (polar && polar->Selected) visit(set, index, ordinal, *polar);
+    }
+  }
+}
+
 // The one redraw entry point for the rest of the program after any change to
 // the data, the ticks, the views or the overlays.
 inline void RefreshPlots(const Airfoil* current, const PlotRequest& request,

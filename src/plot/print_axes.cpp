@@ -62,6 +62,27 @@ void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skip
   page.SetForeColor(kAxisColor);
 }
 
+constexpr Color kPaper = Color::Rgb(255, 255, 255);
+
+double HorizontalLabelGap(const DrawingSurface& page) {
+  return std::fmax(kPageLabelGap, std::fabs(page.TextHeight("0")) / 2 + 0.5);
+}
+
+// Prints a label at the current position unless it reaches into a part of
+// the page that the axis keeps clear. A label within the graph stands on a
+// patch of paper of its own, so that the grid does not cross it.
+void PrintClear(const PageAxis& axis, const std::string& text) {
+  DrawingSurface& page = *axis.page;
+  const double x = page.CurrentX(), y = page.CurrentY();
+  const PageRect extent{x, y + page.TextHeight(text), x + page.TextWidth(text), y};
+  for (const PageRect& clear : axis.keepClear)
+    if (extent.Overlaps(clear)) return;
+  page.Line(extent.left, extent.top, extent.right, extent.bottom, kPaper, LineKind::FilledBox);
+  page.SetCurrentX(x);
+  page.SetCurrentY(y);
+  page.Print(text);
+}
+
 std::string LabelText(double value, const AxisStyle& style) {
   return FormatNumber(value, style.pattern) + style.suffix;
 }
@@ -74,16 +95,19 @@ void DrawLabel(const PageAxis& axis, const AxisStyle& style, double value) {
   double pos = PagePosition(axis, style, value);
   if (style.horizontal) {
     page.SetCurrentX(pos - page.TextWidth(text) / 2);
-    page.SetCurrentY(axis.originY - kPageLabelGap);
+    page.SetCurrentY(axis.originY - HorizontalLabelGap(page));
   } else {
     page.SetCurrentX(axis.originX - kPageLabelGap - page.TextWidth(text));
     page.SetCurrentY(pos - page.TextHeight(text) / 2);
   }
-  page.Print(text);
+  PrintClear(axis, text);
 }
 
+// From the first multiple of the step, so that a wide step still labels 0.
 void DrawLabels(const PageAxis& axis, const AxisStyle& style, double labelStep) {
-  ForEachStep(axis.low, labelStep, axis.high + labelStep / 2,
+  if (axis.labelStep > 0) labelStep = axis.labelStep;
+  double first = std::ceil(axis.low / labelStep - 1e-9) * labelStep;
+  ForEachStep(first, labelStep, axis.high + labelStep * 1e-6,
               [&](double v) { DrawLabel(axis, style, v); });
 }
 
@@ -94,7 +118,7 @@ void DrawTitle(const PageAxis& axis, const AxisStyle& style) {
   double middle = (PagePosition(axis, style, axis.low) + PagePosition(axis, style, axis.high)) / 2;
   if (style.horizontal) {
     page.SetCurrentX(middle - page.TextWidth(style.title) / 2);
-    page.SetCurrentY(axis.originY - kPageLabelGap + page.TextHeight("0") * 1.2);
+    page.SetCurrentY(axis.originY - HorizontalLabelGap(page) + page.TextHeight("0") * 1.2);
   } else {
     double labelWidth = page.TextWidth(LabelText(-std::fmax(std::fabs(axis.low), std::fabs(axis.high)), style));
     page.SetCurrentX(axis.originX - 2 * kPageLabelGap - labelWidth - page.TextWidth(style.title));
@@ -120,7 +144,7 @@ void DrawCmLabel(const PageAxis& axis, double value) {
   std::string text = FormatNumber(value, kCm.pattern);
   page.SetCurrentX(axis.originX - kCmLabelOffset - page.TextWidth(text) / 2);
   page.SetCurrentY(PagePosition(axis, kCm, value) - page.TextHeight(text) / 2);
-  page.Print(text);
+  PrintClear(axis, text);
 }
 
 bool OnTenth(double value) { return std::fabs(value * 10 - std::round(value * 10)) < 1e-6; }
@@ -148,11 +172,15 @@ void XcAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
 // loop, the hundredths between them in another.
 void CmAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
   DrawAxisLineAndGrid(axis, kCm, skipZeroGrid, gridShow);
+  const double coarse = axis.labelStep >= 0.1 ? axis.labelStep : 0.1;
   int count = 0;
-  for (double v = axis.high; v >= axis.low - 0.01 && count < kMaxGridLines; v -= 0.02, ++count)
-    if (!OnTenth(v)) DrawCmLabel(axis, v);
+  if (axis.labelStep < 0.1) {
+    for (double v = axis.high; v >= axis.low - 0.01 && count < kMaxGridLines; v -= 0.02, ++count)
+      if (!OnTenth(v)) DrawCmLabel(axis, v);
+  }
   count = 0;
-  for (double v = axis.high; v >= axis.low - 0.05 && count < kMaxGridLines; v -= 0.1, ++count)
+  for (double v = std::floor(axis.high / coarse + 1e-9) * coarse;
+       v >= axis.low - coarse / 2 && count < kMaxGridLines; v -= coarse, ++count)
     DrawCmLabel(axis, v);
   DrawingSurface& page = *axis.page;
   double top = std::fmax(PagePosition(axis, kCm, axis.low), PagePosition(axis, kCm, axis.high));

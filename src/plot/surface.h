@@ -125,6 +125,9 @@ class DrawingSurface {
   // whose vertical axis grows upwards.
   virtual double TextWidth(std::string_view text) const = 0;
   virtual double TextHeight(std::string_view text) const = 0;
+  // The type size of the texts that follow, in points. Only the printed
+  // page sets it; a screen graph keeps the font it was made with.
+  virtual void SetFontSize(double points) { (void)points; }
 
   virtual Color ForeColor() const = 0;
   virtual void SetForeColor(Color color) = 0;

@@ -84,10 +84,10 @@ QtSurface::~QtSurface() {
 
 QColor QtSurface::ToQColor(Color color) { return QColor(color.red, color.green, color.blue); }
 
-QPen QtSurface::LinePen(const QColor& color) const {
+QPen QtSurface::LinePen(const QColor& color, int width) const {
   // Widths in logical pixels, so that a line keeps its look on a dense
   // screen; a width of 1 at ratio 1 still takes Qt's fast thin-line path.
-  return QPen(color, drawWidth_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
+  return QPen(color, width * lineUnit_, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin);
 }
 
 // An odd number of device pixels wide is sharp on a pixel's centre, an even
@@ -235,7 +235,7 @@ void QtSurface::EndRun() {
   }
   if (run_.size() >= kPolylinePoints) {
     UseClip();
-    painter_.setPen(LinePen(ToQColor(batchColor_)));
+    painter_.setPen(LinePen(ToQColor(batchColor_), batchWidth_));
     painter_.drawPolyline(run_.data(), static_cast<int>(run_.size()));
   } else if (run_.size() == 2) {
     lines_.push_back(SnappedLine(run_[0], run_[1]));
@@ -268,7 +268,7 @@ void QtSurface::FlushLines() {
   EndRun();
   if (lines_.empty()) return;
   UseClip();
-  painter_.setPen(LinePen(ToQColor(batchColor_)));
+  painter_.setPen(LinePen(ToQColor(batchColor_), batchWidth_));
   painter_.drawLines(lines_.data(), static_cast<int>(lines_.size()));
   lines_.clear();
 }
@@ -285,10 +285,10 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
   QColor line = ToQColor(color);
   UseClip();
   if (kind == LineKind::FilledBox) {
-    painter_.setPen(LinePen(line));
+    painter_.setPen(LinePen(line, drawWidth_));
     painter_.setBrush(line);
   } else {
-    painter_.setPen(LinePen(line));
+    painter_.setPen(LinePen(line, drawWidth_));
     Qt::BrushStyle style = BrushFor(fillStyle_);
     painter_.setBrush(style == Qt::NoBrush ? QBrush() : QBrush(ToQColor(fillColor_), style));
   }
@@ -314,6 +314,13 @@ void QtSurface::Print(std::string_view text) {
 
 double QtSurface::TextWidth(std::string_view text) const {
   return LaidOut(text).advance * scaleWidth_ / target_.width();
+}
+
+void QtSurface::SetFontSize(double points) {
+  if (font_.pointSizeF() == points) return;
+  font_.setPointSizeF(points);
+  metrics_ = QFontMetricsF(font_, painter_.device());
+  layoutKey_ = LayoutKey(font_, painter_.device());
 }
 
 double QtSurface::TextHeight(std::string_view) const {

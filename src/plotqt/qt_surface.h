@@ -40,6 +40,10 @@ class QtSurface : public DrawingSurface {
   // the order of drawing as the calls gave it.
   void Flush();
 
+  // Painter units per unit of line width; 1 on screens, where a width is
+  // in logical pixels. Paper measures its lines in points instead.
+  void SetLineUnit(double unit) { lineUnit_ = unit; }
+
   // The tone in which this surface shows `color`.
   static QColor ToQColor(Color color);
 
@@ -60,6 +64,7 @@ class QtSurface : public DrawingSurface {
   void Print(std::string_view text) override;
   double TextWidth(std::string_view text) const override;
   double TextHeight(std::string_view text) const override;
+  void SetFontSize(double points) override;
 
   Color ForeColor() const override { return foreColor_; }
   void SetForeColor(Color color) override { foreColor_ = color; }
@@ -93,7 +98,8 @@ class QtSurface : public DrawingSurface {
   void DrawRunDirectly();
   QLineF SnappedLine(QPointF a, QPointF b) const;
   void DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind);
-  QPen LinePen(const QColor& color) const;
+  // Gathered lines keep the width they were gathered at.
+  QPen LinePen(const QColor& color, int width) const;
   const RenderContext::LaidOutText& LaidOut(std::string_view text) const;
 
   std::unique_ptr<RenderContext> ownContext_;  // null when one is shared
@@ -111,6 +117,7 @@ class QtSurface : public DrawingSurface {
   Color fillColor_ = Color::Rgb(0, 0, 0);
   int fillStyle_ = kFillTransparent;
   int drawWidth_ = 1;
+  double lineUnit_ = 1;
   bool canSnap_ = false;
   double pixelRatio_ = 1;
   QPointF deviceOffset_;

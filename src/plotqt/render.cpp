@@ -158,8 +158,8 @@ QByteArray RenderSvg(const Airfoil& airfoil, int language) {
   return bytes;
 }
 
-// Text needs a GUI application; a converter run from a terminal has none, so
-// one is made off screen and lives until the process ends.
+}  // namespace
+
 bool EnsureGuiApplication(std::string* error) {
   if (qobject_cast<QGuiApplication*>(QCoreApplication::instance())) return true;
   if (QCoreApplication::instance()) {
@@ -173,8 +173,6 @@ bool EnsureGuiApplication(std::string* error) {
   new QGuiApplication(argc, argv);  // kept for the whole run on purpose
   return true;
 }
-
-}  // namespace
 
 bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int language,
                        std::string* error) {

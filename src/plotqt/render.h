@@ -17,4 +17,9 @@ namespace tavilo {
 bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int language,
                        std::string* error);
 
+// Text needs a QGuiApplication; a converter run from a terminal has none,
+// so one is made off screen and lives until the process ends. False with a
+// message when another kind of application runs.
+bool EnsureGuiApplication(std::string* error);
+
 }  // namespace tavilo

@@ -1,6 +1,8 @@
 // The main window: enabled states, the toolbar's keys, the layout on resize
 // and the language switch.
+#include <QFile>
 #include <QMenu>
+#include <QPrinter>
 #include <QStatusBar>
 
 #include "app/caption_apply.h"
@@ -29,12 +31,32 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   form.Document().OpenFile(dir.File("wing.xml"));
   expectDataCommands(true);
 
-  form.EnableItems(true);  // while printing
-  EXPECT_FALSE(Action("mnuFilePrint")->isEnabled());
-  EXPECT_FALSE(Action("Toolbar1_PRINT")->isEnabled());
-  EXPECT_TRUE(Action("Toolbar1_SAVE")->isEnabled());
-  form.EnableItems(false);
+  // A print run to a PDF file: Print alone is disabled while it runs.
+  const QString pdf = QString::fromStdString(dir.File("page.pdf"));
+  bool answer = false;
+  form.SetPrinterChooser([&](QPrinter& printer) {
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setOutputFileName(pdf);
+    return answer;
+  });
+  std::vector<bool> duringRun;
+  QObject::connect(&form, &PEFForm::PrintRunStarted, [&] {
+    duringRun = {Action("mnuFilePrint")->isEnabled(), Action("Toolbar1_PRINT")->isEnabled(),
+                 Action("Toolbar1_SAVE")->isEnabled(), form.statusBar()->currentMessage() == "Printing...",
+                 QApplication::overrideCursor() != nullptr};
+  });
+  Action("mnuFilePrint")->trigger();  // cancelled
+  EXPECT_TRUE(duringRun.empty());
+  EXPECT_FALSE(QFile::exists(pdf));
+  answer = true;
+  Action("Toolbar1_PRINT")->trigger();
+  EXPECT_EQ(duringRun, (std::vector<bool>{false, false, true, true, true}));
   EXPECT_TRUE(Action("mnuFilePrint")->isEnabled());
+  EXPECT_EQ(form.statusBar()->currentMessage(), "Ready.");
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  QFile page(pdf);
+  ASSERT_TRUE(page.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(page.readAll().startsWith("%PDF"));
 
   Airfoil& current = form.Document().Current();
   current.AddConfiguration(current.Configuration(1));

@@ -223,5 +223,35 @@ TEST(Converter, BatchGoesOnPastFailingFilesAndListsThemAtTheEnd) {
   }
 }
 
+
+// The text a poppler tool prints for `pdf`.
+std::string Poppler(const TempDir& dir, const std::string& tool, const std::string& pdf) {
+  const std::string out = dir.File(tool + ".txt");
+  const std::string command = tool + " '" + pdf + "' " + (tool == "pdftotext" ? "- " : "") + "> '" + out + "' 2>&1";
+  EXPECT_EQ(std::system(command.c_str()), 0) << tool << " is missing: scripts/install-deps.sh installs poppler-utils";
+  return dir.Read(tool + ".txt");
+}
+
+TEST(Converter, PrintWritesTheGraphPageAsAOnePageA4Pdf) {
+  TempDir dir;
+  const std::string uiuc = TAVILO_TEST_DATA "/uiuc/E387A.DRG";
+  for (const auto& [language, heading] : {std::pair{"en", "Airfoil: E387 (A)"}, {"de", "Profil: E387 (A)"}}) {
+    const std::string pdf = dir.File(std::string("page ") + language + ".pdf");
+    Result result = Convert(dir, {"--print", pdf, "--grid", "--legend", "ul", "--lang", language, uiuc});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const std::string info = Poppler(dir, "pdfinfo", pdf);
+    EXPECT_NE(info.find("Pages:           1\n"), std::string::npos) << info;
+    EXPECT_NE(info.find("(A4)"), std::string::npos) << info;
+    const std::string text = Poppler(dir, "pdftotext", pdf);
+    EXPECT_NE(text.find(heading), std::string::npos) << text;
+    for (const char* re : {"Re= 61000", "Re= 101000", "Re= 151600", "Re= 202300", "Re= 303000"})
+      EXPECT_NE(text.find(re), std::string::npos) << re;
+  }
+  EXPECT_EQ(Convert(dir, {"--print", dir.File("x.pdf"), "--legend", "middle", uiuc}).status, 2);
+  Result unwritable = Convert(dir, {"--print", dir.File("no/such/dir/x.pdf"), uiuc});
+  EXPECT_EQ(unwritable.status, 1);
+  EXPECT_NE(unwritable.err.find("x.pdf"), std::string::npos) << unwritable.err;
+}
+
 }  // namespace
 }  // namespace tavilo

@@ -1,6 +1,7 @@
 #pragma once
 // A drawing surface that keeps every call, with fixed text metrics (every
-// character 7 device units wide, a line 14 high) on a device of a chosen
+// character 7 device units wide, a line 14 high, both in proportion to a
+// type size set after the 12 points it starts with) on a device of a chosen
 // size, so that tests can check what a routine drew and where.
 
 #include <string>
@@ -15,7 +16,7 @@ enum class CallKind { Clear, Scale, Line, Print, ForeColor, FillColor, FillStyle
 
 struct SurfaceCall {
   CallKind kind = CallKind::Clear;
-  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // Line points; Scale corners; Print position
+  double x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // Line points; Scale corners; Print position and far corner
   Color color;                            // Line, Print, colour setters
   LineKind lineKind = LineKind::Plain;
   std::string text;                       // Print
@@ -65,7 +66,8 @@ class RecordingSurface : public DrawingSurface {
   void SetCurrentY(double y) override { currentY_ = y; }
 
   void Print(std::string_view text) override {
-    SurfaceCall call = Call(CallKind::Print, currentX_, currentY_, 0, 0, foreColor_);
+    SurfaceCall call = Call(CallKind::Print, currentX_, currentY_, currentX_ + TextWidth(text),
+                            currentY_ + TextHeight(text), foreColor_);
     call.text = std::string(text);
     calls.push_back(call);
     currentX_ += TextWidth(text);
@@ -84,9 +86,10 @@ class RecordingSurface : public DrawingSurface {
   }
 
   double TextWidth(std::string_view text) const override {
-    return Characters(text) * kCharWidth * scaleWidth_ / width_;
+    return Characters(text) * kCharWidth * fontScale_ * scaleWidth_ / width_;
   }
-  double TextHeight(std::string_view) const override { return kLineHeight * scaleHeight_ / height_; }
+  double TextHeight(std::string_view) const override { return kLineHeight * fontScale_ * scaleHeight_ / height_; }
+  void SetFontSize(double points) override { fontScale_ = points / 12; }
 
   Color ForeColor() const override { return foreColor_; }
   void SetForeColor(Color color) override {
@@ -129,6 +132,7 @@ class RecordingSurface : public DrawingSurface {
   double left_ = 0, top_ = 0, scaleWidth_ = 1, scaleHeight_ = 1;
   double currentX_ = 0, currentY_ = 0;
   Color foreColor_;
+  double fontScale_ = 1;
 };
 
 }  // namespace tavilo::testing

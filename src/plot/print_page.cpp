@@ -1,0 +1,480 @@
+#include "plot/print_page.h"
+
+#include <algorithm>
+#include <cmath>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+#include "formats/number_text.h"
+#include "plot/frames.h"
+#include "plot/plot_data.h"
+#include "plot/print_axes.h"
+#include "plot/symbol.h"
+
+namespace tavilo {
+
+namespace {
+
+constexpr double kBoxGap = 6;           // between graph boxes, mm
+constexpr double kBlockGap = 4;         // between heading, graphs and footer
+constexpr double kFooterShare = 0.25;   // of the paper's height, at most
+constexpr double kLegendShare = 0.45;   // of the lift-drag plot's height and width, at most
+constexpr double kLabelSpacing = 1.5;   // least free space between two tick labels
+constexpr double kFieldGap = 2.5;       // between the fields of a footer row
+constexpr double kColumnGap = 6;        // between columns of a list
+constexpr double kSampleLength = 7;     // the curve sample before a list entry
+constexpr double kLegendInset = 1.5;    // legend from the plot's edges
+constexpr double kMaxSetName = 50;      // the widest set and polar names a row gives room to
+constexpr double kMaxPolarName = 30;
+constexpr Color kBlack = kAxisColor;
+constexpr Color kWhite = Color::Rgb(255, 255, 255);
+constexpr Color kRuleColor = Color::Rgb(160, 160, 160);  // above the footer
+
+using Mapping = float (*)(float, const PageFactors&);
+
+// One axis of a graph: the quantity, its range and how its labels read.
+struct AxisSpec {
+  Mapping map;
+  double low, high;
+  const char* pattern;
+  const char* suffix;
+  const char* title;
+  std::vector<double> labelSteps;  // candidates, the axis's own first
+  void (*draw)(const PageAxis&, bool, bool);
+};
+
+struct GraphSpec {
+  AxisSpec x, y;
+  bool dragX;  // x scales with kd, fitted apart from y
+};
+
+std::vector<double> DragLabelSteps(double cdMax) {
+  const double base = DragLabelStep(cdMax);
+  std::vector<double> steps;
+  for (double factor : {1, 2, 5, 10, 20, 50, 100}) steps.push_back(base * factor);
+  return steps;
+}
+
+std::array<GraphSpec, kPageGraphCount> GraphSpecs(const PlotRanges& r) {
+  const AxisSpec lift{ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
+  const AxisSpec alfa{AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, AlfaAxis};
+  const AxisSpec chord{XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
+  // A moment label step below 0.1 stands for the axis's own two loops.
+  const AxisSpec moment{CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
+  const AxisSpec drag{CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
+  return {GraphSpec{drag, lift, true}, GraphSpec{alfa, lift, false}, GraphSpec{alfa, moment, false},
+          GraphSpec{chord, lift, false}, GraphSpec{chord, lift, false}};
+}
+
+double Map(const AxisSpec& axis, double value, const PageFactors& factors) {
+  return axis.map(static_cast<float>(value), factors);
+}
+
+// Millimetres per unit of the quantity at these factors.
+double Density(const AxisSpec& axis, const PageFactors& factors) {
+  return std::fabs(Map(axis, 1, factors) - Map(axis, 0, factors));
+}
+
+double Extent(const AxisSpec& axis, const PageFactors& factors) {
+  return std::fabs(Map(axis, axis.high, factors) - Map(axis, axis.low, factors));
+}
+
+std::string Label(const AxisSpec& axis, double value) { return FormatNumber(value, axis.pattern) + axis.suffix; }
+
+// The axis routines set a vertical title beside the widest label the range
+// could have, its negative largest end.
+double WidestLabel(DrawingSurface& page, const AxisSpec& axis) {
+  const double widest = -std::max(std::fabs(axis.low), std::fabs(axis.high));
+  return std::max({page.TextWidth(Label(axis, axis.low)), page.TextWidth(Label(axis, axis.high)),
+                   page.TextWidth(Label(axis, widest))});
+}
+
+double LineHeight(DrawingSurface& page) { return std::fabs(page.TextHeight("0")); }
+
+// Below a horizontal axis: its labels and its title.
+double HorizontalDepth(DrawingSurface& page) {
+  return std::max(kPageLabelGap, LineHeight(page) / 2 + 0.5) + 2.2 * LineHeight(page);
+}
+
+struct Margins {
+  double left, bottom, right, top;
+};
+
+Margins MarginsOf(DrawingSurface& page, const GraphSpec& graph) {
+  const double h = LineHeight(page);
+  const double labels = WidestLabel(page, graph.y);
+  const double beside =
+      graph.y.map == CmMM ? kCmLabelOffset + labels / 2
+                          : 2 * kPageLabelGap + labels + page.TextWidth(graph.y.title);
+  return {beside + 1, HorizontalDepth(page) + 0.5, WidestLabel(page, graph.x) / 2 + 0.5,
+          kPageLabelGap + h + 0.5};
+}
+
+double FirstStep(const std::vector<double>& steps, double density, double needed) {
+  for (double step : steps)
+    if (step * density >= needed) return step;
+  return steps.back();
+}
+
+PlacedGraph PlaceGraph(DrawingSurface& page, const GraphSpec& graph, const PageRect& box) {
+  PlacedGraph placed;
+  placed.box = box;
+  const Margins m = MarginsOf(page, graph);
+  const double width = std::max(box.Width() - m.left - m.right, 1.0);
+  const double height = std::max(box.Height() - m.bottom - m.top, 1.0);
+  const PageFactors unit;
+  const double fitX = width / Extent(graph.x, unit), fitY = height / Extent(graph.y, unit);
+  // Each graph keeps its proportions; drag has a factor of its own so that
+  // the widest drag range still fits beside the lift axis.
+  const float k = static_cast<float>(graph.dragX ? fitY : std::min(fitX, fitY));
+  placed.factors = {k, graph.dragX ? static_cast<float>(fitX) : k};
+  const double plotWidth = Extent(graph.x, placed.factors), plotHeight = Extent(graph.y, placed.factors);
+  // Centred across its box, at the top of it.
+  const double left = box.left + m.left + (width - plotWidth) / 2;
+  const double top = box.top - m.top;
+  placed.plot = {left, top - plotHeight, left + plotWidth, top};
+  placed.originX = left - std::min(Map(graph.x, graph.x.low, placed.factors), Map(graph.x, graph.x.high, placed.factors));
+  placed.originY = placed.plot.bottom -
+                   std::min(Map(graph.y, graph.y.low, placed.factors), Map(graph.y, graph.y.high, placed.factors));
+  // The view's top is the value at the plot's top edge: the moment axis
+  // runs downwards on paper.
+  const bool yDown = Map(graph.y, graph.y.high, placed.factors) < Map(graph.y, graph.y.low, placed.factors);
+  placed.view = {graph.x.low, yDown ? graph.y.low : graph.y.high, graph.x.high,
+                 yDown ? graph.y.high : graph.y.low};
+  placed.labelStepX = FirstStep(graph.x.labelSteps, Density(graph.x, placed.factors),
+                                WidestLabel(page, graph.x) + kLabelSpacing);
+  placed.labelStepY = FirstStep(graph.y.labelSteps, Density(graph.y, placed.factors),
+                                LineHeight(page) + kLabelSpacing / 2);
+  return placed;
+}
+
+// ---- Lists: the footer and the legend ----
+
+struct ListEntry {
+  int ordinal;
+  const Configuration* set;
+  const Polar* polar;
+};
+
+std::vector<ListEntry> PrintedPolars(const Airfoil& airfoil) {
+  std::vector<ListEntry> entries;
+  ForEachTickedPolar(airfoil, [&](int set, int, int ordinal, const Polar& polar) {
+    entries.push_back({ordinal, airfoil.Configuration(set).get(), &polar});
+  });
+  return entries;
+}
+
+double RowHeight(DrawingSurface& page) { return std::fabs(page.TextHeight("\u00DCg")) * 1.15; }
+
+// Rows flowing into as many columns as `maxWidth` holds: at the list size
+// when everything fits, else at the smallest readable size with the last
+// place given to "+ N more". `columnWidth` measures a column at the
+// current size; `header` rows stand above every column.
+template <class Measure>
+ListBlock FitList(DrawingSurface& page, int count, double maxWidth, double maxHeight, int header,
+                  Measure columnWidth) {
+  ListBlock block;
+  block.total = count;
+  for (double points : {kListPoints, kMinListPoints}) {
+    page.SetFontSize(points);
+    block.points = points;
+    block.rowHeight = RowHeight(page);
+    block.columnWidth = std::min(columnWidth(), maxWidth);
+    const int maxColumns = std::max(1, static_cast<int>((maxWidth + kColumnGap) / (block.columnWidth + kColumnGap)));
+    const int maxRows = std::max(1, static_cast<int>(maxHeight / block.rowHeight) - header);
+    const int places = maxColumns * maxRows;
+    const int wanted = std::max(count, 1);
+    if (wanted <= places || points == kMinListPoints) {
+      block.columns = std::min(maxColumns, (wanted + maxRows - 1) / maxRows);
+      block.rows = std::min(maxRows, (wanted + block.columns - 1) / block.columns);
+      block.shown = count <= places ? count : places - 1;
+      break;
+    }
+  }
+  return block;
+}
+
+PageRect BlockArea(double left, double top, const ListBlock& block, int header) {
+  const double width = block.columns * block.columnWidth + (block.columns - 1) * kColumnGap;
+  const double height = (block.rows + header) * block.rowHeight;
+  return {left, top - height, left + width, top};
+}
+
+// Shortens `text` with an ellipsis until it fits `width`.
+std::string Fit(DrawingSurface& page, std::string text, double width) {
+  if (page.TextWidth(text) <= width) return text;
+  const std::string ellipsis = "\u2026";
+  while (!text.empty() && page.TextWidth(text + ellipsis) > width) {
+    text.pop_back();
+    while (!text.empty() && (static_cast<unsigned char>(text.back()) & 0xC0) == 0x80) text.pop_back();
+    if (!text.empty() && static_cast<unsigned char>(text.back()) >= 0xC0) text.pop_back();
+  }
+  return text + ellipsis;
+}
+
+void PrintAt(DrawingSurface& page, double x, double y, const std::string& text) {
+  page.SetCurrentX(x);
+  page.SetCurrentY(y);
+  page.Print(text);
+}
+
+// A short stretch of the polar's curve with its marker in the middle,
+// centred on the row that starts at `top`.
+void DrawSample(DrawingSurface& page, const ListBlock& block, double x, double top, int ordinal) {
+  const double y = top - block.rowHeight / 2;
+  page.SetForeColor(Color::Palette(PolarColorIndex(ordinal)));
+  page.Line(x, y, x + kSampleLength, y);
+  page.SetCurrentX(x + kSampleLength / 2);
+  page.SetCurrentY(y);
+  Symbol(page, PolarSymbolIndex(ordinal), kMarkerDeviceSize * kPageDeviceUnit);
+  page.SetForeColor(kBlack);
+}
+
+// Where the fields of a footer row start, from the column's left edge.
+struct FooterFields {
+  double set, polar, re, mach, points, width;
+  double setWidth, polarWidth;  // the room for the names
+};
+
+std::string MachText(double mach) { return std::string(TrimLeadingBlanks(NumberText(mach))); }
+
+FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries, int language) {
+  double set = page.TextWidth(GetResString(130, language)), polar = page.TextWidth(GetResString(131, language));
+  double re = page.TextWidth(GetResString(132, language)), mach = page.TextWidth(GetResString(133, language));
+  double points = page.TextWidth(GetResString(134, language));
+  for (const ListEntry& entry : entries) {
+    set = std::max(set, page.TextWidth(entry.set->Name));
+    polar = std::max(polar, page.TextWidth(entry.polar->Name));
+    re = std::max(re, page.TextWidth(LegendText(*entry.polar)));
+    mach = std::max(mach, page.TextWidth(MachText(entry.polar->MachNumber)));
+    points = std::max(points, page.TextWidth(std::to_string(entry.polar->PointCount())));
+  }
+  FooterFields fields;
+  fields.setWidth = std::min(set, kMaxSetName);
+  fields.polarWidth = std::min(polar, kMaxPolarName);
+  fields.set = kSampleLength + kFieldGap;
+  fields.polar = fields.set + fields.setWidth + kFieldGap;
+  fields.re = fields.polar + fields.polarWidth + kFieldGap;
+  fields.mach = fields.re + re + kFieldGap;
+  fields.points = fields.mach + mach + kFieldGap;
+  fields.width = fields.points + points;
+  return fields;
+}
+
+std::string MoreText(int hidden, int language) {
+  return FormatResString(135, language, {std::to_string(hidden)});
+}
+
+// ---- Layout ----
+
+struct Layout {
+  PageLayout page;
+  std::array<GraphSpec, kPageGraphCount> specs;
+  std::vector<ListEntry> entries;
+  FooterFields fields{};
+};
+
+ListBlock LayOutFooter(DrawingSurface& page, const PageRequest& request, const std::vector<ListEntry>& entries,
+                       FooterFields& fields) {
+  const double width = request.paper.width - 2 * kPageMargin;
+  ListBlock footer = FitList(page, static_cast<int>(entries.size()), width, kFooterShare * request.paper.height,
+                             1, [&] {
+                               fields = MeasureFooter(page, entries, request.language);
+                               return fields.width;
+                             });
+  if (entries.empty()) footer.columnWidth = width;
+  footer.area = BlockArea(kPageMargin, kPageMargin + (footer.rows + 1) * footer.rowHeight, footer, 1);
+  return footer;
+}
+
+// The legend's place in the lift-drag plot: in the chosen corner, on the
+// side of the drag axis whose labels it would otherwise cover.
+ListBlock LayOutLegend(DrawingSurface& page, const PageRequest& request, const PlacedGraph& graph, int count) {
+  page.SetFontSize(kAxisPoints);
+  const PageRect& plot = graph.plot;
+  const double labelsBottom = graph.originY - HorizontalDepth(page) - 0.5;
+  const double above = plot.top - std::max(graph.originY + 0.5, plot.bottom) - kLegendInset;
+  const double below = std::max(0.0, labelsBottom - plot.bottom - kLegendInset);
+  const bool upper = request.options.legendCorner == LegendCorner::UpperLeft;
+  auto measure = [&] { return kSampleLength + kFieldGap + page.TextWidth("Re= 10000000"); };
+  // The preferred side when it holds a few rows, else the roomier one.
+  page.SetFontSize(kListPoints);
+  const double few = std::min(count, 3) * RowHeight(page);
+  const bool useAbove = upper ? (above >= few || above >= below) : !(below >= few || below >= above);
+  const double room = std::min(useAbove ? above : below, kLegendShare * plot.Height());
+  ListBlock legend = FitList(page, count, kLegendShare * plot.Width(), room, 0, measure);
+  const PageRect size = BlockArea(0, 0, legend, 0);
+  const double left = upper ? plot.left + kLegendInset : plot.right - kLegendInset - size.Width();
+  double top;
+  if (useAbove)
+    top = upper ? plot.top - kLegendInset : std::max(graph.originY, plot.bottom) + 0.5 + size.Height();
+  else
+    top = upper ? labelsBottom : plot.bottom + kLegendInset + size.Height();
+  legend.area = BlockArea(left, top, legend, 0);
+  return legend;
+}
+
+Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface& page) {
+  const PaperSize& paper = request.paper;
+  page.Scale(0, paper.height, paper.width, 0);
+  Layout layout;
+  layout.specs = GraphSpecs(request.ranges);
+  layout.entries = PrintedPolars(airfoil);
+  PageLayout& result = layout.page;
+
+  page.SetFontSize(kHeadingPoints);
+  const double headingTop = paper.height - kPageMargin;
+  result.heading = {kPageMargin, headingTop - LineHeight(page), paper.width - kPageMargin, headingTop};
+  result.footer = LayOutFooter(page, request, layout.entries, layout.fields);
+
+  // Lift-drag on the left half; the other four two by two beside it.
+  page.SetFontSize(kAxisPoints);
+  const double top = result.heading.bottom - kBlockGap, bottom = result.footer.area.top + kBlockGap;
+  const double left = kPageMargin, right = paper.width - kPageMargin;
+  const double split = left + 0.5 * (right - left);
+  const double column = (right - split - kBoxGap) / 2, row = (top - bottom - kBoxGap) / 2;
+  const PageRect boxes[kPageGraphCount] = {
+      {left, bottom, split - kBoxGap / 2, top},
+      {split + kBoxGap / 2, top - row, split + kBoxGap / 2 + column, top},
+      {right - column, top - row, right, top},
+      {split + kBoxGap / 2, bottom, split + kBoxGap / 2 + column, bottom + row},
+      {right - column, bottom, right, bottom + row},
+  };
+  for (int g = 0; g < kPageGraphCount; ++g) result.graphs[g] = PlaceGraph(page, layout.specs[g], boxes[g]);
+  if (request.options.legend)
+    result.legend = LayOutLegend(page, request, result.graphs[kPageClCd], static_cast<int>(layout.entries.size()));
+  return layout;
+}
+
+// ---- Drawing ----
+
+void DrawGraphFrame(DrawingSurface& page, const GraphSpec& spec, const PlacedGraph& graph, bool grid) {
+  page.SetFontSize(kAxisPoints);
+  page.SetForeColor(kPageGridColor);
+  page.Line(graph.plot.left, graph.plot.top, graph.plot.right, graph.plot.bottom, LineKind::Box);
+  page.SetForeColor(kBlack);
+  // Labels stay off the line of the other axis where it runs on past the
+  // crossing, and the vertical ones off the labels and title under the
+  // horizontal axis.
+  constexpr double kLineClear = 0.3;
+  const PageRect verticalLine{graph.originX - kLineClear, graph.plot.bottom, graph.originX + kLineClear,
+                              graph.originY - kLineClear};
+  const PageRect horizontalLine{graph.plot.left, graph.originY - kLineClear, graph.originX - kLineClear,
+                                graph.originY + kLineClear};
+  const PageRect band{graph.box.left, graph.originY - HorizontalDepth(page), graph.box.right,
+                      graph.originY - std::max(kPageLabelGap, LineHeight(page) / 2 + 0.5)};
+  PageAxis x{&page, graph.originX, graph.originY, graph.factors, spec.x.low, spec.x.high,
+             graph.plot.bottom, graph.plot.top, graph.labelStepX, {verticalLine, {}}};
+  spec.x.draw(x, true, grid);
+  const double stepY = spec.y.map == CmMM && graph.labelStepY < 0.1 ? 0 : graph.labelStepY;
+  PageAxis y{&page, graph.originX, graph.originY, graph.factors, spec.y.low, spec.y.high,
+             graph.plot.left, graph.plot.right, stepY, {horizontalLine, band}};
+  spec.y.draw(y, true, grid);
+}
+
+void DrawCurves(DrawingSurface& page, const Layout& layout) {
+  std::array<BoxSurface, kPageGraphCount> boxes = {
+      BoxSurface(page, layout.page.graphs[0].plot, kPageDeviceUnit), BoxSurface(page, layout.page.graphs[1].plot, kPageDeviceUnit),
+      BoxSurface(page, layout.page.graphs[2].plot, kPageDeviceUnit), BoxSurface(page, layout.page.graphs[3].plot, kPageDeviceUnit),
+      BoxSurface(page, layout.page.graphs[4].plot, kPageDeviceUnit)};
+  for (int g = 0; g < kPageGraphCount; ++g) {
+    const GraphView& v = layout.page.graphs[g].view;
+    boxes[g].Scale(v.left, v.top, v.right, v.bottom);
+  }
+  const GraphSurfaces surfaces{&boxes[0], &boxes[1], &boxes[2], &boxes[3], &boxes[4]};
+  // Curves as heavy as the axes, so that they stand out from the grid.
+  page.SetDrawWidth(2);
+  for (const ListEntry& entry : layout.entries) {
+    page.SetForeColor(Color::Palette(PolarColorIndex(entry.ordinal)));
+    DrawPolarSeries(surfaces, entry.polar->Points(), PolarSymbolIndex(entry.ordinal));
+  }
+  page.SetForeColor(kBlack);
+  page.SetDrawWidth(1);
+}
+
+void DrawLegend(DrawingSurface& page, const Layout& layout, int language) {
+  const ListBlock& legend = layout.page.legend;
+  if (legend.columns == 0) return;
+  const PageRect& area = legend.area;
+  Rectangle backing{area.top + 1, area.left - 1, area.Width() + 2, -(area.Height() + 2)};
+  page.SetForeColor(kPageGridColor);
+  backing.Fill(page, kWhite);
+  page.SetFillStyle(kFillTransparent);
+  page.SetForeColor(kBlack);
+  page.SetFontSize(legend.points);
+  const double textOffset = kSampleLength + kFieldGap;
+  for (int k = 0; k < legend.shown + (legend.shown < legend.total ? 1 : 0); ++k) {
+    const double x = area.left + (k / legend.rows) * (legend.columnWidth + kColumnGap);
+    const double y = area.top - (k % legend.rows) * legend.rowHeight;
+    if (k == legend.shown) {
+      PrintAt(page, x, y, MoreText(legend.total - legend.shown, language));
+      break;
+    }
+    const ListEntry& entry = layout.entries[k];
+    DrawSample(page, legend, x, y, entry.ordinal);
+    PrintAt(page, x + textOffset, y, LegendText(*entry.polar));
+  }
+}
+
+void DrawFooter(DrawingSurface& page, const Layout& layout, const PageRequest& request) {
+  const ListBlock& footer = layout.page.footer;
+  const int language = request.language;
+  const PageRect& area = footer.area;
+  page.SetForeColor(kRuleColor);
+  page.Line(kPageMargin, area.top + kBlockGap / 2, request.paper.width - kPageMargin, area.top + kBlockGap / 2);
+  page.SetForeColor(kBlack);
+  page.SetFontSize(footer.points);
+  if (layout.entries.empty()) {
+    PrintAt(page, area.left, area.top, GetResString(136, language));
+    return;
+  }
+  const FooterFields& f = layout.fields;
+  for (int column = 0; column < footer.columns; ++column) {
+    const double x = area.left + column * (footer.columnWidth + kColumnGap);
+    PrintAt(page, x + f.set, area.top, GetResString(130, language));
+    PrintAt(page, x + f.polar, area.top, GetResString(131, language));
+    PrintAt(page, x + f.re, area.top, GetResString(132, language));
+    PrintAt(page, x + f.mach, area.top, GetResString(133, language));
+    PrintAt(page, x + f.points, area.top, GetResString(134, language));
+  }
+  for (int k = 0; k < footer.shown + (footer.shown < footer.total ? 1 : 0); ++k) {
+    const double x = area.left + (k / footer.rows) * (footer.columnWidth + kColumnGap);
+    const double y = area.top - (1 + k % footer.rows) * footer.rowHeight;
+    if (k == footer.shown) {
+      PrintAt(page, x + f.set, y, MoreText(footer.total - footer.shown, language));
+      break;
+    }
+    const ListEntry& entry = layout.entries[k];
+    DrawSample(page, footer, x, y, entry.ordinal);
+    PrintAt(page, x + f.set, y, Fit(page, entry.set->Name, f.setWidth));
+    PrintAt(page, x + f.polar, y, Fit(page, entry.polar->Name, f.polarWidth));
+    PrintAt(page, x + f.re, y, LegendText(*entry.polar));
+    PrintAt(page, x + f.mach, y, MachText(entry.polar->MachNumber));
+    PrintAt(page, x + f.points, y, std::to_string(entry.polar->PointCount()));
+  }
+}
+
+}  // namespace
+
+PageLayout LayOutPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurface& page) {
+  return LayOut(airfoil, request, page).page;
+}
+
+void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurface& page) {
+  const Layout layout = LayOut(airfoil, request, page);
+  page.Clear();
+  page.SetDrawWidth(1);
+  page.SetForeColor(kBlack);
+  page.SetFontSize(kHeadingPoints);
+  const PageRect& heading = layout.page.heading;
+  PrintAt(page, heading.left, heading.top,
+          Fit(page, GetResString(7, request.language) + ": " + airfoil.Name, heading.Width()));
+  for (int g = 0; g < kPageGraphCount; ++g)
+    DrawGraphFrame(page, layout.specs[g], layout.page.graphs[g], request.options.grid);
+  DrawCurves(page, layout);
+  DrawLegend(page, layout, request.language);
+  DrawFooter(page, layout, request);
+}
+
+}  // namespace tavilo
