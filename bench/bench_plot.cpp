@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -16,6 +17,7 @@
 #include <QImage>
 #include <QPainter>
 
+#include "plotqt/page_render.h"
 #include "plotqt/qt_surface.h"
 #include "plotqt/render_context.h"
 #endif
@@ -164,6 +166,21 @@ BENCHMARK(BM_PlotDataQtImages)
     ->Args({100, 1})
     ->Args({100, 2})
     ->Unit(benchmark::kMillisecond);
+
+// The printed page of 100 polars x 200 points, laid out and written as a
+// PDF file (A4, lines and texts as vectors), as `--print` writes it.
+void BM_PrintPagePdf(benchmark::State& state) {
+  EnsureApplication();
+  AirfoilPtr airfoil = MakeAirfoil(int(state.range(0)), 200);
+  PageRequest request;
+  request.options = {true, true, LegendCorner::LowerRight};
+  const std::string path = "/tmp/tavilo_bench_page.pdf";
+  std::string error;
+  for (auto _ : state)
+    if (!WritePagePdf(*airfoil, request, path, &error)) state.SkipWithError(error.c_str());
+  std::remove(path.c_str());
+}
+BENCHMARK(BM_PrintPagePdf)->Arg(100)->Unit(benchmark::kMillisecond);
 #endif
 
 }  // namespace
