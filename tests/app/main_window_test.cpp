@@ -1,6 +1,8 @@
 // The main window: enabled states, the toolbar's keys, the layout on resize
 // and the language switch.
+#include <QDialog>
 #include <QFile>
+#include <QTimer>
 #include <QMenu>
 #include <QPrinter>
 #include <QStatusBar>
@@ -57,6 +59,19 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   QFile page(pdf);
   ASSERT_TRUE(page.open(QIODevice::ReadOnly));
   EXPECT_TRUE(page.readAll().startsWith("%PDF"));
+  // The preview draws the same page; closing it prints nothing.
+  bool previewed = false;
+  QTimer closer;
+  QObject::connect(&closer, &QTimer::timeout, [&] {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (widget->objectName() == "PrintPreview" && widget->isVisible()) {
+        previewed = true;
+        static_cast<QDialog*>(widget)->reject();
+      }
+  });
+  closer.start(20);
+  Action("mnuFilePrintPreview")->trigger();
+  EXPECT_TRUE(previewed);
 
   Airfoil& current = form.Document().Current();
   current.AddConfiguration(current.Configuration(1));
