@@ -393,6 +393,17 @@ void DrawCurves(DrawingSurface& page, const Layout& layout) {
   page.SetDrawWidth(1);
 }
 
+// Calls place(k, x, y) with the top-left corner of each place of the list
+// in column order, below `header` rows: the entries shown, then the place
+// of "+ N more" (k == shown) when some are left out.
+template <class Place>
+void ForEachPlace(const ListBlock& list, int header, Place place) {
+  const int places = list.shown + (list.shown < list.total ? 1 : 0);
+  for (int k = 0; k < places; ++k)
+    place(k, list.area.left + (k / list.rows) * (list.columnWidth + kColumnGap),
+          list.area.top - (header + k % list.rows) * list.rowHeight);
+}
+
 void DrawLegend(DrawingSurface& page, const Layout& layout, int language) {
   const ListBlock& legend = layout.page.legend;
   if (legend.columns == 0) return;
@@ -404,17 +415,12 @@ void DrawLegend(DrawingSurface& page, const Layout& layout, int language) {
   page.SetForeColor(kBlack);
   page.SetFontSize(legend.points);
   const double textOffset = kSampleLength + kFieldGap;
-  for (int k = 0; k < legend.shown + (legend.shown < legend.total ? 1 : 0); ++k) {
-    const double x = area.left + (k / legend.rows) * (legend.columnWidth + kColumnGap);
-    const double y = area.top - (k % legend.rows) * legend.rowHeight;
-    if (k == legend.shown) {
-      PrintAt(page, x, y, MoreText(legend.total - legend.shown, language));
-      break;
-    }
+  ForEachPlace(legend, 0, [&](int k, double x, double y) {
+    if (k == legend.shown) return PrintAt(page, x, y, MoreText(legend.total - legend.shown, language));
     const ListEntry& entry = layout.entries[k];
     DrawSample(page, legend, x, y, entry.ordinal);
     PrintAt(page, x + textOffset, y, LegendText(*entry.polar));
-  }
+  });
 }
 
 void DrawFooter(DrawingSurface& page, const Layout& layout, const PageRequest& request) {
@@ -438,13 +444,8 @@ void DrawFooter(DrawingSurface& page, const Layout& layout, const PageRequest& r
     PrintAt(page, x + f.mach, area.top, GetResString(133, language));
     PrintAt(page, x + f.points, area.top, GetResString(134, language));
   }
-  for (int k = 0; k < footer.shown + (footer.shown < footer.total ? 1 : 0); ++k) {
-    const double x = area.left + (k / footer.rows) * (footer.columnWidth + kColumnGap);
-    const double y = area.top - (1 + k % footer.rows) * footer.rowHeight;
-    if (k == footer.shown) {
-      PrintAt(page, x + f.set, y, MoreText(footer.total - footer.shown, language));
-      break;
-    }
+  ForEachPlace(footer, 1, [&](int k, double x, double y) {
+    if (k == footer.shown) return PrintAt(page, x + f.set, y, MoreText(footer.total - footer.shown, language));
     const ListEntry& entry = layout.entries[k];
     DrawSample(page, footer, x, y, entry.ordinal);
     PrintAt(page, x + f.set, y, Fit(page, entry.set->Name, f.setWidth));
@@ -452,7 +453,7 @@ void DrawFooter(DrawingSurface& page, const Layout& layout, const PageRequest& r
     PrintAt(page, x + f.re, y, LegendText(*entry.polar));
     PrintAt(page, x + f.mach, y, MachText(entry.polar->MachNumber));
     PrintAt(page, x + f.points, y, std::to_string(entry.polar->PointCount()));
-  }
+  });
 }
 
 }  // namespace
