@@ -11,6 +11,7 @@
 
 #include "model/airfoil.h"
 #include "plot/plot_data.h"
+#include "plot/zoom.h"
 
 #ifdef TAVILO_HAVE_QT_PLOT
 #include <QGuiApplication>
@@ -166,6 +167,27 @@ BENCHMARK(BM_PlotDataQtImages)
     ->Args({100, 1})
     ->Args({100, 2})
     ->Unit(benchmark::kMillisecond);
+
+// A wheel step on the lift-drag graph: that graph alone redrawn in a zoomed
+// view with numbers on its axes, 100 polars x 200 points, onto an image of
+// the window's graph (900 x 500, at pixel ratio 1 and 2).
+void BM_ZoomedRedraw(benchmark::State& state) {
+  EnsureApplication();
+  const int ratio = int(state.range(0));
+  AirfoilPtr airfoil = MakeAirfoil(100, 200);
+  QImage image(900 * ratio, 500 * ratio, QImage::Format_RGB32);
+  image.setDevicePixelRatio(ratio);
+  PlotRequest request;
+  request.axisNumbers = true;
+  request.views.clCd = ZoomAbout(request.views.clCd, 0.008, 0.6, 0.8);
+  RenderContext context;
+  for (auto _ : state) {
+    QPainter painter(&image);
+    QtSurface surface(painter, QRectF(0, 0, 900, 500), context);
+    PlotData(airfoil.get(), request, {&surface, nullptr, nullptr, nullptr, nullptr});
+  }
+}
+BENCHMARK(BM_ZoomedRedraw)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);
 
 // The printed page of 100 polars x 200 points, laid out and written as a
 // PDF file (A4, lines and texts as vectors), as `--print` writes it.

@@ -19,6 +19,10 @@ void DocumentController::Import() {
   Run([&](Document& document) { document.Import(ui_); });
 }
 
+void DocumentController::ImportFiles(const std::vector<std::string>& paths) {
+  Run([&](Document& document) { document.ImportFiles(paths, ui_); });
+}
+
 void DocumentController::Export() {
   Run([&](Document& document) { ExportFile(document.Current(), ui_); });
 }

@@ -4,6 +4,7 @@
 // document's notification, not from here.
 
 #include <string>
+#include <vector>
 
 #include "document/document.h"
 #include "qt_user_interface.h"
@@ -26,6 +27,8 @@ class DocumentController {
   // Deletes every set ("NEW").
   void NewAirfoil();
   void Import();
+  // Imports each of `paths` in turn (files dropped on the window).
+  void ImportFiles(const std::vector<std::string>& paths);
   void Export();
   void BatchConvert();
   // Adds the Cd-min envelope of the selected polars as a new set and writes

@@ -32,12 +32,13 @@ void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphW
   GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
   const PlotViews& v = request.views;
   const GraphView* const views[] = {&v.clCd, &v.clAlfa, &v.cmAlfa, &v.blu, &v.bll};
-  for (std::size_t i = 0; i < canvases.size(); ++i) canvases[i] = std::make_unique<Canvas>(widgets[i], context);
-  const GraphSurfaces surfaces{canvases[0]->surface.get(), canvases[1]->surface.get(), canvases[2]->surface.get(),
-                               canvases[3]->surface.get(), canvases[4]->surface.get()};
-  PlotData(airfoil, request, surfaces);
+  for (std::size_t i = 0; i < canvases.size(); ++i)
+    if (widgets[i] != nullptr) canvases[i] = std::make_unique<Canvas>(widgets[i], context);
+  auto surface = [&](std::size_t i) -> DrawingSurface* { return canvases[i] ? canvases[i]->surface.get() : nullptr; };
+  PlotData(airfoil, request, GraphSurfaces{surface(0), surface(1), surface(2), surface(3), surface(4)});
   for (std::size_t i = 0; i < canvases.size(); ++i) {
     Canvas* canvas = canvases[i].get();
+    if (canvas == nullptr) continue;
     canvas->widget->SetView(*views[i]);
     canvas->surface.reset();  // draws what it still holds before the painter ends
     canvas->painter.end();

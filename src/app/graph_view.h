@@ -27,8 +27,8 @@ struct GraphWidgets {
 inline constexpr std::array<RangeList, 4> kRangeLists = {kClMaxList, kClMinList, kCdMaxList, kAlfaMaxList};
 
 // Draws frames, the selected polars of `airfoil` and the request's overlays
-// (no airfoil: the graphs keep what they show) into every graph at the
-// widget's size, each in its view from `request`, gives each graph that view
+// (no airfoil: the graphs keep what they show) into every graph given (a
+// null one is left as it is) at the widget's size, each in its view from `request`, gives each graph that view
 // for its read-out, and repaints them. Laid-out texts and marker shapes are
 // kept in `context` for the next redraw.
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,

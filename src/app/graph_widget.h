@@ -1,9 +1,15 @@
 #pragma once
-// One on-screen graph: it shows the picture last drawn into its canvas and
-// answers pointer moves with a read-out text in its label.
+// One on-screen graph: it shows the picture last drawn into its canvas,
+// answers pointer moves with a read-out text in its label, and asks for a
+// new view when the user zooms or pans it: the wheel zooms about the
+// pointer, a rectangle dragged with the left button zooms into it, the
+// middle button (or Shift with the left) pans, a double click resets. With
+// the keyboard focus, + and - zoom about the centre, the arrows pan and
+// Home resets.
 
 #include <QImage>
 #include <QPointF>
+#include <QRect>
 #include <QWidget>
 #include <functional>
 #include <optional>
@@ -37,15 +43,35 @@ class GraphWidget : public QWidget {
   // The values under widget position `pixel` in the graph's view.
   QPointF ValueAt(QPointF pixel) const;
 
+  // Called with the view the user asks for, or with none to return to the
+  // range lists' scales.
+  using ViewRequest = std::function<void(const std::optional<GraphView>&)>;
+  void SetViewRequest(ViewRequest request) { viewRequest_ = std::move(request); }
+
  protected:
   void paintEvent(QPaintEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
 
  private:
+  void Ask(const std::optional<GraphView>& view);
+  void ZoomAboutPixel(QPointF pixel, double factor);
+  void PanByPixels(QPointF delta);
+
   QImage canvas_;
   GraphView view_;
   QLabel* label_ = nullptr;
   Readout readout_;
+  ViewRequest viewRequest_;
+  enum class Drag { None, Band, Pan } drag_ = Drag::None;
+  QPointF dragStart_, dragLast_;
+  QRect band_;  // the rectangle being dragged, empty when none
 };
 
 }  // namespace tavilo

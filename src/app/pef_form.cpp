@@ -21,6 +21,7 @@
 #include "file_browser.h"
 #include "fileio/load.h"
 #include "formats/number_text.h"
+#include "graph_controller.h"
 #include "graph_widget.h"
 #include "icons.h"
 #include "model/errors.h"
@@ -68,6 +69,8 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   ui_->SetDialogDirectory([this] { return browser_->Path(); });
   options_ = new OptionsDialog(this);
   about_ = new AboutDialog(this);
+  graphController_ = new GraphController(graphs_, *document_, *ui_, renderContext_,
+                                         [this] { return CurrentRanges(); }, this);
   BuildMenus();
   BuildToolbar();
   treeController_ = new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"),
@@ -93,10 +96,12 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
       rangeLists_[i]->addItem(QString::fromUtf8(data.items[item].data(), data.items[item].size()));
     }
     rangeLists_[i]->setCurrentIndex(data.initialIndex);
-    connect(rangeLists_[i], &QComboBox::currentIndexChanged, this, &PEFForm::RefreshPlots);
+    // A new scale from a list ends every zoom.
+    connect(rangeLists_[i], &QComboBox::currentIndexChanged, graphController_, &GraphController::ResetZoom);
   }
 
   options_->Apply(settings);
+  ApplyViewSettings(settings.axisNumbers != 0, settings.readableColors != 0);
   if (!browser_->SetPath(BrowserStartPath(settings.path))) browser_->SetPath(QDir::currentPath());
   EnableItems(false);
 
@@ -123,7 +128,13 @@ void PEFForm::SwitchLanguage() {
   const int language = Language();
   ApplyCaptions(this, MainWindowCaptions(), language);
   findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(100, language)));
-  findChild<QAction*>("mnuFilePrintPreview")->setText(QString::fromStdString(GetResString(137, language)));
+  auto text = [language](int id) { return QString::fromStdString(GetResString(id, language)); };
+  findChild<QMenu*>("mnuView")->setTitle(text(190));
+  const std::pair<const char*, int> later[] = {{"mnuFilePrintPreview", 137}, {"mnuFileSaveGraphs", 193},
+                                               {"mnuViewAxisNumbers", 191}, {"mnuViewReadableColors", 192},
+                                               {"mnuViewResetZoom", 196}};
+  for (const auto& [name, id] : later) findChild<QAction*>(name)->setText(text(id));
+  graphController_->SwitchLanguage(language);
   InstallQtTranslation(qtTranslator_, language);
   if (QAction* help = findChild<QAction*>("Toolbar1_HELP"))
     help->setToolTip(QString::fromStdString(GetResString(36, language)));
@@ -205,16 +216,13 @@ PlotRanges PEFForm::CurrentRanges() const {
   return ParseRanges(text(0), text(1), text(2), text(3));
 }
 
-void PEFForm::RefreshPlots() {
-  try {
-    PlotRequest request;
-    request.views = DefaultViews(CurrentRanges());
-    request.language = Language();
-    DrawGraphs(&document_->Current(), request, graphs_, renderContext_);
-  } catch (const RuntimeError&) {
-    // A range text beyond every number cannot come from the fixed lists;
-    // the graphs then keep what they show.
-  }
+void PEFForm::RefreshPlots() { graphController_->Redraw(); }
+
+void PEFForm::ApplyViewSettings(bool axisNumbers, bool readableColors) {
+  findChild<QAction*>("mnuViewAxisNumbers")->setChecked(axisNumbers);
+  findChild<QAction*>("mnuViewReadableColors")->setChecked(readableColors);
+  graphController_->SetAxisNumbers(axisNumbers);
+  graphController_->SetReadableColors(readableColors);
 }
 
 void PEFForm::ShowTab(int index) {
@@ -278,31 +286,39 @@ void PEFForm::SaveSettings() {
   settings.language = Language();
   options_->Store(settings);
   settings.path = browser_->Path();
+  settings.axisNumbers = graphController_->AxisNumbers() ? 1 : 0;
+  settings.readableColors = graphController_->ReadableColors() ? 1 : 0;
   WriteSettings(settings);
   WriteWindowGeometry(saveGeometry());
 }
 
 namespace {
 
-QString DroppedFile(const QMimeData* data) {
-  if (data == nullptr) return {};
-  for (const QUrl& url : data->urls()) {
-    if (url.isLocalFile()) return url.toLocalFile();
-  }
-  return {};
+QStringList DroppedFiles(const QMimeData* data) {
+  QStringList files;
+  if (data == nullptr) return files;
+  for (const QUrl& url : data->urls())
+    if (url.isLocalFile()) files << url.toLocalFile();
+  return files;
 }
 
 }  // namespace
 
 void PEFForm::dragEnterEvent(QDragEnterEvent* event) {
-  if (!DroppedFile(event->mimeData()).isEmpty()) event->acceptProposedAction();
+  if (!DroppedFiles(event->mimeData()).isEmpty()) event->acceptProposedAction();
 }
 
 void PEFForm::dropEvent(QDropEvent* event) {
-  const QString file = DroppedFile(event->mimeData());
-  if (file.isEmpty()) return;
+  const QStringList files = DroppedFiles(event->mimeData());
+  if (files.isEmpty()) return;
   event->acceptProposedAction();
-  document_->OpenFile(file.toStdString());
+  if (files.size() == 1 && !(event->modifiers() & Qt::ControlModifier)) {
+    document_->OpenFile(files.first().toStdString());
+    return;
+  }
+  std::vector<std::string> paths;
+  for (const QString& file : files) paths.push_back(file.toStdString());
+  document_->ImportFiles(paths);
 }
 
 bool PEFForm::event(QEvent* event) {

@@ -28,6 +28,7 @@ namespace tavilo {
 
 class AboutDialog;
 class FileBrowser;
+class GraphController;
 class OptionsDialog;
 class QtUserInterface;
 class TreeController;
@@ -78,12 +79,14 @@ class PEFForm : public QMainWindow {
   OptionsDialog& Options() { return *options_; }
   FileBrowser& Browser() { return *browser_; }
   TreeController& Tree() { return *treeController_; }
+  GraphController& Graphs() { return *graphController_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
   // Swallows status tips, which would wipe "Ready." whenever a menu opens.
   bool event(QEvent* event) override;
-  // A polar file dropped on the window opens as if chosen in the file list.
+  // A polar file dropped on the window opens as if chosen in the file list;
+  // several, or one with Ctrl held, are imported one after the other.
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -102,6 +105,8 @@ class PEFForm : public QMainWindow {
   void DocumentChanged(const DocumentChange& change);
   void NotAvailableYet();
   void RunPrint(QPrinter& printer);
+  // Sets the View menu's switches and the graphs from stored settings.
+  void ApplyViewSettings(bool axisNumbers, bool readableColors);
   // Draws the page on `printer`; false when it could not be started.
   bool PaintOn(QPrinter& printer);
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
@@ -115,6 +120,7 @@ class PEFForm : public QMainWindow {
   OptionsDialog* options_ = nullptr;
   AboutDialog* about_ = nullptr;
   TreeController* treeController_ = nullptr;
+  GraphController* graphController_ = nullptr;
   QWidget* client_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   QTreeWidget* tree_ = nullptr;

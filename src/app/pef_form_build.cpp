@@ -15,6 +15,7 @@
 
 #include "caption_apply.h"
 #include "file_browser.h"
+#include "graph_controller.h"
 #include "graph_widget.h"
 #include "icons.h"
 #include "options_dialog.h"
@@ -68,6 +69,7 @@ void PEFForm::BuildMenus() {
   AddAction(file, "mnuFileImport", nullptr)->setShortcut(QKeySequence::Open);
   AddAction(file, "mnuFileExport", nullptr)->setShortcut(QKeySequence::Save);
   QAction* batch = AddAction(file, "mnuBatch", nullptr);
+  QAction* saveGraphs = AddAction(file, "mnuFileSaveGraphs", nullptr);
   AddAction(file, "mnuFilePrint", &PEFForm::Print)->setShortcut(QKeySequence::Print);
   AddAction(file, "mnuFilePrintPreview", &PEFForm::PrintPreview);
   AddAction(file, "mnuPrintOptions", nullptr);
@@ -76,6 +78,7 @@ void PEFForm::BuildMenus() {
   connect(findChild<QAction*>("mnuFileImport"), &QAction::triggered, this, [this] { document_->Import(); });
   connect(findChild<QAction*>("mnuFileExport"), &QAction::triggered, this, [this] { document_->Export(); });
   connect(batch, &QAction::triggered, this, [this] { document_->BatchConvert(); });
+  connect(saveGraphs, &QAction::triggered, graphController_, &GraphController::SaveGraphs);
   connect(findChild<QAction*>("mnuPrintOptions"), &QAction::triggered, this, [this] { options_->exec(); });
   connect(findChild<QAction*>("mnuFileExit"), &QAction::triggered, this, &QWidget::close);
 
@@ -88,6 +91,17 @@ void PEFForm::BuildMenus() {
   QAction* sortMach = AddAction(tools, "mnuToolsSortMach", nullptr);
   connect(sortRe, &QAction::triggered, this, [this] { document_->SortReynolds(); });
   connect(sortMach, &QAction::triggered, this, [this] { document_->SortMach(); });
+
+  QMenu* view = menuBar()->addMenu(QString());
+  view->setObjectName("mnuView");
+  QAction* numbers = AddAction(view, "mnuViewAxisNumbers", nullptr);
+  QAction* readable = AddAction(view, "mnuViewReadableColors", nullptr);
+  for (QAction* action : {numbers, readable}) action->setCheckable(true);
+  view->addSeparator();
+  QAction* resetZoom = AddAction(view, "mnuViewResetZoom", nullptr);
+  connect(numbers, &QAction::toggled, graphController_, &GraphController::SetAxisNumbers);
+  connect(readable, &QAction::toggled, graphController_, &GraphController::SetReadableColors);
+  connect(resetZoom, &QAction::triggered, graphController_, &GraphController::ResetZoom);
 
   QMenu* language = menuBar()->addMenu(QString());
   language->setObjectName("mnuLanguage");

@@ -46,6 +46,8 @@ AppSettings ReadSettings() {
   settings.legendPosition1 = number("LegendPosition1", "0", false);
   settings.legendPosition2 = number("LegendPosition2", "0", false);
   settings.path = store.value("Path", QStringLiteral("./")).toString();
+  settings.axisNumbers = number("AxisNumbers", "1", false);
+  settings.readableColors = number("ReadableColors", "0", false);
   return settings;
 }
 
@@ -58,6 +60,8 @@ void WriteSettings(const AppSettings& settings) {
   store.setValue("LegendPosition1", QString::number(settings.legendPosition1));
   store.setValue("LegendPosition2", QString::number(settings.legendPosition2));
   store.setValue("Path", settings.path);
+  store.setValue("AxisNumbers", QString::number(settings.axisNumbers));
+  store.setValue("ReadableColors", QString::number(settings.readableColors));
   store.endGroup();
   store.sync();
 }

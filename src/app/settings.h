@@ -1,6 +1,6 @@
 #pragma once
 // The per-user settings that survive a restart: language, the print
-// options and the browser's directory. They live in the user's settings
+// options, the browser's directory and the View switches. They live in the user's settings
 // store under application "Korvend", section "Tavilo", every value as text.
 
 #include <QByteArray>
@@ -15,6 +15,8 @@ struct AppSettings {
   int legendPosition1 = 0;   // option value, -1 set, 0 clear ("lower right")
   int legendPosition2 = 0;   // option value, -1 set, 0 clear ("upper left")
   QString path = QStringLiteral("./");  // the browser's directory
+  int axisNumbers = 1;       // View > Axis Numbers, 0 or 1
+  int readableColors = 0;    // View > Readable Colours, 0 or 1
 };
 
 // Reads every key, falling back to the default of a missing key. A value

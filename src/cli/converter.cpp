@@ -28,7 +28,7 @@ constexpr const char* kUsage =
     "       tavilo-convert [options] --batch DIR       convert every .pef of DIR to .xml\n"
     "       tavilo-convert [options] --info INPUT      show the sets and polars of a file\n"
 #ifdef TAVILO_HAVE_QT_PLOT
-    "       tavilo-convert [options] --plot OUT INPUT  draw the five graphs to OUT (.png or .svg)\n"
+    "       tavilo-convert [options] --plot OUT INPUT  draw the five graphs to OUT (.png, .svg or .pdf)\n"
     "       tavilo-convert [options] --print OUT.pdf INPUT\n"
     "                                                  print the page of the graphs to a PDF\n"
 #endif

@@ -85,6 +85,16 @@ CommandPtr Document::Import(UserInterface& ui) {
   });
 }
 
+CommandPtr Document::ImportFiles(const std::vector<std::string>& paths, UserInterface& ui) {
+  if (paths.empty()) return nullptr;
+  return Execute(EditKind::Import, [&](AirfoilPtr& airfoil) {
+    for (const std::string& path : paths) {
+      ImportInto(*airfoil, *LoadFile(path, ui));
+      fileName_ = path;
+    }
+  });
+}
+
 CommandPtr Document::Paste(int setIndex, UserInterface& ui) {
   return Execute(EditKind::Paste, [&](AirfoilPtr& airfoil) {
     ConfigurationPtr set = airfoil->Configuration(setIndex);

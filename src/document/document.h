@@ -96,6 +96,9 @@ class Document {
   CommandPtr New();
   // File/Import: the sets of a chosen file are added; null on cancel.
   CommandPtr Import(UserInterface& ui);
+  // The sets of each file in turn, as one change (files dropped on the
+  // window); a file that cannot be read shows its messages and adds nothing.
+  CommandPtr ImportFiles(const std::vector<std::string>& paths, UserInterface& ui);
   // Adds the clipboard's polar to set `setIndex` (1-based); unchanged when
   // the clipboard holds no polar with a point.
   CommandPtr Paste(int setIndex, UserInterface& ui);

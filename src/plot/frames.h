@@ -12,6 +12,7 @@ namespace tavilo {
 
 inline constexpr Color kGridColor = Color::Rgb(192, 192, 192);
 inline constexpr Color kAxisColor = Color::Rgb(0, 0, 0);
+inline constexpr Color kGraphBackground = Color::Rgb(255, 255, 255);
 
 // Drag ticks rise this fraction of the view's height from the bottom edge;
 // the labels' lower edge stands a little above their tops.
@@ -31,5 +32,19 @@ void DrawCmAlfaFrame(DrawingSurface& surface, const GraphView& view);
 // Lift against upper or lower transition location: grid every 0.1 x/c and
 // every 0.1.
 void DrawTransitionFrame(DrawingSurface& surface, const GraphView& view);
+
+// Numbers on the axes of any screen graph, beyond the drag labels of the
+// lift-drag frame: values along the bottom edge with the drag labels' ticks
+// and places, and values up the left edge beside short ticks. Each is at
+// the quantity's fixed step (5 degrees, 0.5 of lift, 0.1 of moment, 0.2 of
+// the chord) for a view from the range lists, at a step that suits the
+// span for a zoomed one, and wider wherever labels would meet; each on a
+// halo of the background, as the legend is. Labels that
+// would lie on an edge, on the bottom labels or within `keepClear` (the
+// lift-drag title) are left out.
+enum class AxisQuantity { Cd, Cl, Alfa, Cm, Xc };
+void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity);
+void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,
+                     const GraphView* keepClear = nullptr);
 
 }  // namespace tavilo

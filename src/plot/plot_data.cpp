@@ -14,6 +14,13 @@ struct LegendCell {
   double height;  // of "Üg", negative on the lift-drag graph
 };
 
+// Where the frame writes the lift-drag title, which the lift numbers leave free.
+GraphView TitleBox(DrawingSurface& surface, const GraphView& view, const Airfoil& airfoil, int language) {
+  const double left = view.left + view.Width() / 50, top = view.bottom + (view.top - view.bottom) / 10;
+  const std::string title = GetResString(7, language) + ": " + airfoil.Name;
+  return {left, top, left + surface.TextWidth(title), top + surface.TextHeight(title)};
+}
+
 void DrawFrames(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
   const PlotViews& views = request.views;
   if (s.clCd) DrawClCdFrame(*s.clCd, views.clCd, airfoil.Name, request.language);
@@ -21,6 +28,25 @@ void DrawFrames(const Airfoil& airfoil, const PlotRequest& request, const GraphS
   if (s.cmAlfa) DrawCmAlfaFrame(*s.cmAlfa, views.cmAlfa);
   if (s.blu) DrawTransitionFrame(*s.blu, views.blu);
   if (s.bll) DrawTransitionFrame(*s.bll, views.bll);
+  if (!request.axisNumbers) return;
+  if (s.clCd) {
+    const GraphView title = TitleBox(*s.clCd, views.clCd, airfoil, request.language);
+    DrawLeftNumbers(*s.clCd, views.clCd, AxisQuantity::Cl, &title);
+  }
+  const struct {
+    DrawingSurface* surface;
+    const GraphView& view;
+    AxisQuantity x, y;
+  } graphs[] = {{s.clAlfa, views.clAlfa, AxisQuantity::Alfa, AxisQuantity::Cl},
+                {s.cmAlfa, views.cmAlfa, AxisQuantity::Alfa, AxisQuantity::Cm},
+                {s.blu, views.blu, AxisQuantity::Xc, AxisQuantity::Cl},
+                {s.bll, views.bll, AxisQuantity::Xc, AxisQuantity::Cl}};
+  for (const auto& graph : graphs) {
+    if (!graph.surface) continue;
+    graph.surface->SetForeColor(kAxisColor);
+    DrawBottomNumbers(*graph.surface, graph.view, graph.x);
+    DrawLeftNumbers(*graph.surface, graph.view, graph.y);
+  }
 }
 
 void SetForeColor(const GraphSurfaces& s, Color color) {
@@ -141,7 +167,7 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
   if (s.clCd) cell = {s.clCd->TextWidth("..Re=1000000.."), s.clCd->TextHeight("Üg")};
   ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
     int symbol = PolarSymbolIndex(ordinal);
-    SetForeColor(s, Color::Palette(PolarColorIndex(ordinal)));
+    SetForeColor(s, PolarColor(ordinal, request.readableColors));
     if (s.clCd) DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, polar, symbol);
     DrawPolarSeries(s, polar.Points(), symbol);
   });

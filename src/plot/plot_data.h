@@ -36,6 +36,18 @@ inline constexpr double kMarkerDeviceSize = 7.0;
 inline int PolarColorIndex(int ordinal) { return (ordinal - 1) % 15 + 1; }
 inline int PolarSymbolIndex(int ordinal) { return (ordinal - 1) % 5 + 1; }
 
+// The colour a polar is drawn in: its palette colour, or with `readable`
+// the two that vanish on white (7, the grid's light grey, and 15, white)
+// in darker shades.
+inline constexpr Color kReadableSilver = Color::Rgb(112, 112, 112);
+inline constexpr Color kReadableWhite = Color::Rgb(64, 64, 64);
+inline Color PolarColor(int ordinal, bool readable) {
+  const int index = PolarColorIndex(ordinal);
+  if (readable && index == 7) return kReadableSilver;
+  if (readable && index == 15) return kReadableWhite;
+  return Color::Palette(index);
+}
+
 // The legend text of a polar: "Re=" and the Reynolds number as plain number
 // text, e.g. "Re= 1000000".
 std::string LegendText(const Polar& polar);
@@ -57,6 +69,8 @@ struct PlotRequest {
   PlotViews views = DefaultViews(PlotRanges{});
   std::vector<PlotOverlay> overlays;  // drawn in this order, after the polars
   int language = kEnglish;            // of the lift-drag title: 1 English, 2 German
+  bool axisNumbers = false;           // numbers on every axis, not only the drag labels
+  bool readableColors = false;        // see PolarColor
 };
 
 // Draws everything, each graph in its own view. A null airfoil draws

@@ -221,9 +221,9 @@ void PrintAt(DrawingSurface& page, double x, double y, const std::string& text) 
 
 // A short stretch of the polar's curve with its marker in the middle,
 // centred on the row that starts at `top`.
-void DrawSample(DrawingSurface& page, const ListBlock& block, double x, double top, int ordinal) {
+void DrawSample(DrawingSurface& page, const ListBlock& block, double x, double top, int ordinal, bool readable) {
   const double y = top - block.rowHeight / 2;
-  page.SetForeColor(Color::Palette(PolarColorIndex(ordinal)));
+  page.SetForeColor(PolarColor(ordinal, readable));
   page.Line(x, y, x + kSampleLength, y);
   page.SetCurrentX(x + kSampleLength / 2);
   page.SetCurrentY(y);
@@ -373,7 +373,7 @@ void DrawGraphFrame(DrawingSurface& page, const GraphSpec& spec, const PlacedGra
   spec.y.draw(y, true, grid);
 }
 
-void DrawCurves(DrawingSurface& page, const Layout& layout) {
+void DrawCurves(DrawingSurface& page, const Layout& layout, bool readable) {
   std::array<BoxSurface, kPageGraphCount> boxes = {
       BoxSurface(page, layout.page.graphs[0].plot, kPageDeviceUnit), BoxSurface(page, layout.page.graphs[1].plot, kPageDeviceUnit),
       BoxSurface(page, layout.page.graphs[2].plot, kPageDeviceUnit), BoxSurface(page, layout.page.graphs[3].plot, kPageDeviceUnit),
@@ -386,7 +386,7 @@ void DrawCurves(DrawingSurface& page, const Layout& layout) {
   // Curves as heavy as the axes, so that they stand out from the grid.
   page.SetDrawWidth(2);
   for (const ListEntry& entry : layout.entries) {
-    page.SetForeColor(Color::Palette(PolarColorIndex(entry.ordinal)));
+    page.SetForeColor(PolarColor(entry.ordinal, readable));
     DrawPolarSeries(surfaces, entry.polar->Points(), PolarSymbolIndex(entry.ordinal));
   }
   page.SetForeColor(kBlack);
@@ -404,7 +404,8 @@ void ForEachPlace(const ListBlock& list, int header, Place place) {
           list.area.top - (header + k % list.rows) * list.rowHeight);
 }
 
-void DrawLegend(DrawingSurface& page, const Layout& layout, int language) {
+void DrawLegend(DrawingSurface& page, const Layout& layout, const PageRequest& request) {
+  const int language = request.language;
   const ListBlock& legend = layout.page.legend;
   if (legend.columns == 0) return;
   const PageRect& area = legend.area;
@@ -418,7 +419,7 @@ void DrawLegend(DrawingSurface& page, const Layout& layout, int language) {
   ForEachPlace(legend, 0, [&](int k, double x, double y) {
     if (k == legend.shown) return PrintAt(page, x, y, MoreText(legend.total - legend.shown, language));
     const ListEntry& entry = layout.entries[k];
-    DrawSample(page, legend, x, y, entry.ordinal);
+    DrawSample(page, legend, x, y, entry.ordinal, request.readableColors);
     PrintAt(page, x + textOffset, y, LegendText(*entry.polar));
   });
 }
@@ -447,7 +448,7 @@ void DrawFooter(DrawingSurface& page, const Layout& layout, const PageRequest& r
   ForEachPlace(footer, 1, [&](int k, double x, double y) {
     if (k == footer.shown) return PrintAt(page, x + f.set, y, MoreText(footer.total - footer.shown, language));
     const ListEntry& entry = layout.entries[k];
-    DrawSample(page, footer, x, y, entry.ordinal);
+    DrawSample(page, footer, x, y, entry.ordinal, request.readableColors);
     PrintAt(page, x + f.set, y, Fit(page, entry.set->Name, f.setWidth));
     PrintAt(page, x + f.polar, y, Fit(page, entry.polar->Name, f.polarWidth));
     PrintAt(page, x + f.re, y, LegendText(*entry.polar));
@@ -473,8 +474,8 @@ void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurfac
           Fit(page, GetResString(7, request.language) + ": " + airfoil.Name, heading.Width()));
   for (int g = 0; g < kPageGraphCount; ++g)
     DrawGraphFrame(page, layout.specs[g], layout.page.graphs[g], request.options.grid);
-  DrawCurves(page, layout);
-  DrawLegend(page, layout, request.language);
+  DrawCurves(page, layout, request.readableColors);
+  DrawLegend(page, layout, request);
   DrawFooter(page, layout, request);
 }
 

@@ -38,6 +38,7 @@ struct PageRequest {
   PrintOptions options;
   PaperSize paper = kA4Landscape;
   int language = kEnglish;
+  bool readableColors = false;  // as on screen, see PolarColor
 };
 
 // Type sizes in points. Lists (footer, legend) shrink to the smallest size

@@ -15,6 +15,9 @@ struct GraphView {
   double top = 0;
   double right = 0;
   double bottom = 0;
+  // A zoomed view draws its grid and labels at steps that suit its span;
+  // one from the range lists keeps their fixed steps.
+  bool zoomed = false;
 
   // right - left and bottom - top, the latter negative.
   double Width() const { return right - left; }

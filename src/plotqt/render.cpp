@@ -4,7 +4,10 @@
 #include <QByteArray>
 #include <QGuiApplication>
 #include <QImage>
+#include <QPageLayout>
+#include <QPageSize>
 #include <QPainter>
+#include <QPdfWriter>
 #include <QSvgGenerator>
 #include <algorithm>
 #include <cctype>
@@ -86,10 +89,7 @@ void DrawFrameBorder(QPainter& painter, const QRectF& rect) {
   painter.setRenderHint(QPainter::Antialiasing, true);
 }
 
-void DrawPicture(QPainter& painter, const Airfoil& airfoil, int language) {
-  PlotRequest request;
-  request.views = DefaultViews(PlotRanges{});
-  request.language = language;
+void DrawPicture(QPainter& painter, const Airfoil& airfoil, const PlotRequest& request) {
   const PlotViews& views = request.views;
   painter.fillRect(QRectF(0, 0, kPictureWidth, kPictureHeight), kBackground);
   QFont font = QGuiApplication::font();
@@ -109,7 +109,11 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil, int language) {
       {QRectF(844, 544, 330, 400), "TU-x/c", lift(views.blu), chord(views.blu)},
       {QRectF(1250, 544, 330, 400), "TL-x/c", lift(views.bll), chord(views.bll)},
   };
-  for (const GraphBox& box : boxes) DrawBoxChrome(painter, box, captionFont);
+  for (GraphBox& box : boxes) {
+    // Numbers inside the graphs replace those in the margin.
+    if (request.axisNumbers) box.vertical.step = box.horizontal.step = 0;
+    DrawBoxChrome(painter, box, captionFont);
+  }
   {
     // Kept for this one picture: the application may be gone before another.
     RenderContext context;
@@ -121,6 +125,17 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil, int language) {
   for (const GraphBox& box : boxes) DrawFrameBorder(painter, box.rect);
 }
 
+// One graph alone, filling the picture, as the window shows it.
+void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& request, int graph,
+               const QSizeF& size) {
+  RenderContext context;
+  QtSurface surface(painter, QRectF(QPointF(0, 0), size), QGuiApplication::font(), context);
+  GraphSurfaces surfaces;
+  DrawingSurface** places[] = {&surfaces.clCd, &surfaces.clAlfa, &surfaces.cmAlfa, &surfaces.blu, &surfaces.bll};
+  *places[std::clamp(graph, 0, 4)] = &surface;
+  PlotData(&airfoil, request, surfaces);
+}
+
 bool EndsWith(const std::string& path, std::string_view suffix) {
   if (path.size() < suffix.size()) return false;
   return std::equal(suffix.begin(), suffix.end(), path.end() - suffix.size(), [](char a, char b) {
@@ -128,34 +143,75 @@ bool EndsWith(const std::string& path, std::string_view suffix) {
   });
 }
 
-QByteArray RenderPng(const Airfoil& airfoil, int language) {
-  QImage image(kPictureWidth, kPictureHeight, QImage::Format_ARGB32_Premultiplied);
-  {
-    QPainter painter(&image);
-    DrawPicture(painter, airfoil, language);
-  }
+enum class PictureFormat { Png, Svg, Pdf, Unknown };
+
+PictureFormat FormatOf(const std::string& path) {
+  if (EndsWith(path, ".png")) return PictureFormat::Png;
+  if (EndsWith(path, ".svg")) return PictureFormat::Svg;
+  if (EndsWith(path, ".pdf")) return PictureFormat::Pdf;
+  return PictureFormat::Unknown;
+}
+
+using Paint = std::function<void(QPainter&)>;
+
+// The picture of `size` logical pixels drawn by `paint`, encoded: PNG at
+// `pixelRatio` device pixels per logical one, SVG and PDF as vectors.
+QByteArray Encode(PictureFormat format, const QSizeF& size, double pixelRatio, const QString& title,
+                  const Paint& paint) {
   QByteArray bytes;
   QBuffer buffer(&bytes);
   buffer.open(QIODevice::WriteOnly);
-  if (!image.save(&buffer, "PNG")) bytes.clear();
+  if (format == PictureFormat::Png) {
+    QImage image((size * pixelRatio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.setDevicePixelRatio(pixelRatio);
+    image.fill(Qt::white);
+    {
+      QPainter painter(&image);
+      paint(painter);
+    }
+    if (!image.save(&buffer, "PNG")) bytes.clear();
+  } else if (format == PictureFormat::Svg) {
+    QSvgGenerator svg;
+    svg.setOutputDevice(&buffer);
+    svg.setSize(size.toSize());
+    svg.setViewBox(QRectF(QPointF(0, 0), size));
+    svg.setResolution(96);
+    svg.setTitle(title);
+    QPainter painter(&svg);
+    paint(painter);
+  } else {
+    QPdfWriter pdf(&buffer);
+    pdf.setResolution(96);
+    pdf.setPageLayout(QPageLayout(QPageSize(size * 25.4 / 96, QPageSize::Millimeter), QPageLayout::Portrait,
+                                  QMarginsF(0, 0, 0, 0)));
+    pdf.setTitle(title);
+    pdf.setCreator(QStringLiteral("Tavilo"));
+    QPainter painter(&pdf);
+    paint(painter);
+  }
   return bytes;
 }
 
-QByteArray RenderSvg(const Airfoil& airfoil, int language) {
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  QSvgGenerator svg;
-  svg.setOutputDevice(&buffer);
-  svg.setSize(QSize(kPictureWidth, kPictureHeight));
-  svg.setViewBox(QRect(0, 0, kPictureWidth, kPictureHeight));
-  svg.setResolution(96);
-  svg.setTitle(QString::fromStdString(airfoil.Name));
-  {
-    QPainter painter(&svg);
-    DrawPicture(painter, airfoil, language);
+bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio, const QString& title,
+                  const Paint& paint, std::string* error) {
+  const PictureFormat format = FormatOf(path);
+  if (format == PictureFormat::Unknown) {
+    if (error) *error = "The picture must be a .png, .svg or .pdf file: " + path;
+    return false;
   }
-  return bytes;
+  if (!EnsureGuiApplication(error)) return false;
+  const QByteArray bytes = Encode(format, size, pixelRatio, title, paint);
+  if (bytes.isEmpty()) {
+    if (error) *error = "The picture could not be encoded: " + path;
+    return false;
+  }
+  try {
+    WriteFileAtomically(path, std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())));
+  } catch (const RuntimeError& e) {
+    if (error) *error = e.what();
+    return false;
+  }
+  return true;
 }
 
 }  // namespace
@@ -176,24 +232,21 @@ bool EnsureGuiApplication(std::string* error) {
 
 bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int language,
                        std::string* error) {
-  bool svg = EndsWith(path, ".svg");
-  if (!svg && !EndsWith(path, ".png")) {
-    if (error) *error = "The picture must be a .png or .svg file: " + path;
-    return false;
-  }
-  if (!EnsureGuiApplication(error)) return false;
-  QByteArray bytes = svg ? RenderSvg(airfoil, language) : RenderPng(airfoil, language);
-  if (bytes.isEmpty()) {
-    if (error) *error = "The picture could not be encoded: " + path;
-    return false;
-  }
-  try {
-    WriteFileAtomically(path, std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())));
-  } catch (const RuntimeError& e) {
-    if (error) *error = e.what();
-    return false;
-  }
-  return true;
+  PlotRequest request;
+  request.language = language;
+  return RenderPlotsToFile(airfoil, path, request, 1.0, error);
+}
+
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
+                       double pixelRatio, std::string* error) {
+  return WritePicture(path, QSizeF(kPictureWidth, kPictureHeight), pixelRatio, QString::fromStdString(airfoil.Name),
+                      [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, error);
+}
+
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, int graph,
+                       const QSizeF& size, double pixelRatio, std::string* error) {
+  return WritePicture(path, size, pixelRatio, QString::fromStdString(airfoil.Name),
+                      [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, error);
 }
 
 }  // namespace tavilo

@@ -274,6 +274,16 @@ const LaterEntry kLaterStrings[] = {
            "   .TXT, .MWK, .CSV\tPolarentabelle in Spalten; als .TXT gespeicherte Xfoil- und Widerstandsdateien ebenso"}},
     {177, {"   .POL\tXfoil 5.4 polar file", "   .POL\tXfoil-5.4-Polardatei"}},
     {178, {"   .CSV\tpolar table that Tavilo reads back", "   .CSV\tPolarentabelle, die Tavilo wieder liest"}},
+    {190, {"&View", "&Ansicht"}},
+    {191, {"Axis &Numbers", "&Zahlen an allen Achsen"}},
+    {192, {"&Readable Colours", "&Lesbare Farben"}},
+    {193, {"Save &Graphs As...", "&Grafiken speichern unter..."}},
+    {194, {"&Copy Picture", "Bild &kopieren"}},
+    {195, {"&Save Picture...", "Bild &speichern..."}},
+    {196, {"Reset &Zoom", "&Zoom zurücksetzen"}},
+    {197, {"PNG Picture (*.png)|*.png|SVG Drawing (*.svg)|*.svg|PDF Document (*.pdf)|*.pdf",
+           "PNG-Bild (*.png)|*.png|SVG-Zeichnung (*.svg)|*.svg|PDF-Dokument (*.pdf)|*.pdf"}},
+    {198, {"The picture could not be written: %1", "Das Bild konnte nicht geschrieben werden: %1"}},
 };
 
 const Entry* FindEntry(int n) {

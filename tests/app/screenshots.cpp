@@ -13,7 +13,9 @@
 #include <QTabWidget>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
+#include <QWheelEvent>
 #include <iostream>
 
 #include "app/pef_form.h"
@@ -75,6 +77,24 @@ void SaveTreeViews(tavilo::PEFForm& window, const QString& prefix) {
   Save(&window, prefix + "-envelope-en.png");
 }
 
+// The lift-drag graph zoomed twice about a point near the drag bucket, and
+// the lift-angle graph zoomed into a rectangle around the stall.
+void SaveZoomed(tavilo::PEFForm& window, const QString& prefix) {
+  QWidget* clCd = window.findChild<QWidget*>("ClCdPicture");
+  const QPointF at(clCd->width() * 0.35, clCd->height() * 0.45);
+  QWheelEvent wheel(at, clCd->mapToGlobal(at), QPoint(), QPoint(0, 240), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(clCd, &wheel);
+  QWidget* clAlfa = window.findChild<QWidget*>("ClAlfaPicture");
+  const QPoint from(int(clAlfa->width() * 0.55), int(clAlfa->height() * 0.05));
+  const QPoint to(int(clAlfa->width() * 0.98), int(clAlfa->height() * 0.45));
+  QTest::mousePress(clAlfa, Qt::LeftButton, Qt::NoModifier, from);
+  QTest::mouseMove(clAlfa, to);
+  QTest::mouseRelease(clAlfa, Qt::LeftButton, Qt::NoModifier, to);
+  QApplication::processEvents();
+  Save(&window, prefix + "-zoom-en.png");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -123,6 +143,8 @@ int main(int argc, char** argv) {
   Save(&window, prefix + "-minimum-en.png");
   window.resize(1280, 860);
   QApplication::processEvents();
+  SaveZoomed(window, prefix);
+  window.findChild<QAction*>("mnuViewResetZoom")->trigger();
   for (int i = 3; i < argc; ++i) {
     const std::string imported = QFileInfo(QString::fromLocal8Bit(argv[i])).absoluteFilePath().toStdString();
     window.UserInterfaceImpl().SetFileChooser([imported](const tavilo::FileDialogRequest&, const QString&) {

@@ -1,0 +1,142 @@
+#include "graph_controller.h"
+
+#include <QAction>
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include "document_controller.h"
+#include "graph_widget.h"
+#include "model/errors.h"
+#include "plotqt/render.h"
+#include "qt_user_interface.h"
+#include "strings/string_table.h"
+
+namespace tavilo {
+
+namespace {
+
+// String ids of the graphs' own texts.
+constexpr int kCopyPictureText = 194;
+constexpr int kSavePictureText = 195;
+constexpr int kPictureFilterText = 197;
+constexpr int kPictureErrorText = 198;
+
+GraphView* ViewOf(PlotViews& views, int graph) {
+  GraphView* all[] = {&views.clCd, &views.clAlfa, &views.cmAlfa, &views.blu, &views.bll};
+  return all[graph];
+}
+
+}  // namespace
+
+GraphController::GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
+                                 RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent)
+    : QObject(parent),
+      widgets_{graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll},
+      document_(document),
+      ui_(ui),
+      context_(context),
+      ranges_(std::move(ranges)) {
+  for (int g = 0; g < 5; ++g) {
+    GraphWidget* widget = widgets_[g];
+    widget->SetViewRequest([this, g](const std::optional<GraphView>& view) {
+      zoom_[g] = view;
+      Redraw(g);
+    });
+    widget->setContextMenuPolicy(Qt::ActionsContextMenu);
+    auto* copy = new QAction(widget);
+    copy->setObjectName("mnuGraphCopy");
+    connect(copy, &QAction::triggered, this, [this, g] { CopyPicture(g); });
+    auto* save = new QAction(widget);
+    save->setObjectName("mnuGraphSave");
+    connect(save, &QAction::triggered, this, [this, g] { SavePicture(g); });
+    widget->addActions({copy, save});
+  }
+}
+
+void GraphController::SwitchLanguage(int language) {
+  for (GraphWidget* widget : widgets_) {
+    widget->findChild<QAction*>("mnuGraphCopy")->setText(QString::fromStdString(GetResString(kCopyPictureText, language)));
+    widget->findChild<QAction*>("mnuGraphSave")->setText(QString::fromStdString(GetResString(kSavePictureText, language)));
+  }
+}
+
+PlotRequest GraphController::Request() const {
+  PlotRequest request;
+  request.views = DefaultViews(ranges_());
+  for (int g = 0; g < 5; ++g)
+    if (zoom_[g]) *ViewOf(request.views, g) = *zoom_[g];
+  request.language = ui_.Language();
+  request.axisNumbers = axisNumbers_;
+  request.readableColors = readableColors_;
+  return request;
+}
+
+void GraphController::Redraw(std::optional<int> graph) {
+  try {
+    GraphWidgets only;
+    GraphWidget** places[] = {&only.clCd, &only.clAlfa, &only.cmAlfa, &only.blu, &only.bll};
+    for (int g = 0; g < 5; ++g)
+      if (!graph || *graph == g) *places[g] = widgets_[g];
+    DrawGraphs(&document_.Current(), Request(), only, context_);
+  } catch (const RuntimeError&) {
+    // A range text beyond every number cannot come from the fixed lists;
+    // the graphs then keep what they show.
+  }
+}
+
+void GraphController::ResetZoom() {
+  zoom_ = {};
+  Redraw();
+}
+
+void GraphController::SetAxisNumbers(bool on) {
+  axisNumbers_ = on;
+  Redraw();
+}
+
+void GraphController::SetReadableColors(bool on) {
+  readableColors_ = on;
+  Redraw();
+}
+
+std::string GraphController::ChoosePictureFile() {
+  const int language = ui_.Language();
+  FileDialogRequest request{FileDialogKind::Save, GetResString(193, language), GetResString(kPictureFilterText, language),
+                            true};
+  return ui_.ChooseFile(request);
+}
+
+void GraphController::ShowWriteError(const std::string& path, const std::string& error) {
+  const int language = ui_.Language();
+  ui_.ShowMessage(FormatResString(kPictureErrorText, language, {path}) + "\r\n" + error, ErrorTitle(language),
+                  MessageIcon::Critical);
+}
+
+// Pictures are made at the screen's density, so that they are as sharp as
+// the window.
+void GraphController::SaveGraphs() {
+  const std::string path = ChoosePictureFile();
+  if (path.empty()) return;
+  std::string error;
+  ui_.SetBusy(true);
+  const bool written = RenderPlotsToFile(document_.Current(), path, Request(), widgets_[0]->devicePixelRatioF(), &error);
+  ui_.SetBusy(false);
+  if (!written) ShowWriteError(path, error);
+}
+
+void GraphController::CopyPicture(int graph) {
+  Redraw(graph);
+  QGuiApplication::clipboard()->setImage(widgets_[graph]->Canvas());
+}
+
+void GraphController::SavePicture(int graph) {
+  const std::string path = ChoosePictureFile();
+  if (path.empty()) return;
+  GraphWidget* widget = widgets_[graph];
+  std::string error;
+  if (!RenderGraphToFile(document_.Current(), path, Request(), graph, QSizeF(widget->size()),
+                         widget->devicePixelRatioF(), &error))
+    ShowWriteError(path, error);
+}
+
+}  // namespace tavilo

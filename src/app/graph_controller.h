@@ -1,0 +1,65 @@
+#pragma once
+// The five graphs as the user works with them: each graph's zoom, the View
+// switches (numbers on every axis, readable colours), and pictures of the
+// graphs saved to a file or copied to the clipboard.
+
+#include <QObject>
+#include <array>
+#include <functional>
+#include <optional>
+
+#include "graph_view.h"
+#include "plot/plot_data.h"
+
+namespace tavilo {
+
+class DocumentController;
+class QtUserInterface;
+class RenderContext;
+
+class GraphController : public QObject {
+  Q_OBJECT
+
+ public:
+  // `ranges` reads the range lists. Gives every graph its context menu
+  // (mnuGraphCopy, mnuGraphSave) and takes its zoom requests.
+  GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
+                  RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent);
+
+  // What a redraw shows: the range lists' views with the zoomed graphs'
+  // own, the language and the View switches.
+  PlotRequest Request() const;
+  // Redraws every graph; with `graph` (0..4) that one alone.
+  void Redraw(std::optional<int> graph = std::nullopt);
+  // Every graph back to the range lists' scales, and redrawn.
+  void ResetZoom();
+  bool Zoomed(int graph) const { return zoom_[graph].has_value(); }
+
+  bool AxisNumbers() const { return axisNumbers_; }
+  bool ReadableColors() const { return readableColors_; }
+  void SetAxisNumbers(bool on);
+  void SetReadableColors(bool on);
+
+  // File > Save Graphs As...: the five graphs as zoomed, PNG, SVG or PDF.
+  void SaveGraphs();
+  // A graph's context menu: its picture to the clipboard or to a file.
+  void CopyPicture(int graph);
+  void SavePicture(int graph);
+  // The caption of the graphs' context menu entries.
+  void SwitchLanguage(int language);
+
+ private:
+  std::string ChoosePictureFile();
+  void ShowWriteError(const std::string& path, const std::string& error);
+
+  std::array<GraphWidget*, 5> widgets_;
+  DocumentController& document_;
+  QtUserInterface& ui_;
+  RenderContext& context_;
+  std::function<PlotRanges()> ranges_;
+  std::array<std::optional<GraphView>, 5> zoom_;
+  bool axisNumbers_ = true;
+  bool readableColors_ = false;
+};
+
+}  // namespace tavilo

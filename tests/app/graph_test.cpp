@@ -1,0 +1,171 @@
+// The graphs as a designer works with them: zoom and pan by mouse and keys,
+// the View switches, pictures to files and the clipboard, dropped files.
+#include <QClipboard>
+#include <QComboBox>
+#include <QImage>
+#include <QMimeData>
+#include <QTreeWidget>
+#include <QUrl>
+#include <QWheelEvent>
+
+#include "app/graph_controller.h"
+#include "app/graph_widget.h"
+#include "app_fixture.h"
+#include "formats/file_text.h"
+
+namespace tavilo::testing {
+namespace {
+
+class Graphs : public MainWindowTest {
+ protected:
+  PEFForm& StartWithWing() {
+    WritePolarFile(dir, "wing.xml", "Wing", 2);
+    PEFForm& form = Start();
+    form.Document().OpenFile(dir.File("wing.xml"));
+    return form;
+  }
+  GraphWidget* Graph(const char* name) { return Find<GraphWidget>(name); }
+};
+
+const PlotViews kDefault = DefaultViews(PlotRanges{});
+
+void Wheel(QWidget* widget, QPointF at, int notches) {
+  QWheelEvent wheel(at, widget->mapToGlobal(at), QPoint(), QPoint(0, 120 * notches), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(widget, &wheel);
+}
+
+TEST_F(Graphs, TheMouseZoomsAndPansAndADoubleClickOrAListResets) {
+  StartWithWing();
+  GraphWidget* clCd = Graph("ClCdPicture");
+  const QPointF at(clCd->width() * 0.3, clCd->height() * 0.6);
+  const QPointF before = clCd->ValueAt(at);
+  Wheel(clCd, at, 2);
+  EXPECT_TRUE(clCd->View().zoomed);
+  EXPECT_NEAR(clCd->View().Width(), 0.025 * 0.64, 1e-12);
+  EXPECT_NEAR(clCd->ValueAt(at).x(), before.x(), 1e-9) << "the point under the pointer stays";
+  EXPECT_NEAR(clCd->ValueAt(at).y(), before.y(), 1e-9);
+  EXPECT_FALSE(Graph("ClAlfaPicture")->View().zoomed) << "each graph zooms on its own";
+
+  GraphWidget* clAlfa = Graph("ClAlfaPicture");
+  const QPoint from(clAlfa->width() / 2, clAlfa->height() / 4), to(clAlfa->width() * 3 / 4, clAlfa->height() / 2);
+  const QPointF a = clAlfa->ValueAt(from), b = clAlfa->ValueAt(to);
+  QTest::mousePress(clAlfa, Qt::LeftButton, Qt::NoModifier, from);
+  QTest::mouseMove(clAlfa, to);
+  QTest::mouseRelease(clAlfa, Qt::LeftButton, Qt::NoModifier, to);
+  const double pixel = 30.0 / clAlfa->width();
+  EXPECT_NEAR(clAlfa->View().left, a.x(), pixel);
+  EXPECT_NEAR(clAlfa->View().right, b.x(), 2 * pixel);
+  EXPECT_NEAR(clAlfa->View().top, a.y(), 0.02);
+
+  // Shift and the left button pan: the values follow the pointer.
+  const GraphView zoomed = clAlfa->View();
+  QTest::mousePress(clAlfa, Qt::LeftButton, Qt::ShiftModifier, from);
+  QTest::mouseMove(clAlfa, from + QPoint(40, 0));
+  QTest::mouseRelease(clAlfa, Qt::LeftButton, Qt::ShiftModifier, from + QPoint(40, 0));
+  EXPECT_NEAR(clAlfa->View().left, zoomed.left - 40.0 / clAlfa->width() * zoomed.Width(), 1e-9);
+
+  QTest::mouseDClick(clAlfa, Qt::LeftButton, Qt::NoModifier, from);
+  EXPECT_EQ(clAlfa->View(), kDefault.clAlfa);
+  Find<QComboBox>("cbAlfaMax")->setCurrentIndex(2);
+  EXPECT_FALSE(clCd->View().zoomed) << "a range list ends every zoom";
+  EXPECT_EQ(clCd->View(), DefaultViews(PlotRanges{1.5, -0.5, 0.025, 30}).clCd);
+}
+
+TEST_F(Graphs, KeysActOnAFocusedGraphOnly) {
+  StartWithWing();
+  GraphWidget* graph = Graph("ClCdPicture");
+  auto* tree = Find<QTreeWidget>("TreeView1");
+  tree->setFocus();
+  QTest::keyClick(tree, Qt::Key_Plus);
+  QTest::keyClick(tree, Qt::Key_Right);
+  EXPECT_FALSE(graph->View().zoomed);
+
+  QTest::mouseClick(graph, Qt::LeftButton, Qt::NoModifier, QPoint(10, 10));  // a click gives the focus
+  ASSERT_TRUE(graph->hasFocus());
+  QTest::keyClick(graph, Qt::Key_Plus);
+  EXPECT_NEAR(graph->View().Width(), 0.025 * 0.8, 1e-12);
+  const double left = graph->View().left;
+  QTest::keyClick(graph, Qt::Key_Right);
+  EXPECT_NEAR(graph->View().left, left + 0.1 * graph->View().Width(), 1e-12);
+  QTest::keyClick(graph, Qt::Key_Minus);
+  QTest::keyClick(graph, Qt::Key_Home);
+  EXPECT_EQ(graph->View(), kDefault.clCd);
+}
+
+TEST_F(Graphs, ViewSwitchesRedrawAndPersist) {
+  PEFForm& form = StartWithWing();
+  EXPECT_TRUE(Action("mnuViewAxisNumbers")->isChecked()) << "numbers on by default";
+  EXPECT_FALSE(Action("mnuViewReadableColors")->isChecked());
+  const QImage withNumbers = Graph("ClAlfaPicture")->Canvas().copy();
+  Action("mnuViewAxisNumbers")->trigger();
+  Action("mnuViewReadableColors")->trigger();
+  EXPECT_FALSE(form.Graphs().AxisNumbers());
+  EXPECT_NE(Graph("ClAlfaPicture")->Canvas(), withNumbers);
+  Exit();
+  Start();
+  EXPECT_FALSE(Action("mnuViewAxisNumbers")->isChecked());
+  EXPECT_TRUE(Action("mnuViewReadableColors")->isChecked());
+  window->SetLanguage(kGerman);
+  EXPECT_EQ(Action("mnuViewReadableColors")->text(), "&Lesbare Farben");
+}
+
+TEST_F(Graphs, PicturesGoToFilesAndTheClipboard) {
+  PEFForm& form = StartWithWing();
+  Wheel(Graph("ClCdPicture"), QPointF(100, 100), 1);
+  std::string chosen;
+  form.UserInterfaceImpl().SetFileChooser([&](const FileDialogRequest&, const QString&) { return chosen; });
+  const struct {
+    const char* name;
+    std::string magic;
+  } files[] = {{"graphs.png", "\x89PNG"}, {"graphs.svg", "<?xml"}, {"graphs.pdf", "%PDF"}};
+  for (const auto& file : files) {
+    chosen = dir.File(file.name);
+    Action("mnuFileSaveGraphs")->trigger();
+    EXPECT_EQ(ReadFileBytes(chosen).substr(0, file.magic.size()), file.magic) << file.name;
+  }
+  GraphWidget* clAlfa = Graph("ClAlfaPicture");
+  chosen = dir.File("one graph.svg");
+  clAlfa->findChild<QAction*>("mnuGraphSave")->trigger();
+  EXPECT_NE(ReadFileBytes(chosen).find("<svg"), std::string::npos);
+  clAlfa->findChild<QAction*>("mnuGraphCopy")->trigger();
+  const QImage copied = QApplication::clipboard()->image();
+  EXPECT_EQ(copied.size(), clAlfa->Canvas().size());
+
+  MessageBoxCatcher boxes;
+  chosen = dir.File("no/such/folder/graphs.png");
+  Action("mnuFileSaveGraphs")->trigger();
+  ASSERT_EQ(boxes.seen.size(), 1u);
+  EXPECT_TRUE(boxes.seen[0].text.contains("graphs.png"));
+}
+
+void Drop(QWidget* target, const QStringList& paths, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
+  data.setUrls(urls);
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(target, &enter);
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(target, &drop);
+}
+
+TEST_F(Graphs, OneDroppedFileOpensSeveralAreImported) {
+  WritePolarFile(dir, "a.xml", "Alpha");
+  WritePolarFile(dir, "b.xml", "Beta", 2);
+  PEFForm& form = Start();
+  const QString a = QString::fromStdString(dir.File("a.xml")), b = QString::fromStdString(dir.File("b.xml"));
+  Drop(&form, {a});
+  EXPECT_EQ(form.Document().Current().Name, "Alpha");
+  EXPECT_EQ(form.Document().Current().ConfigCount(), 1);
+  Drop(&form, {b, a});
+  EXPECT_EQ(form.Document().Current().ConfigCount(), 3);
+  Drop(&form, {b}, Qt::ControlModifier);
+  EXPECT_EQ(form.Document().Current().ConfigCount(), 4);
+  MessageBoxCatcher boxes;
+  Drop(&form, {QString::fromStdString(dir.Path().string())});  // a folder
+  EXPECT_FALSE(boxes.seen.empty());
+}
+
+}  // namespace
+}  // namespace tavilo::testing

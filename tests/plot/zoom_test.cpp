@@ -1,0 +1,135 @@
+#include "plot/zoom.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <set>
+#include <string>
+
+#include "plot/frames.h"
+#include "plot/plot_data.h"
+#include "support/model_builders.h"
+#include "support/recording_surface.h"
+
+namespace tavilo {
+namespace {
+
+using testing::CallKind;
+using testing::RecordingSurface;
+using testing::SurfaceCall;
+
+const GraphView kClAlfa = DefaultViews(PlotRanges{}).clAlfa;  // -15..15 x -0.5..1.5
+
+TEST(Zoom, AboutAPointKeepsItInPlaceAndARectangleBecomesTheView) {
+  const struct {
+    double x, y, factor;
+  } cases[] = {{3, 0.7, 0.8}, {-15, -0.5, 0.5}, {14, 1.4, 1.25}, {0, 0, 0.01}};
+  for (const auto& c : cases) {
+    const GraphView zoomed = ZoomAbout(kClAlfa, c.x, c.y, c.factor);
+    EXPECT_TRUE(zoomed.zoomed);
+    EXPECT_NEAR((c.x - zoomed.left) / zoomed.Width(), (c.x - kClAlfa.left) / kClAlfa.Width(), 1e-12);
+    EXPECT_NEAR((zoomed.top - c.y) / (zoomed.top - zoomed.bottom), (kClAlfa.top - c.y) / 2.0, 1e-12);
+    EXPECT_NEAR(zoomed.Width(), 30 * c.factor, 1e-9);
+  }
+  const GraphView box = ZoomTo(kClAlfa, 10, 0.2, 4, 1.1);  // corners in any order
+  EXPECT_EQ((std::vector<double>{box.left, box.right, box.bottom, box.top}),
+            (std::vector<double>{4, 10, 0.2, 1.1}));
+  const GraphView panned = Pan(box, -1, 0.5);
+  EXPECT_DOUBLE_EQ(panned.left, 3);
+  EXPECT_DOUBLE_EQ(panned.top, 1.6);
+}
+
+TEST(Zoom, EndlessZoomingStaysFiniteAndOrdered) {
+  GraphView view = kClAlfa;
+  for (int k = 0; k < 400; ++k) view = ZoomAbout(view, 1e5, 3, 0.5);
+  EXPECT_GE(view.Width(), kMinViewSpan);
+  EXPECT_LT(view.left, view.right);
+  for (int k = 0; k < 400; ++k) view = ZoomAbout(view, 0, 0, 3);
+  EXPECT_LE(view.Width(), kMaxViewSpan * (1 + 1e-9));
+  EXPECT_TRUE(std::isfinite(view.left) && std::isfinite(view.top));
+  EXPECT_EQ(ZoomAbout(kClAlfa, 0, 0, std::nan("")), kClAlfa);
+}
+
+TEST(Zoom, AdaptiveStepsShowFourToTwelveLines) {
+  for (double span = 1e-7; span < 1e6; span *= 1.37) {
+    const double step = AdaptiveStep(span);
+    EXPECT_GE(span / step, 4.8) << span;
+    EXPECT_LE(span / step, 12.0) << span;
+    const double mantissa = step / std::pow(10.0, std::floor(std::log10(step) + 1e-9));
+    EXPECT_TRUE(std::fabs(mantissa - 1) < 1e-6 || std::fabs(mantissa - 2) < 1e-6 || std::fabs(mantissa - 5) < 1e-6)
+        << step;
+  }
+  EXPECT_EQ(AdaptiveStep(0), 0);
+  // A zoomed frame draws them strictly inside the view, both ways.
+  const GraphView view = ZoomTo(kClAlfa, 2.3, 0.31, 7.9, 0.93);
+  RecordingSurface surface(400, 300);
+  DrawClAlfaFrame(surface, view);
+  int vertical = 0, horizontal = 0;
+  for (const SurfaceCall& line : surface.Lines(kGridColor)) {
+    if (line.x1 == line.x2) {
+      ++vertical;
+      EXPECT_TRUE(line.x1 > view.left && line.x1 < view.right);
+    } else {
+      ++horizontal;
+      EXPECT_TRUE(line.y1 > view.bottom && line.y1 < view.top);
+    }
+  }
+  EXPECT_TRUE(vertical >= 4 && vertical <= 12) << vertical;
+  EXPECT_TRUE(horizontal >= 4 && horizontal <= 12) << horizontal;
+}
+
+std::vector<SurfaceCall> Numbers(const GraphView& view, double width, double height) {
+  RecordingSurface surface(width, height);
+  surface.Scale(view.left, view.top, view.right, view.bottom);
+  DrawBottomNumbers(surface, view, AxisQuantity::Alfa);
+  DrawLeftNumbers(surface, view, AxisQuantity::Cl);
+  std::vector<SurfaceCall> texts;
+  for (const SurfaceCall& text : surface.Calls(CallKind::Print))
+    if (text.color == kAxisColor) texts.push_back(text);  // the halos are white
+  return texts;
+}
+
+TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverOverlapping) {
+  std::vector<std::string> texts;
+  for (const SurfaceCall& text : Numbers(kClAlfa, 360, 420)) texts.push_back(text.text);
+  // Zero lift is the axis itself; the edges stay free.
+  EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
+                                             "1.0"}));
+  const GraphView views[] = {DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90}).clAlfa, kClAlfa,
+                             ZoomAbout(kClAlfa, 4, 1, 0.013)};
+  for (const GraphView& view : views) {
+    const std::vector<SurfaceCall> labels = Numbers(view, 200, 160);
+    EXPECT_GE(labels.size(), 4u);
+    for (size_t a = 0; a < labels.size(); ++a) {
+      const SurfaceCall& p = labels[a];
+      EXPECT_TRUE(p.x1 >= view.left && p.x2 <= view.right && p.y2 >= view.bottom && p.y1 <= view.top) << p.text;
+      for (size_t b = a + 1; b < labels.size(); ++b) {
+        const SurfaceCall& q = labels[b];
+        const bool apart = p.x2 <= q.x1 || q.x2 <= p.x1 || p.y1 <= q.y2 || q.y1 <= p.y2;
+        EXPECT_TRUE(apart) << p.text << " / " << q.text;
+      }
+    }
+  }
+}
+
+TEST(ReadableColors, OnlyTheSeventhAndFifteenthPolarChangeTheirShade) {
+  Airfoil airfoil;
+  auto set = std::make_shared<Configuration>();
+  for (int p = 1; p <= 15; ++p)
+    set->AddPolar(testing::MakePolar(1e5 * p, 0, true, {testing::MakePoint(0, 0.2, 0.01), testing::MakePoint(4, 0.6, 0.012)}));
+  airfoil.AddConfiguration(set);
+  for (bool readable : {false, true}) {
+    RecordingSurface surfaces[5];
+    PlotRequest request;
+    request.readableColors = readable;
+    PlotData(&airfoil, request, {&surfaces[0], &surfaces[1], &surfaces[2], &surfaces[3], &surfaces[4]});
+    EXPECT_EQ(surfaces[1].Lines(Color::Palette(7)).empty(), readable);
+    EXPECT_EQ(surfaces[1].Lines(kReadableSilver).empty(), !readable);
+    EXPECT_EQ(surfaces[1].Lines(Color::Palette(15)).empty(), readable);
+    EXPECT_EQ(surfaces[1].Lines(kReadableWhite).empty(), !readable);
+    EXPECT_FALSE(surfaces[1].Lines(Color::Palette(6)).empty());
+  }
+}
+
+}  // namespace
+}  // namespace tavilo
