@@ -70,6 +70,7 @@ void PEFForm::BuildMenus() {
   AddAction(file, "mnuFileExport", nullptr)->setShortcut(QKeySequence::Save);
   QAction* batch = AddAction(file, "mnuBatch", nullptr);
   QAction* saveGraphs = AddAction(file, "mnuFileSaveGraphs", nullptr);
+  saveGraphs->setShortcut(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
   AddAction(file, "mnuFilePrint", &PEFForm::Print)->setShortcut(QKeySequence::Print);
   AddAction(file, "mnuFilePrintPreview", &PEFForm::PrintPreview);
   AddAction(file, "mnuPrintOptions", nullptr);
