@@ -93,6 +93,13 @@ void SaveZoomed(tavilo::PEFForm& window, const QString& prefix) {
   QTest::mouseRelease(clAlfa, Qt::LeftButton, Qt::NoModifier, to);
   QApplication::processEvents();
   Save(&window, prefix + "-zoom-en.png");
+  // The zoomed graphs as File > Save Graphs As writes them.
+  const std::string picture = (prefix + "-graphs.png").toStdString();
+  window.UserInterfaceImpl().SetFileChooser([picture](const tavilo::FileDialogRequest&, const QString&) {
+    return picture;
+  });
+  window.findChild<QAction*>("mnuFileSaveGraphs")->trigger();
+  std::cout << picture << '\n';
 }
 
 }  // namespace
