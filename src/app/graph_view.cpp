@@ -13,7 +13,7 @@ namespace tavilo {
 
 namespace {
 
-// One graph's canvas with a painter and a surface on it for one redraw.
+// One graph's canvas with a painter and a surface on it for one drawing.
 struct Canvas {
   Canvas(GraphWidget* graph, RenderContext& context) : widget(graph), painter(&graph->NewCanvas()) {
     surface = std::make_unique<QtSurface>(painter, QRectF(QPointF(0, 0), QSizeF(graph->size())), context);
@@ -23,26 +23,56 @@ struct Canvas {
   std::unique_ptr<QtSurface> surface;
 };
 
+// The five graphs' canvases for one drawing; Finish shows what was drawn.
+class Canvases {
+ public:
+  Canvases(const GraphWidgets& graphs, RenderContext& context) {
+    GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
+    for (std::size_t i = 0; i < canvases_.size(); ++i) canvases_[i] = std::make_unique<Canvas>(widgets[i], context);
+  }
+
+  GraphSurfaces Surfaces() const {
+    return {canvases_[0]->surface.get(), canvases_[1]->surface.get(), canvases_[2]->surface.get(),
+            canvases_[3]->surface.get(), canvases_[4]->surface.get()};
+  }
+
+  void Finish() {
+    for (const std::unique_ptr<Canvas>& canvas : canvases_) {
+      canvas->surface.reset();  // draws what it still holds before the painter ends
+      canvas->painter.end();
+      canvas->widget->update();
+    }
+  }
+
+ private:
+  std::array<std::unique_ptr<Canvas>, 5> canvases_;
+};
+
 }  // namespace
 
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
                 RenderContext& context) {
   if (airfoil == nullptr) return;
-  std::array<std::unique_ptr<Canvas>, 5> canvases;
-  GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
+  Canvases canvases(graphs, context);
+  PlotData(airfoil, request, canvases.Surfaces());
   const PlotViews& v = request.views;
-  const GraphView* const views[] = {&v.clCd, &v.clAlfa, &v.cmAlfa, &v.blu, &v.bll};
-  for (std::size_t i = 0; i < canvases.size(); ++i) canvases[i] = std::make_unique<Canvas>(widgets[i], context);
-  const GraphSurfaces surfaces{canvases[0]->surface.get(), canvases[1]->surface.get(), canvases[2]->surface.get(),
-                               canvases[3]->surface.get(), canvases[4]->surface.get()};
-  PlotData(airfoil, request, surfaces);
-  for (std::size_t i = 0; i < canvases.size(); ++i) {
-    Canvas* canvas = canvases[i].get();
-    canvas->widget->SetView(*views[i]);
-    canvas->surface.reset();  // draws what it still holds before the painter ends
-    canvas->painter.end();
-    canvas->widget->update();
-  }
+  graphs.clCd->SetView(v.clCd);
+  graphs.clAlfa->SetView(v.clAlfa);
+  graphs.cmAlfa->SetView(v.cmAlfa);
+  graphs.blu->SetView(v.blu);
+  graphs.bll->SetView(v.bll);
+  canvases.Finish();
+}
+
+void DrawOverGraphs(const PlotOverlay& overlay, const GraphWidgets& graphs, RenderContext& context) {
+  // A graph never drawn has no picture to draw over.
+  for (GraphWidget* graph : {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll})
+    if (graph->Canvas().isNull()) return;
+  const PlotViews views{graphs.clCd->View(), graphs.clAlfa->View(), graphs.cmAlfa->View(), graphs.blu->View(),
+                        graphs.bll->View()};
+  Canvases canvases(graphs, context);
+  DrawOverlay(overlay, views, canvases.Surfaces());
+  canvases.Finish();
 }
 
 void ConnectReadouts(const GraphWidgets& graphs, const std::array<QLabel*, 5>& labels) {

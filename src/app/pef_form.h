@@ -24,6 +24,7 @@ class QTreeWidget;
 namespace tavilo {
 
 class AboutDialog;
+class ApproxDialog;
 class FileBrowser;
 class OptionsDialog;
 class QtUserInterface;
@@ -59,6 +60,9 @@ class PEFForm : public QMainWindow {
   OptionsDialog& Options() { return *options_; }
   FileBrowser& Browser() { return *browser_; }
   TreeController& Tree() { return *treeController_; }
+  ApproxDialog& Approximation() { return *approx_; }
+  // Tools > Approximate: shows frmApprox beside the window.
+  void OpenApproximation();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -82,6 +86,10 @@ class PEFForm : public QMainWindow {
   // Shows a change of the document: tree, graphs, menus, title.
   void DocumentChanged(const DocumentChange& change);
   void NotAvailableYet();
+  // The polar that is the tree's current node, or null.
+  PolarPtr CurrentTreePolar() const;
+  // Draws the approximation's curve over the graphs until their next redraw.
+  void ShowApproximation(const std::vector<PolarPoint>& curve);
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
   PlotRanges CurrentRanges() const;
   double Dpi() const;
@@ -92,6 +100,7 @@ class PEFForm : public QMainWindow {
   FileBrowser* browser_ = nullptr;
   OptionsDialog* options_ = nullptr;
   AboutDialog* about_ = nullptr;
+  ApproxDialog* approx_ = nullptr;
   TreeController* treeController_ = nullptr;
   QWidget* client_ = nullptr;
   QToolBar* toolbar_ = nullptr;

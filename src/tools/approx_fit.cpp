@@ -5,6 +5,7 @@
 #include <initializer_list>
 #include <vector>
 
+#include "formats/number_text.h"
 #include "tools/least_squares.h"
 
 namespace tavilo {
@@ -343,6 +344,14 @@ ApproxFit FitApproximation(const Polar& polar) {
   ApproxFit fit = Fitter(std::move(samples)).Run();
   fit.errors = ApproxFitErrors(ApproxModel(fit.values), polar.Points());
   return fit;
+}
+
+std::string ApproxFitComment(std::string_view airfoil, const Polar& polar, const ApproxErrors& errors) {
+  std::string name(airfoil);
+  for (size_t p = name.find("*/"); p != std::string::npos; p = name.find("*/", p)) name.replace(p, 2, "* /");
+  return "/* " + name + ", Re=" + ShortestNumberText(polar.ReynoldsNumber) +
+         ", Mach=" + ShortestNumberText(polar.MachNumber) + ": rms Cl " + ShortestNumberText(errors.rmsCl) +
+         ", rms Cd " + ShortestNumberText(errors.rmsCd) + " over " + ShortestNumberText(errors.points) + " points */\n";
 }
 
 }  // namespace tavilo

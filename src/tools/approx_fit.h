@@ -5,6 +5,8 @@
 
 #include <array>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "model/errors.h"
 #include "model/polar.h"
@@ -50,5 +52,11 @@ class ApproxTooFewPointsError : public RuntimeError {
 // always pass FindApproxProblem. ApproxTooFewPointsError under
 // kApproxFitMinPoints usable points.
 ApproxFit FitApproximation(const Polar& polar);
+
+// The line that heads a fit in C text: "/* <airfoil>, Re=<re>, Mach=<mach>:
+// rms Cl <x>, rms Cd <y> over <n> points */" and LF, numbers in the
+// shortest form that reads back exactly; a "*/" in the name is written
+// "* /" so that the comment goes on.
+std::string ApproxFitComment(std::string_view airfoil, const Polar& polar, const ApproxErrors& errors);
 
 }  // namespace tavilo
