@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <utility>
 #include <vector>
 
 #include "formats/number_text.h"
@@ -59,7 +60,7 @@ std::vector<double> MedianOfThree(const std::vector<Sample>& samples, double Sam
 
 // The fit works on unbounded parameters that map onto valid values, so
 // that every step of the solver gives a model FindApproxProblem accepts.
-enum Param { kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin, kCdMin, kExponent, kShift, kRiseMax, kRiseMin, kTilt };
+enum Param { kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin, kCdMin, kExponent, kShift, kBucketUpper, kBucketLower, kTilt };
 constexpr int kParamCount = 11;
 using Theta = std::vector<double>;
 
@@ -85,7 +86,7 @@ struct BucketCoefficients {
 };
 
 BucketCoefficients CoefficientsOf(const Theta& t) {
-  return {std::exp(std::clamp(t[kRiseMax], -20.0, 5.0)), std::exp(std::clamp(t[kRiseMin], -20.0, 5.0))};
+  return {std::exp(std::clamp(t[kBucketUpper], -20.0, 5.0)), std::exp(std::clamp(t[kBucketLower], -20.0, 5.0))};
 }
 
 ApproxValues ValuesOf(const Theta& t) {
@@ -101,11 +102,14 @@ ApproxValues ValuesOf(const Theta& t) {
   const double upper = v.clMax - v.cdShift;
   const double lower = v.cdShift - v.clMin;
   const BucketCoefficients c = CoefficientsOf(t);
+  // What the power term adds at each stall; never so little that the stall
+  // drag could not be told from Cd Min.
+  const double riseUpper = std::max(c.upper * std::pow(upper, v.cdExponent), 1e-6 * v.cdMin);
+  const double riseLower = std::max(c.lower * std::pow(lower, v.cdExponent), 1e-6 * v.cdMin);
   // Inside these limits the power term still adds drag towards both stalls.
-  v.cdTilt = Squash(t[kTilt], -0.98 * c.upper * std::pow(upper, v.cdExponent - 1),
-                    0.98 * c.lower * std::pow(lower, v.cdExponent - 1));
-  v.stallCdAtClMax = v.cdMin + v.cdTilt * upper + c.upper * std::pow(upper, v.cdExponent);
-  v.stallCdAtClMin = v.cdMin - v.cdTilt * lower + c.lower * std::pow(lower, v.cdExponent);
+  v.cdTilt = Squash(t[kTilt], -0.98 * riseUpper / upper, 0.98 * riseLower / lower);
+  v.stallCdAtClMax = v.cdMin + v.cdTilt * upper + riseUpper;
+  v.stallCdAtClMin = v.cdMin - v.cdTilt * lower + riseLower;
   return v;
 }
 
@@ -118,6 +122,8 @@ class Fitter {
 
  private:
   void Estimate();
+  std::pair<size_t, size_t> EstimateLift(const std::vector<double>& cl);
+  void EstimateBucket(const std::vector<double>& cl, const std::vector<double>& cd, size_t first, size_t last);
   void SetDefaultLimits();
   double Minimize(std::initializer_list<Param> candidates, bool lift, bool drag);
   void Residuals(const Theta& theta, bool lift, bool drag, std::vector<double>& out) const;
@@ -140,7 +146,13 @@ class Fitter {
 // which the flat plate meets only roughly, do not swamp it.
 void Fitter::Residuals(const Theta& theta, bool lift, bool drag, std::vector<double>& out) const {
   out.assign(samples_.size() * 2, 0.0);
-  const ApproxModel model(ValuesOf(theta));
+  const ApproxValues values = ValuesOf(theta);
+  if (FindApproxProblem(values)) {
+    // Not expected, as ValuesOf maps onto valid values; the solver refuses the step.
+    out.assign(out.size(), NAN);
+    return;
+  }
+  const ApproxModel model(values);
   for (size_t i = 0; i < samples_.size(); ++i) {
     if (wild_[i]) continue;
     const Sample& s = samples_[i];
@@ -169,9 +181,14 @@ double Fitter::Minimize(std::initializer_list<Param> candidates, bool lift, bool
 // Starting values from the data alone, robust to single wild points, and
 // which values the data cannot show.
 void Fitter::Estimate() {
-  const size_t n = samples_.size();
   const std::vector<double> cl = MedianOfThree(samples_, &Sample::cl);
-  const std::vector<double> cd = MedianOfThree(samples_, &Sample::cd);
+  const auto [first, last] = EstimateLift(cl);
+  EstimateBucket(cl, MedianOfThree(samples_, &Sample::cd), first, last);
+}
+
+// The lift's values and the attached points' index range.
+std::pair<size_t, size_t> Fitter::EstimateLift(const std::vector<double>& cl) {
+  const size_t n = samples_.size();
   const size_t top = static_cast<size_t>(std::max_element(cl.begin(), cl.end()) - cl.begin());
   const size_t bottom = static_cast<size_t>(std::min_element(cl.begin(), cl.end()) - cl.begin());
   topCl_ = cl[top];
@@ -201,9 +218,13 @@ void Fitter::Estimate() {
   fixed_[kClMax] = fixed_[kRangeMax] = !upperStall_;
   fixed_[kClMin] = fixed_[kRangeMin] = !lowerStall_;
   SetDefaultLimits();
+  return {first, last};
+}
 
-  // The bucket: its bottom at the least drag of the attached points, a
-  // parabola on each side to start from.
+// The bucket: its bottom at the least drag of the attached points, a
+// parabola on each side to start from.
+void Fitter::EstimateBucket(const std::vector<double>& cl, const std::vector<double>& cd, size_t first,
+                            size_t last) {
   const size_t least = static_cast<size_t>(std::min_element(cd.begin() + static_cast<std::ptrdiff_t>(first),
                                                             cd.begin() + static_cast<std::ptrdiff_t>(last) + 1) -
                                            cd.begin());
@@ -221,15 +242,15 @@ void Fitter::Estimate() {
   double c[2];
   for (int k = 0; k < 2; ++k) c[k] = sums[k][1] > 0 ? std::max(sums[k][0] / sums[k][1], 1e-6) : 0;
   // A side of the bucket without points takes the other side's shape.
-  fixed_[kRiseMax] = c[0] == 0;
-  fixed_[kRiseMin] = c[1] == 0;
+  fixed_[kBucketUpper] = c[0] == 0;
+  fixed_[kBucketLower] = c[1] == 0;
   if (c[0] == 0) c[0] = c[1] > 0 ? c[1] : 0.02;
   if (c[1] == 0) c[1] = c[0];
   theta_[kCdMin] = std::log(std::max(cdMin, 1e-5));
   theta_[kExponent] = Unsquash(2, kExponentBounds[0], kExponentBounds[1]);
   theta_[kShift] = Unsquash(shift, limits.clMin, limits.clMax);
-  theta_[kRiseMax] = std::log(c[0]);
-  theta_[kRiseMin] = std::log(c[1]);
+  theta_[kBucketUpper] = std::log(c[0]);
+  theta_[kBucketLower] = std::log(c[1]);
   theta_[kTilt] = 0;
 }
 
@@ -277,9 +298,9 @@ bool Fitter::MarkWildPoints(const ApproxModel& model) {
 ApproxFit Fitter::Run() {
   Estimate();
   const auto liftParams = {kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin};
-  const auto dragParams = {kCdMin, kExponent, kShift, kRiseMax, kRiseMin, kTilt};
+  const auto dragParams = {kCdMin, kExponent, kShift, kBucketUpper, kBucketLower, kTilt};
   const auto allParams = {kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin, kCdMin,
-                          kExponent, kShift,  kRiseMax, kRiseMin, kTilt};
+                          kExponent, kShift,  kBucketUpper, kBucketLower, kTilt};
   Minimize(liftParams, true, false);
   SetDefaultLimits();
   Minimize(liftParams, true, false);
@@ -299,8 +320,8 @@ ApproxFit Fitter::Run() {
     if (!MarkWildPoints(ApproxModel(ValuesOf(theta_)))) break;
   }
   // What the data cannot show follows from what they do.
-  if (fixed_[kRiseMax]) theta_[kRiseMax] = theta_[kRiseMin];
-  if (fixed_[kRiseMin]) theta_[kRiseMin] = theta_[kRiseMax];
+  if (fixed_[kBucketUpper]) theta_[kBucketUpper] = theta_[kBucketLower];
+  if (fixed_[kBucketLower]) theta_[kBucketLower] = theta_[kBucketUpper];
   if (fixed_[kRangeMax] && !fixed_[kRangeMin]) theta_[kRangeMax] = theta_[kRangeMin];
   if (fixed_[kRangeMin] && !fixed_[kRangeMax]) theta_[kRangeMin] = theta_[kRangeMax];
 
@@ -310,10 +331,10 @@ ApproxFit Fitter::Run() {
   auto mark = [&fit](ApproxField field, bool estimated) { fit.estimated[static_cast<int>(field)] = estimated; };
   mark(ClMax, !upperStall_);
   mark(StallRangeClMax, !upperStall_);
-  mark(StallCdAtClMax, !upperStall_ || fixed_[kRiseMax]);
+  mark(StallCdAtClMax, !upperStall_ || fixed_[kBucketUpper]);
   mark(ClMin, !lowerStall_);
   mark(StallRangeClMin, !lowerStall_);
-  mark(StallCdAtClMin, !lowerStall_ || fixed_[kRiseMin]);
+  mark(StallCdAtClMin, !lowerStall_ || fixed_[kBucketLower]);
   return fit;
 }
 

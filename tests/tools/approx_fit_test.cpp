@@ -97,6 +97,25 @@ TEST(ApproxFit, NeedsFiveUsablePoints) {
   EXPECT_THROW(FitApproximation(polar), ApproxTooFewPointsError);
 }
 
+TEST(ApproxFit, DegeneratePolarsStillGiveValidValues) {
+  auto polarOf = [](auto point) {
+    Polar polar;
+    for (int i = 0; i < 8; ++i) polar.AddPoint(point(i));
+    return polar;
+  };
+  const Polar cases[] = {
+      polarOf([](int) { return testing::MakePoint(1, 0.5, 0.01); }),          // one point eight times
+      polarOf([](int i) { return testing::MakePoint(i, 0, 0.01); }),          // no lift at all
+      polarOf([](int i) { return testing::MakePoint(80 + i, -3, 1e-7); }),    // far out, next to no drag
+      polarOf([](int i) { return testing::MakePoint(-i, 9 - i, 9 - i); }),    // lift falling with angle
+  };
+  for (const Polar& polar : cases) {
+    const ApproxFit fit = FitApproximation(polar);
+    EXPECT_FALSE(FindApproxProblem(fit.values)) << polar.Point(1).Alfa;
+    EXPECT_TRUE(std::isfinite(fit.errors.rmsCl) && std::isfinite(fit.errors.rmsCd));
+  }
+}
+
 // The long XFOIL sweeps: both stalls shown, so nothing estimated; the errors
 // stay at what the README quotes.
 TEST(ApproxFit, FitsRealXfoilSweeps) {
