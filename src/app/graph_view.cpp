@@ -2,6 +2,8 @@
 
 #include <QLabel>
 #include <QPainter>
+#include <algorithm>
+#include <iterator>
 #include <memory>
 
 #include "graph_widget.h"
@@ -13,7 +15,7 @@ namespace tavilo {
 
 namespace {
 
-// One graph's canvas with a painter and a surface on it for one redraw.
+// One graph's canvas with a painter and a surface on it for one drawing.
 struct Canvas {
   Canvas(GraphWidget* graph, RenderContext& context) : widget(graph), painter(&graph->NewCanvas()) {
     surface = std::make_unique<QtSurface>(painter, QRectF(QPointF(0, 0), QSizeF(graph->size())), context);
@@ -23,27 +25,64 @@ struct Canvas {
   std::unique_ptr<QtSurface> surface;
 };
 
+// The canvases of the graphs given (a null one is left alone) for one
+// drawing; Finish shows what was drawn.
+class Canvases {
+ public:
+  Canvases(const GraphWidgets& graphs, RenderContext& context) {
+    GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
+    for (std::size_t i = 0; i < canvases_.size(); ++i)
+      if (widgets[i] != nullptr) canvases_[i] = std::make_unique<Canvas>(widgets[i], context);
+  }
+
+  GraphSurfaces Surfaces() const {
+    auto surface = [this](std::size_t i) -> DrawingSurface* {
+      return canvases_[i] ? canvases_[i]->surface.get() : nullptr;
+    };
+    return {surface(0), surface(1), surface(2), surface(3), surface(4)};
+  }
+
+  // With `views`, each graph drawn takes its view for its read-out and for
+  // whatever is drawn over it later.
+  void Finish(const PlotViews* views = nullptr) {
+    const GraphView* all[] = {nullptr, nullptr, nullptr, nullptr, nullptr};
+    if (views) {
+      const GraphView* given[] = {&views->clCd, &views->clAlfa, &views->cmAlfa, &views->blu, &views->bll};
+      std::copy(std::begin(given), std::end(given), std::begin(all));
+    }
+    for (std::size_t i = 0; i < canvases_.size(); ++i) {
+      Canvas* canvas = canvases_[i].get();
+      if (canvas == nullptr) continue;
+      if (all[i]) canvas->widget->SetView(*all[i]);
+      canvas->surface.reset();  // draws what it still holds before the painter ends
+      canvas->painter.end();
+      canvas->widget->update();
+    }
+  }
+
+ private:
+  std::array<std::unique_ptr<Canvas>, 5> canvases_;
+};
+
 }  // namespace
 
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
                 RenderContext& context) {
   if (airfoil == nullptr) return;
-  std::array<std::unique_ptr<Canvas>, 5> canvases;
-  GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
-  const PlotViews& v = request.views;
-  const GraphView* const views[] = {&v.clCd, &v.clAlfa, &v.cmAlfa, &v.blu, &v.bll};
-  for (std::size_t i = 0; i < canvases.size(); ++i)
-    if (widgets[i] != nullptr) canvases[i] = std::make_unique<Canvas>(widgets[i], context);
-  auto surface = [&](std::size_t i) -> DrawingSurface* { return canvases[i] ? canvases[i]->surface.get() : nullptr; };
-  PlotData(airfoil, request, GraphSurfaces{surface(0), surface(1), surface(2), surface(3), surface(4)});
-  for (std::size_t i = 0; i < canvases.size(); ++i) {
-    Canvas* canvas = canvases[i].get();
-    if (canvas == nullptr) continue;
-    canvas->widget->SetView(*views[i]);
-    canvas->surface.reset();  // draws what it still holds before the painter ends
-    canvas->painter.end();
-    canvas->widget->update();
-  }
+  Canvases canvases(graphs, context);
+  PlotData(airfoil, request, canvases.Surfaces());
+  canvases.Finish(&request.views);
+}
+
+void DrawOverGraphs(const PlotOverlay& overlay, const GraphWidgets& graphs, RenderContext& context) {
+  // A graph never drawn has no picture to draw over.
+  for (GraphWidget* graph : {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll})
+    if (graph->Canvas().isNull()) return;
+  const PlotViews views{graphs.clCd->View(), graphs.clAlfa->View(), graphs.cmAlfa->View(), graphs.blu->View(),
+                        graphs.bll->View()};
+  Canvases canvases(graphs, context);
+  DrawOverlay(overlay, views, canvases.Surfaces());
+  canvases.Finish();
 }
 
 void ConnectReadouts(const GraphWidgets& graphs, const std::array<QLabel*, 5>& labels) {

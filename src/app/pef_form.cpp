@@ -17,6 +17,7 @@
 #include <QTreeWidget>
 
 #include "about_dialog.h"
+#include "approx_dialog.h"
 #include "caption_apply.h"
 #include "file_browser.h"
 #include "fileio/load.h"
@@ -31,6 +32,7 @@
 #include "settings.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
+#include "tree/structure_tree.h"
 #include "tree_controller.h"
 
 namespace tavilo {
@@ -42,6 +44,10 @@ struct TabData {
   const char* key;
 };
 constexpr TabData kTabs[] = {{"Cl-Alfa", "CLALFA"}, {"Cm-Alfa", "CMALFA"}, {"TU-x/c", "TUXC"}, {"TL-x/c", "TLXC"}};
+
+// The approximation's curve: an orange that no polar takes, since polars
+// draw in the classic palette.
+constexpr Color kApproxCurveColor = Color::Rgb(230, 115, 0);
 
 // The settings' "./" means the working directory; the classic ".\" too.
 QString BrowserStartPath(const QString& stored) {
@@ -75,6 +81,10 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   BuildToolbar();
   treeController_ = new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"),
                                        *document_, *ui_);
+  approx_ = new ApproxDialog(
+      *ui_, [this] { return CurrentTreePolar(); },
+      [this](const std::vector<PolarPoint>& curve) { ShowApproximation(curve); }, this);
+  connect(tree_, &QTreeWidget::currentItemChanged, approx_, &ApproxDialog::UpdateFitButton);
   document_->Edits().Subscribe([this](const DocumentChange& change) { DocumentChanged(change); });
 
   const AppSettings settings = ReadSettings();
@@ -143,6 +153,7 @@ void PEFForm::SwitchLanguage() {
   findChild<QAction*>("mnuLangDeutsch")->setChecked(language == kGerman);
   options_->SwitchLanguage(language);
   about_->SwitchLanguage(language);
+  approx_->SwitchLanguage(language);
   if (treeController_ != nullptr) treeController_->SwitchLanguage(language);
 }
 
@@ -185,6 +196,24 @@ void PEFForm::ToolbarButtonClick(const QString& key) {
 
 void PEFForm::NotAvailableYet() {
   ui_->ShowMessage(GetResString(112, Language()), GetResString(1, Language()), MessageIcon::Information);
+}
+
+void PEFForm::OpenApproximation() {
+  approx_->UpdateFitButton();
+  approx_->show();
+  approx_->raise();
+  approx_->activateWindow();
+}
+
+PolarPtr PEFForm::CurrentTreePolar() const {
+  const std::string key = treeController_->SelectedKey().toStdString();
+  if (KindOfKey(key) != NodeKind::Polar) return nullptr;
+  const ConfigurationPtr set = document_->Current().Configuration(SetIndexOfKey(key));
+  return set ? set->Polar(PolarIndexOfKey(key)) : nullptr;
+}
+
+void PEFForm::ShowApproximation(const std::vector<PolarPoint>& curve) {
+  DrawOverGraphs({curve, kApproxCurveColor}, graphs_, renderContext_);
 }
 
 void PEFForm::OpenSelectedFile() {

@@ -27,6 +27,7 @@ class QTreeWidget;
 namespace tavilo {
 
 class AboutDialog;
+class ApproxDialog;
 class FileBrowser;
 class GraphController;
 class OptionsDialog;
@@ -80,6 +81,9 @@ class PEFForm : public QMainWindow {
   FileBrowser& Browser() { return *browser_; }
   TreeController& Tree() { return *treeController_; }
   GraphController& Graphs() { return *graphController_; }
+  ApproxDialog& Approximation() { return *approx_; }
+  // Tools > Approximate: shows frmApprox beside the window.
+  void OpenApproximation();
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -109,6 +113,10 @@ class PEFForm : public QMainWindow {
   void ApplyViewSettings(bool axisNumbers, bool readableColors);
   // Draws the page on `printer`; false when it could not be started.
   bool PaintOn(QPrinter& printer);
+  // The polar that is the tree's current node, or null.
+  PolarPtr CurrentTreePolar() const;
+  // Draws the approximation's curve over the graphs until their next redraw.
+  void ShowApproximation(const std::vector<PolarPoint>& curve);
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
   PlotRanges CurrentRanges() const;
   double Dpi() const;
@@ -119,6 +127,7 @@ class PEFForm : public QMainWindow {
   FileBrowser* browser_ = nullptr;
   OptionsDialog* options_ = nullptr;
   AboutDialog* about_ = nullptr;
+  ApproxDialog* approx_ = nullptr;
   TreeController* treeController_ = nullptr;
   GraphController* graphController_ = nullptr;
   QWidget* client_ = nullptr;

@@ -87,7 +87,7 @@ void PEFForm::BuildMenus() {
   tools->setObjectName("mnuTools");
   QAction* envelope = AddAction(tools, "mnuToolsEnvelope", nullptr);
   connect(envelope, &QAction::triggered, this, [this] { document_->Envelope(); });
-  AddAction(tools, "mnuToolsApproximate", &PEFForm::NotAvailableYet);
+  AddAction(tools, "mnuToolsApproximate", &PEFForm::OpenApproximation);
   QAction* sortRe = AddAction(tools, "mnuToolsSortRe", nullptr);
   QAction* sortMach = AddAction(tools, "mnuToolsSortMach", nullptr);
   connect(sortRe, &QAction::triggered, this, [this] { document_->SortReynolds(); });

@@ -4,6 +4,7 @@
 #include <iostream>
 #include <optional>
 
+#include "cli/approx_mode.h"
 #include "fileio/load.h"
 #include "fileio/transfer.h"
 #include "formats/drg.h"
@@ -27,6 +28,7 @@ constexpr const char* kUsage =
     "Usage: tavilo-convert [options] INPUT OUTPUT      convert one file\n"
     "       tavilo-convert [options] --batch DIR       convert every .pef of DIR to .xml\n"
     "       tavilo-convert [options] --info INPUT      show the sets and polars of a file\n"
+    "       tavilo-convert [options] --approx INPUT    fit the approximation to each polar, as C text\n"
 #ifdef TAVILO_HAVE_QT_PLOT
     "       tavilo-convert [options] --plot OUT INPUT  draw the five graphs to OUT (.png, .svg or .pdf)\n"
     "       tavilo-convert [options] --print OUT.pdf INPUT\n"
@@ -52,6 +54,7 @@ constexpr int kWarningText = 121;
 constexpr int kAirfoilPastEndText = 122;
 constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
+constexpr int kNothingToApproximateText = 164;
 
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.
@@ -111,7 +114,7 @@ struct LateUsageError {
 };
 
 struct Options {
-  enum class Mode { Convert, Batch, Info, Plot, Print, Help, Version } mode = Mode::Convert;
+  enum class Mode { Convert, Batch, Info, Plot, Print, Approx, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
   std::optional<int> airfoil;  // 1-based, when given
   int language = kEnglish;
@@ -142,6 +145,8 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       if (!corner || (*corner != "ul" && *corner != "lr")) return "--legend takes ul or lr";
       options.print.legend = true;
       options.print.legendCorner = *corner == "ul" ? LegendCorner::UpperLeft : LegendCorner::LowerRight;
+    } else if (arg == "--approx") {
+      options.mode = Options::Mode::Approx;
     } else if (arg == "--lang") {
       auto lang = value();
       if (!lang || (*lang != "de" && *lang != "en")) return "--lang takes de or en";
@@ -158,10 +163,9 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       options.files.push_back(arg);
     }
   }
-  const size_t wanted = options.mode == Options::Mode::Convert || options.mode == Options::Mode::Plot ||
-                                options.mode == Options::Mode::Print
-                            ? 2
-                        : options.mode == Options::Mode::Batch || options.mode == Options::Mode::Info
+  const Options::Mode mode = options.mode;
+  const size_t wanted = mode == Options::Mode::Convert || mode == Options::Mode::Plot || mode == Options::Mode::Print ? 2
+                        : mode == Options::Mode::Batch || mode == Options::Mode::Info || mode == Options::Mode::Approx
                             ? 1
                             : 0;
   if (options.files.size() != wanted) return "wrong number of file names";
@@ -300,6 +304,15 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
         messages.Error(ErrorText(error, messages.Language()), output);
         return kExitFileError;
       }
+    }
+    case Options::Mode::Approx: {
+      std::optional<LoadResult> input = reader.ReadInput(options.files[0]);
+      if (!input) return kExitFileError;
+      const std::string& file = options.files[0];
+      auto skipped = [&](const std::string& text) { messages.Warning(text, file); };
+      if (WriteApproximations(*input->airfoil, out, skipped, messages.Language()) > 0) return kExitDone;
+      messages.Error(GetResString(kNothingToApproximateText, messages.Language()), file);
+      return kExitFileError;
     }
     case Options::Mode::Plot: {
 #ifdef TAVILO_HAVE_QT_PLOT

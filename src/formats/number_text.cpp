@@ -220,4 +220,20 @@ std::string_view TrimTrailingBlanks(std::string_view text) {
 
 std::string_view TrimBlanks(std::string_view text) { return TrimTrailingBlanks(TrimLeadingBlanks(text)); }
 
+std::string ShortestNumberText(double value) {
+  char buffer[32];
+  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
+std::optional<double> WholeNumber(std::string_view text) {
+  text = TrimBlanks(text);
+  // from_chars takes no leading "+" but would take "inf" and "nan".
+  if (text.size() > 1 && text.front() == '+' && text[1] != '-') text.remove_prefix(1);
+  double value = 0;
+  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (text.empty() || error != std::errc() || end != text.data() + text.size() || !std::isfinite(value))
+    return std::nullopt;
+  return value;
+}
+
 }  // namespace tavilo

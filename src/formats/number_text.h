@@ -3,6 +3,7 @@
 // The period is the only decimal separator whatever the C locale says.
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -30,6 +31,15 @@ std::string FormatNumber(double value, std::string_view pattern);
 // a leading blank before a non-negative number (" 1", " 500000", "-2.5").
 // Magnitudes from 1e15 and below 1e-4 use an exponent (" 1E+15").
 std::string NumberText(double value);
+
+// The shortest text that reads back as exactly `value`, locale-free, with
+// an exponent where that is shorter ("2", "0.0065", "-1.25e-05", "2e+05").
+std::string ShortestNumberText(double value);
+
+// `text`, blanks around it allowed, read as one whole finite number with
+// the period as decimal separator ("1.5", "-2e-3"); none for anything else
+// ("", "1,5", "1.5x", "inf").
+std::optional<double> WholeNumber(std::string_view text);
 
 // The text after the first blank of `line`, leading blanks removed; "" when
 // there is no blank. OverflowError when the first blank lies beyond

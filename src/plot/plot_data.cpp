@@ -161,6 +161,11 @@ void DrawPolarSeries(const GraphSurfaces& s, std::span<const PolarPoint> points,
 
 namespace {
 
+void DrawOverlayCurves(const GraphSurfaces& s, const PlotOverlay& overlay) {
+  SetForeColor(s, overlay.color);
+  DrawPolarSeries(s, overlay.points, 0);
+}
+
 void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
   DrawFrames(airfoil, request, s);
   LegendCell cell{};
@@ -171,16 +176,25 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
     if (s.clCd) DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, polar, symbol);
     DrawPolarSeries(s, polar.Points(), symbol);
   });
-  for (const PlotOverlay& overlay : request.overlays) {
-    SetForeColor(s, overlay.color);
-    DrawPolarSeries(s, overlay.points, 0);
-  }
+  for (const PlotOverlay& overlay : request.overlays) DrawOverlayCurves(s, overlay);
 }
 
 }  // namespace
 
 std::string LegendText(const Polar& polar) { return "Re=" + NumberText(polar.ReynoldsNumber); }
 
+
+void DrawOverlay(const PlotOverlay& overlay, const PlotViews& views, const GraphSurfaces& s) {
+  const std::pair<DrawingSurface*, const GraphView*> graphs[] = {
+      {s.clCd, &views.clCd}, {s.clAlfa, &views.clAlfa}, {s.cmAlfa, &views.cmAlfa}, {s.blu, &views.blu}, {s.bll, &views.bll}};
+  for (const auto& [surface, view] : graphs)
+    if (surface) surface->Scale(view->left, view->top, view->right, view->bottom);
+  try {
+    DrawOverlayCurves(s, overlay);
+  } catch (const RuntimeError&) {
+    // As in PlotData: what is drawn so far stays, without a message.
+  }
+}
 
 void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
   if (!airfoil) return;

@@ -101,6 +101,11 @@ void ForEachTickedPolar(const Airfoil& airfoil, Visit visit) {
     }
   }
 }
+// Draws `overlay` over what the surfaces show now, each graph scaled to its
+// view in `views`, as PlotData draws its overlays: for a tool that draws
+// into the graphs after PlotData. The drawing is lost at the next redraw.
+// A run-time error ends it quietly, as in PlotData.
+void DrawOverlay(const PlotOverlay& overlay, const PlotViews& views, const GraphSurfaces& surfaces);
 
 // The one redraw entry point for the rest of the program after any change to
 // the data, the ticks, the views or the overlays.

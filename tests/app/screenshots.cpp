@@ -3,12 +3,14 @@
 // [<file to import>...]; the structure tree views import the further files.
 // It uses a private settings store, never the user's own.
 #include <QApplication>
+#include <QComboBox>
 #include <QDialog>
 #include <QDir>
 #include <QFileInfo>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QTreeWidget>
 #include <QTabWidget>
 #include <QSettings>
@@ -102,6 +104,34 @@ void SaveZoomed(tavilo::PEFForm& window, const QString& prefix) {
   std::cout << picture << '\n';
 }
 
+// Chooses the graphs' ranges, as the range lists show them.
+void SetRanges(tavilo::PEFForm& window, const char* clMax, const char* clMin, const char* cdMax, const char* alfaMax) {
+  const char* names[] = {"cbClMax", "cbClMin", "cbCdMax", "cbAlfaMax"};
+  const char* values[] = {clMax, clMin, cdMax, alfaMax};
+  for (int i = 0; i < 4; ++i) window.findChild<QComboBox*>(names[i])->setCurrentText(values[i]);
+}
+
+// The approximation fitted to the first polar and shown over the graphs,
+// near the polar and over the whole range, with its dialog.
+void SaveApproximation(tavilo::PEFForm& window, const QString& prefix) {
+  auto* tree = window.findChild<QTreeWidget*>("TreeView1");
+  tree->setCurrentItem(tree->topLevelItem(0)->child(0)->child(0));
+  window.OpenApproximation();
+  auto* dialog = window.findChild<QDialog*>("frmApprox");
+  dialog->findChild<QPushButton*>("btnFit")->click();
+  SetRanges(window, "2.0", "-1.5", "0.05", "30.0");
+  dialog->findChild<QPushButton*>("btnShow")->click();
+  QApplication::processEvents();
+  Save(&window, prefix + "-approx-en.png");
+  Save(dialog, prefix + "-approx-dialog-en.png");
+  SetRanges(window, "2.0", "-1.5", "2.0", "90.0");
+  dialog->findChild<QPushButton*>("btnShow")->click();
+  QApplication::processEvents();
+  Save(&window, prefix + "-approx-wide-en.png");
+  dialog->hide();
+  SetRanges(window, "1.5", "-0.5", "0.025", "15.0");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -159,6 +189,7 @@ int main(int argc, char** argv) {
     });
     window.Document().Import();
   }
+  SaveApproximation(window, prefix);
   SaveTreeViews(window, prefix);
   return 0;
 }

@@ -56,6 +56,46 @@ TEST(Converter, ConvertsByNameAndExtensionAndListsTheTree) {
   EXPECT_EQ(Convert(dir, {"--version"}).out.rfind("tavilo-convert ", 0), 0u);
 }
 
+// Every polar of five points or more as C text, the others named and skipped.
+TEST(Converter, ApproxFitsEachLongEnoughPolarAsCText) {
+  TempDir dir;
+  Airfoil airfoil;
+  airfoil.Name = "Wing */ 2";
+  auto set = std::make_shared<Configuration>();
+  for (int points : {3, 21, 9}) {
+    auto polar = std::make_shared<Polar>();
+    polar->ReynoldsNumber = 2e5;
+    polar->MachNumber = 0.05;
+    polar->Selected = true;
+    for (int k = 0; k < points; ++k) {
+      PolarPoint p;
+      p.Alfa = k - 5;
+      p.Cl = 0.11 * (k - 3);
+      p.Cd = 0.008 + 0.01 * p.Cl * p.Cl;
+      polar->AddPoint(p);
+    }
+    set->AddPolar(polar);
+  }
+  airfoil.AddConfiguration(set);
+  WriteToXML(airfoil, dir.File("wing.xml"));
+  Result result = Convert(dir, {"--approx", dir.File("wing.xml")});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out.rfind("/* Wing * / 2, Re=2e+05, Mach=0.05: rms Cl ", 0), 0u) << result.out;
+  EXPECT_NE(result.out.find(" over 21 points */\nstatic const double approx_1[11] = {\n"), std::string::npos);
+  EXPECT_NE(result.out.find("};\n\n/* Wing * / 2, Re=2e+05, Mach=0.05: "), std::string::npos);
+  EXPECT_NE(result.out.find(" over 9 points */\nstatic const double approx_2[11] = {\n"), std::string::npos);
+  EXPECT_EQ(result.err.rfind("Tavilo: Warning: Polar 1 (Re=2e+05, Mach=0.05) has fewer than five points", 0), 0u)
+      << result.err;
+
+  set->DeletePolar(3);
+  set->DeletePolar(2);
+  WriteToXML(airfoil, dir.File("short.xml"));
+  result = Convert(dir, {"--lang", "de", "--approx", dir.File("short.xml")});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.out, "");
+  EXPECT_NE(result.err.find("Keine Polare hat die f\xC3\xBCnf Punkte"), std::string::npos) << result.err;
+}
+
 TEST(Converter, CsvIsWrittenByItsExtensionAndReadsBack) {
   TempDir dir;
   ASSERT_EQ(Convert(dir, {kXfoil, dir.File("naca.csv")}).status, 0);

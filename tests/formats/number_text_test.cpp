@@ -101,5 +101,19 @@ TEST(LineReader, AcceptsEveryLineEnd) {
   EXPECT_EQ(Lines("\n"), V{""});
 }
 
+TEST(ShortestNumberText, ReadsBackExactlyInTheShorterForm) {
+  const std::pair<double, const char*> cases[] = {
+      {2, "2"},           {0.0065, "0.0065"}, {-1.25e-05, "-1.25e-05"}, {200000, "2e+05"},
+      {-1.1, "-1.1"},     {0.1 + 0.2, "0.30000000000000004"},            {1234.5, "1234.5"}};
+  for (const auto& [value, text] : cases) EXPECT_EQ(ShortestNumberText(value), text) << text;
+}
+
+TEST(WholeNumber, TakesOnlyAWholeFinitePeriodNumber) {
+  const std::pair<const char*, double> numbers[] = {{"1.5", 1.5}, {" -2e-3 ", -0.002}, {"+3", 3}, {".5", 0.5}};
+  for (const auto& [text, value] : numbers) EXPECT_EQ(WholeNumber(text), value) << text;
+  for (const char* text : {"", " ", "1,5", "1.5x", "x1", "inf", "nan", "+-1", "1e400", "1 2"})
+    EXPECT_FALSE(WholeNumber(text)) << '"' << text << '"';
+}
+
 }  // namespace
 }  // namespace tavilo

@@ -33,7 +33,8 @@ INSTANTIATE_TEST_SUITE_P(XfoilSaves, RealXfoilFile,
                                            "xfoil699_NACA4412_SHARP_TE_V9_Re1e6_Ncrit9_P240.pol",
                                            "naca2412_re500k_m0.pol", "naca0012_re3m_m05.pol",
                                            "naca4412_re50k_stall.pol", "naca23012_re12m_m02.pol",
-                                           "naca4412_re50k_none.pol"));
+                                           "naca4412_re50k_none.pol", "naca4412_re1m_sweep.pol",
+                                           "naca0012_re300k_sweep.pol"));
 
 std::string ReplaceAll(std::string text, std::string_view from, std::string_view to) {
   for (size_t p = text.find(from); p != std::string::npos; p = text.find(from, p + to.size()))

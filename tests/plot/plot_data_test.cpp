@@ -277,6 +277,22 @@ TEST(Overlays, AreJoinedAfterThePolarsInTheirColourWhereTheirValuesExist) {
   EXPECT_EQ(LegendTexts(g.clCd).size(), 4u) << "two polars in two passes, nothing for the overlay";
 }
 
+TEST(Overlays, DrawnAfterARedrawGoOverItInEachGraphsView) {
+  const Color orange = Color::Rgb(230, 115, 0);
+  const std::vector<PolarPoint> points = {MakePoint(-2, 0.1, 0.008), MakePoint(3, 0.5, 0.009)};
+  PlotRequest request;
+  request.views.clAlfa = {-5, 1.5, 15, -0.5};
+  Graphs g;
+  PlotData(MakeAirfoil({1}).get(), request, g.All());
+  const size_t clears = g.clAlfa.Calls(CallKind::Clear).size();
+  DrawOverlay({points, orange}, request.views, g.All());
+  EXPECT_EQ(g.clAlfa.Calls(CallKind::Clear).size(), clears) << "drawn over, not anew";
+  EXPECT_EQ(g.clAlfa.ScaleLeft(), -5);
+  EXPECT_EQ(g.clAlfa.ScaleTop(), 1.5);
+  for (RecordingSurface* s : {&g.clCd, &g.clAlfa}) EXPECT_EQ(s->Lines(orange).size(), 1u);
+  EXPECT_TRUE(g.cmAlfa.Lines(orange).empty()) << "no moment values";
+}
+
 // The same 10-unit marker on two very different value ranges: the same device
 // offsets, within the marker's size, closed, and the position back at the centre.
 TEST(Symbol, KeepsItsProportionsOnEveryScaleAndReturnsToItsCentre) {

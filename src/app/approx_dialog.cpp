@@ -1,0 +1,180 @@
+#include "approx_dialog.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <charconv>
+
+#include "caption_apply.h"
+#include "formats/number_text.h"
+#include "qt_user_interface.h"
+#include "strings/captions.h"
+#include "strings/string_table.h"
+#include "tools/approx_fit.h"
+
+namespace tavilo {
+
+namespace {
+
+constexpr int kFirstLabelText = 41;
+constexpr int kStallCdAtClMinName = 150;
+constexpr int kFitCaption = 151;
+constexpr int kNoNumberText = 152;
+constexpr int kFittedText = 160;
+constexpr int kEstimatedText = 161;
+constexpr int kCopiedText = 165;
+constexpr int kFitTipText = 167;
+constexpr int kShownText = 168;
+
+// Enough digits to read a fitted value, few enough to read it at a glance.
+std::string SixDigits(double value) {
+  char buffer[32];
+  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6).ptr);
+}
+
+QPushButton* NewButton(QWidget* parent, const char* name) {
+  auto* button = new QPushButton(parent);
+  button->setObjectName(name);
+  button->setAutoDefault(false);
+  return button;
+}
+
+}  // namespace
+
+ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink show, QWidget* parent)
+    : QDialog(parent), ui_(ui), polar_(std::move(polar)), show_(std::move(show)) {
+  setObjectName("frmApprox");
+  auto* grid = new QGridLayout;
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    fields_[i] = new QLineEdit(this);
+    fields_[i]->setObjectName("txtValue");
+    fields_[i]->setProperty(kItemProperty, i);
+    auto* label = new QLabel(this);
+    label->setObjectName("lblValue");
+    label->setProperty(kItemProperty, i);
+    label->setBuddy(fields_[i]);
+    grid->addWidget(label, i, 0);
+    grid->addWidget(fields_[i], i, 1);
+  }
+  QPushButton* showButton = NewButton(this, "btnShow");
+  QPushButton* copy = NewButton(this, "Command1");
+  fit_ = NewButton(this, "btnFit");
+  connect(showButton, &QPushButton::clicked, this, &ApproxDialog::ShowCurve);
+  connect(copy, &QPushButton::clicked, this, &ApproxDialog::CopyInitializer);
+  connect(fit_, &QPushButton::clicked, this, &ApproxDialog::FitToPolar);
+  auto* buttons = new QVBoxLayout;
+  for (QPushButton* button : {showButton, copy, fit_}) buttons->addWidget(button);
+  buttons->addStretch();
+  grid->addLayout(buttons, 0, 2, kApproxFieldCount, 1);
+  status_ = new QLabel(this);
+  status_->setObjectName("lblStatus");
+  status_->setWordWrap(true);
+  status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  grid->addWidget(status_, kApproxFieldCount, 0, 1, 3);
+  setLayout(grid);
+  setMinimumWidth(420);
+  SetValues(ApproxValues{});
+  SwitchLanguage(ui_.Language());
+}
+
+void ApproxDialog::SwitchLanguage(int language) {
+  ApplyCaptions(this, ApproxCaptions(), language);
+  fit_->setText(QString::fromStdString(GetResString(kFitCaption, language)));
+  fit_->setToolTip(QString::fromStdString(GetResString(kFitTipText, language)));
+  status_->clear();
+}
+
+void ApproxDialog::UpdateFitButton() { fit_->setEnabled(polar_ && polar_() != nullptr); }
+
+std::string ApproxDialog::FieldName(ApproxField field) const {
+  const int index = static_cast<int>(field);
+  std::string name = GetResString(field == ApproxField::StallCdAtClMin ? kStallCdAtClMinName : kFirstLabelText + index,
+                                  ui_.Language());
+  if (!name.empty() && name.back() == ':') name.pop_back();
+  return name;
+}
+
+void ApproxDialog::ShowError(const std::string& text) {
+  ui_.ShowMessage(text, ErrorTitle(ui_.Language()), MessageIcon::Critical);
+}
+
+void ApproxDialog::SetStatus(const std::string& text) { status_->setText(QString::fromStdString(text)); }
+
+std::optional<ApproxValues> ApproxDialog::ReadValues() {
+  ApproxValues values;
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    const std::string text = fields_[i]->text().toStdString();
+    const std::optional<double> number = WholeNumber(text);
+    if (!number) {
+      ShowError(FormatResString(kNoNumberText, ui_.Language(), {FieldName(ApproxFieldAt(i)), text}));
+      fields_[i]->setFocus();
+      return std::nullopt;
+    }
+    values[ApproxFieldAt(i)] = *number;
+  }
+  if (const std::optional<ApproxProblem> problem = FindApproxProblem(values)) {
+    ShowError(FormatResString(problem->messageId, ui_.Language(), {FieldName(problem->field)}));
+    fields_[static_cast<int>(problem->field)]->setFocus();
+    return std::nullopt;
+  }
+  return values;
+}
+
+void ApproxDialog::SetValues(const ApproxValues& values) {
+  std::array<std::string, kApproxFieldCount> texts;
+  ApproxValues shown;
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    texts[i] = SixDigits(values[ApproxFieldAt(i)]);
+    shown[ApproxFieldAt(i)] = WholeNumber(texts[i]).value_or(0);
+  }
+  // Rounding must not turn valid values into refused ones (a stall drag a
+  // hair above Cd Min); those are shown in full.
+  const bool exact = !FindApproxProblem(values) && FindApproxProblem(shown);
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    const double value = values[ApproxFieldAt(i)];
+    fields_[i]->setText(QString::fromStdString(exact ? ShortestNumberText(value) : texts[i]));
+  }
+}
+
+void ApproxDialog::ShowCurve() {
+  const std::optional<ApproxValues> values = ReadValues();
+  if (!values) return;
+  show_(ApproxModel(*values).Curve());
+  SetStatus(GetResString(kShownText, ui_.Language()));
+}
+
+void ApproxDialog::CopyInitializer() {
+  const std::optional<ApproxValues> values = ReadValues();
+  if (!values) return;
+  ui_.SetClipboardText(ApproxInitializer(*values));
+  SetStatus(GetResString(kCopiedText, ui_.Language()));
+}
+
+void ApproxDialog::FitToPolar() {
+  const PolarPtr polar = polar_ ? polar_() : nullptr;
+  if (!polar) return;
+  ApproxFit fit;
+  try {
+    fit = FitApproximation(*polar);
+  } catch (const RuntimeError& error) {
+    ShowError(ErrorText(error, ui_.Language(), false));
+    return;
+  }
+  SetValues(fit.values);
+  const int language = ui_.Language();
+  std::string text = FormatResString(kFittedText, language,
+                                     {FormatNumber(fit.errors.points, "0"), SixDigits(fit.errors.rmsCl),
+                                      SixDigits(fit.errors.rmsCd)});
+  std::string estimated;
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    if (!fit.estimated[i]) continue;
+    if (!estimated.empty()) estimated += ", ";
+    estimated += FieldName(ApproxFieldAt(i));
+  }
+  if (!estimated.empty()) text += "\n" + FormatResString(kEstimatedText, language, {estimated});
+  SetStatus(text);
+}
+
+}  // namespace tavilo

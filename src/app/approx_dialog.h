@@ -1,0 +1,65 @@
+#pragma once
+// frmApprox: the eleven values of the approximation model. "&Show" draws
+// the model into the graphs, "&Copy" puts it on the clipboard as a C
+// initializer, "Fit to polar" fills the fields from the polar that is the
+// structure tree's current node. The model and the fit live in the core.
+
+#include <QDialog>
+#include <array>
+#include <functional>
+#include <optional>
+#include <vector>
+
+#include "model/polar.h"
+#include "tools/approximation.h"
+
+class QLabel;
+class QLineEdit;
+class QPushButton;
+
+namespace tavilo {
+
+class QtUserInterface;
+
+class ApproxDialog : public QDialog {
+  Q_OBJECT
+
+ public:
+  // The polar to fit to, or null when the tree's current node is none.
+  using PolarSource = std::function<PolarPtr()>;
+  // Draws a model's curve (Alfa, Cl, Cd from -90 to +90 degrees) into the graphs.
+  using CurveSink = std::function<void(const std::vector<PolarPoint>&)>;
+
+  // Opens with the model's initial values.
+  ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink show, QWidget* parent = nullptr);
+
+  void SwitchLanguage(int language);
+  // Enables "Fit to polar" when there is a polar to fit to.
+  void UpdateFitButton();
+
+  // The values as the fields hold them; none, after a message that names
+  // the field, when one is no number or the values are refused.
+  std::optional<ApproxValues> ReadValues();
+  // Fills the fields, each value with six significant digits.
+  void SetValues(const ApproxValues& values);
+
+  void ShowCurve();
+  void CopyInitializer();
+  void FitToPolar();
+
+ private:
+  // The field's name in messages: its label without the colon; the second
+  // stall drag's label repeats the first one's text, so it has its own.
+  std::string FieldName(ApproxField field) const;
+  void ShowError(const std::string& text);
+  void SetStatus(const std::string& text);
+
+  QtUserInterface& ui_;
+  PolarSource polar_;
+  CurveSink show_;
+  std::array<QLineEdit*, kApproxFieldCount> fields_{};
+  QPushButton* fit_ = nullptr;
+  QLabel* status_ = nullptr;
+};
+
+}  // namespace tavilo

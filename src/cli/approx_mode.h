@@ -1,0 +1,21 @@
+#pragma once
+// tavilo-convert --approx: the approximation fitted to each polar of a file,
+// as C text that compiles as one file.
+
+#include <functional>
+#include <iosfwd>
+#include <string>
+
+#include "model/airfoil.h"
+
+namespace tavilo {
+
+// Writes to `out`, for every polar of `airfoil` (sets, then polars, in
+// order) with at least five usable points, its fit's comment line and its
+// initializer, named approx_1, approx_2, ... Each polar with fewer is
+// handed to `skipped` as a message in `language`. Returns how many polars
+// were written.
+int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
+                        const std::function<void(const std::string& message)>& skipped, int language);
+
+}  // namespace tavilo

@@ -1,0 +1,104 @@
+// frmApprox: opened from the Tools menu, Show draws over both lift graphs
+// until the next redraw, Copy fills the clipboard, Fit takes the tree's
+// current polar, and bad input is named.
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTreeWidget>
+
+#include "app/approx_dialog.h"
+#include "app/caption_apply.h"
+#include "app/graph_widget.h"
+#include "app/tree_controller.h"
+#include "app_fixture.h"
+#include "tools/approximation.h"
+
+namespace tavilo::testing {
+namespace {
+
+class ApproxDialogTest : public MainWindowTest {
+ protected:
+  QDialog* Open(const char* file = "naca4412_re1m_sweep.pol") {
+    Start();
+    window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/xfoil/" + file);
+    Action("mnuToolsApproximate")->trigger();
+    QApplication::processEvents();
+    return Find<QDialog>("frmApprox");
+  }
+
+  QLineEdit* Field(int item) {
+    return qobject_cast<QLineEdit*>(FindControl(Find<QDialog>("frmApprox"), "txtValue", item));
+  }
+
+  void Click(const char* button) { Find<QPushButton>(button)->click(); }
+
+  // Pixels of the approximation's orange on a graph's picture.
+  int OrangePixels(const char* graph) {
+    const QImage image = Find<GraphWidget>(graph)->Canvas().convertToFormat(QImage::Format_RGB32);
+    int count = 0;
+    for (int y = 0; y < image.height(); ++y)
+      for (int x = 0; x < image.width(); ++x) {
+        const QColor c = image.pixelColor(x, y);
+        count += c.red() > 180 && c.green() > 70 && c.green() < 150 && c.blue() < 60;
+      }
+    return count;
+  }
+};
+
+TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilTheNextRedraw) {
+  QDialog* dialog = Open();
+  ASSERT_TRUE(dialog->isVisible());
+  EXPECT_EQ(dialog->windowTitle(), "Polar Approximation");
+  for (const char* graph : {"ClCdPicture", "ClAlfaPicture"}) EXPECT_EQ(OrangePixels(graph), 0) << graph;
+  Click("btnShow");
+  for (const char* graph : {"ClCdPicture", "ClAlfaPicture"}) EXPECT_GT(OrangePixels(graph), 100) << graph;
+  window->RefreshPlots();
+  for (const char* graph : {"ClCdPicture", "ClAlfaPicture"}) EXPECT_EQ(OrangePixels(graph), 0) << graph;
+}
+
+TEST_F(ApproxDialogTest, CopyPutsTheCInitializerOnTheClipboard) {
+  Open();
+  Click("Command1");
+  EXPECT_EQ(QApplication::clipboard()->text().toStdString(), ApproxInitializer(ApproxValues{}));
+  Field(0)->setText(" -1.25e-05 ");
+  Click("Command1");
+  EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "    -1.25e-05, /* Cd Tilt */");
+}
+
+TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolar) {
+  Open();
+  auto* fit = Find<QPushButton>("btnFit");
+  auto* tree = Find<QTreeWidget>("TreeView1");
+  tree->setCurrentItem(tree->topLevelItem(0));
+  EXPECT_FALSE(fit->isEnabled()) << "the airfoil is no polar";
+  QTreeWidgetItem* polar = tree->topLevelItem(0)->child(0)->child(0);
+  ASSERT_EQ(polar->data(0, TreeController::kKeyRole).toString(), "c 1|p 1");
+  tree->setCurrentItem(polar);
+  ASSERT_TRUE(fit->isEnabled());
+  Click("btnFit");
+  EXPECT_NEAR(Field(10)->text().toDouble(), -4.24, 0.05) << "Alfa Zero";
+  EXPECT_NEAR(Field(8)->text().toDouble(), 1.61, 0.05) << "Cl Max";
+  EXPECT_TRUE(Find<QLabel>("lblStatus")->text().startsWith("Fitted to 78 points: rms Cl 0.03"))
+      << Find<QLabel>("lblStatus")->text().toStdString();
+}
+
+TEST_F(ApproxDialogTest, BadInputIsNamedInTheWindowsLanguage) {
+  Open();
+  Action("mnuLangDeutsch")->trigger();
+  EXPECT_EQ(ControlText(FindControl(Find<QDialog>("frmApprox"), "btnShow", -1)), "&Anzeigen");
+  Field(0)->setText("0,002");
+  Field(2)->setText("0.001");
+  MessageBoxCatcher catcher;
+  Click("btnShow");
+  Field(0)->setText("0.002");
+  Click("Command1");
+  ASSERT_EQ(catcher.seen.size(), 2u);
+  EXPECT_EQ(catcher.seen[0].text.toStdString(),
+            "Cw Drehung: \u201E0,002\u201C ist keine Zahl. Bitte die Dezimalstellen nach einem Punkt schreiben.");
+  EXPECT_EQ(catcher.seen[1].text.toStdString(), "Stall Cw bei Ca Min muss gr\u00F6\u00DFer als Cw Min sein.");
+  EXPECT_EQ(catcher.seen[1].title, "Tavilo: Fehler");
+}
+
+}  // namespace
+}  // namespace tavilo::testing
