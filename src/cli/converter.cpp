@@ -1,6 +1,11 @@
 #include "cli/converter.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <optional>
 
@@ -15,11 +20,6 @@
 #include "strings/string_table.h"
 #include "ui/user_interface.h"
 
-#ifdef TAVILO_HAVE_QT_PLOT
-#include "plotqt/page_render.h"
-#include "plotqt/render.h"
-#endif
-
 namespace tavilo {
 
 namespace {
@@ -29,7 +29,7 @@ constexpr const char* kUsage =
     "       tavilo-convert [options] --batch DIR       convert every .pef of DIR to .xml\n"
     "       tavilo-convert [options] --info INPUT      show the sets and polars of a file\n"
     "       tavilo-convert [options] --approx INPUT    fit the approximation to each polar, as C text\n"
-#ifdef TAVILO_HAVE_QT_PLOT
+#ifdef TAVILO_HAVE_RENDERER
     "       tavilo-convert [options] --plot OUT INPUT  draw the five graphs to OUT (.png, .svg or .pdf)\n"
     "       tavilo-convert [options] --print OUT.pdf INPUT\n"
     "                                                  print the page of the graphs to a PDF\n"
@@ -55,6 +55,7 @@ constexpr int kAirfoilPastEndText = 122;
 constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
 constexpr int kNothingToApproximateText = 164;
+constexpr int kNoRendererText = 240;
 
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.
@@ -270,7 +271,25 @@ bool RunBatch(const std::string& directory, Reader& reader, Messages& messages, 
   return false;
 }
 
-int Run(const Options& options, std::ostream& out, Messages& messages) {
+// Hands the run to the tavilo-render beside this binary; returns only when
+// it cannot be started. Its messages and exit status are the run's own.
+int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, Messages& messages) {
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::string renderer = (self.parent_path() / "tavilo-render").string();
+  std::vector<std::string> strings{renderer};
+  strings.insert(strings.end(), args.begin(), args.end());
+  std::vector<char*> argv;
+  for (std::string& arg : strings) argv.push_back(arg.data());
+  argv.push_back(nullptr);
+  out.flush();
+  ::execv(renderer.c_str(), argv.data());
+  messages.Error(FormatResString(kNoRendererText, messages.Language(), {renderer, std::strerror(errno)}), "");
+  return kExitFileError;
+}
+
+int Run(const std::vector<std::string>& args, const Options& options, const Renderer* renderer, std::ostream& out,
+        Messages& messages) {
   Reader reader(options, messages);
   switch (options.mode) {
     case Options::Mode::Help:
@@ -314,38 +333,30 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
       messages.Error(GetResString(kNothingToApproximateText, messages.Language()), file);
       return kExitFileError;
     }
-    case Options::Mode::Plot: {
-#ifdef TAVILO_HAVE_QT_PLOT
+    case Options::Mode::Plot:
+    case Options::Mode::Print: {
+      if (renderer == nullptr) {
+#ifdef TAVILO_HAVE_RENDERER
+        return RunRendererBeside(args, out, messages);
+#else
+        messages.Line("tavilo-convert: this build cannot draw graphs");
+        return kExitUsage;
+#endif
+      }
       std::optional<LoadResult> input = reader.ReadInput(options.files[1]);
       if (!input) return kExitFileError;
       std::string error;
-      if (!RenderPlotsToFile(*input->airfoil, options.files[0], options.language, &error)) {
+      if (options.mode == Options::Mode::Plot) {
+        if (renderer->plot(*input->airfoil, options.files[0], options.language, &error)) return kExitDone;
         messages.Line("tavilo-convert: " + error);
         return kExitFileError;
       }
-      return kExitDone;
-#else
-      messages.Line("tavilo-convert: this build cannot draw graphs");
-      return kExitUsage;
-#endif
-    }
-    case Options::Mode::Print: {
-#ifdef TAVILO_HAVE_QT_PLOT
-      std::optional<LoadResult> input = reader.ReadInput(options.files[1]);
-      if (!input) return kExitFileError;
       PageRequest request;
       request.options = options.print;
       request.language = options.language;
-      std::string error;
-      if (!WritePagePdf(*input->airfoil, request, options.files[0], &error)) {
-        messages.Error(error, options.files[0]);
-        return kExitFileError;
-      }
-      return kExitDone;
-#else
-      messages.Line("tavilo-convert: this build cannot draw graphs");
-      return kExitUsage;
-#endif
+      if (renderer->print(*input->airfoil, request, options.files[0], &error)) return kExitDone;
+      messages.Error(error, options.files[0]);
+      return kExitFileError;
     }
   }
   return kExitDone;
@@ -353,7 +364,8 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
 
 }  // namespace
 
-int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+                 const Renderer* renderer) {
   Options options;
   if (auto problem = Parse(args, options)) {
     err << "tavilo-convert: " << *problem << "\n\n" << kUsage;
@@ -361,7 +373,7 @@ int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::o
   }
   Messages messages(err, options.language);
   try {
-    return Run(options, out, messages);
+    return Run(args, options, renderer, out, messages);
   } catch (const LateUsageError& problem) {
     err << "tavilo-convert: " << problem.text << '\n';
     return kExitUsage;

@@ -23,13 +23,13 @@ struct Result {
   std::string out, err;
 };
 
-Result Convert(const TempDir& dir, const std::vector<std::string>& args) {
+Result Convert(const TempDir& dir, const std::vector<std::string>& args, const std::string& binary = TAVILO_CONVERT) {
   auto quote = [](const std::string& arg) {
     std::string quoted = "'";
     for (char c : arg) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return quoted + "'";
   };
-  std::string command = quote(TAVILO_CONVERT);
+  std::string command = quote(binary);
   for (const std::string& arg : args) command += " " + quote(arg);
   command += " > " + quote(dir.File("stdout.txt")) + " 2> " + quote(dir.File("stderr.txt")) + " < /dev/null";
   int raw = std::system(command.c_str());
@@ -159,6 +159,27 @@ TEST(Converter, BatchPrintsOneLinePerFile) {
   dir.Write("two.PEF", kOnePointPef);
   EXPECT_EQ(Convert(dir, {"--batch", dir.Path().string()}).out, "one.pef -> one.xml\ntwo.PEF -> two.xml\n");
   EXPECT_TRUE(std::filesystem::exists(dir.File("two.xml")));
+}
+
+// Qt is loaded for drawing alone, by the tavilo-render beside the converter.
+TEST(Converter, DrawsThroughTheRendererBesideItAndLinksNoQtItself) {
+  TempDir dir;
+  if (Convert(dir, {"--help"}).out.find("--plot") == std::string::npos) GTEST_SKIP() << "built without Qt";
+  const std::string ldd = "ldd '" TAVILO_CONVERT "' > '" + dir.File("ldd.txt") + "'";
+  ASSERT_EQ(std::system(ldd.c_str()), 0);
+  EXPECT_EQ(dir.Read("ldd.txt").find("Qt"), std::string::npos) << dir.Read("ldd.txt");
+
+  std::filesystem::create_directory(dir.File("alone"));
+  const std::string alone = dir.File("alone/tavilo-convert");
+  std::filesystem::copy_file(TAVILO_CONVERT, alone);
+  const Result result = Convert(dir, {"--lang", "de", "--plot", dir.File("out.png"), kXfoil}, alone);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err.rfind("Tavilo: Fehler: Das Grafikprogramm " + dir.File("alone/tavilo-render") +
+                                 " kann nicht gestartet werden: No such file",
+                             0),
+            0u)
+      << result.err;
+  EXPECT_FALSE(std::filesystem::exists(dir.File("out.png")));
 }
 
 TEST(Converter, AnInputWithoutAPointIsAnErrorInEveryMode) {
