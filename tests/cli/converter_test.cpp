@@ -123,6 +123,7 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
       {{kXfoil}, 2, "wrong number of file names"},
       {{"--frobnicate", kXfoil, "x.xml"}, 2, "unknown option --frobnicate"},
       {{"--airfoil", "zero", kXfoil, "x.xml"}, 2, "--airfoil takes a number"},
+      {{"-j", "0", "--batch", dir.Path().string()}, 2, "-j takes a number from 1"},
   };
   for (const auto& c : cases) {
     Result result = Convert(dir, c.args);
@@ -284,6 +285,35 @@ TEST(Converter, BatchGoesOnPastFailingFilesAndListsThemAtTheEnd) {
   }
 }
 
+// Files converted side by side are printed and written as one job does it,
+// messages of failed files and of every read included.
+TEST(Converter, ABatchOfSeveralJobsPrintsAndWritesAsOneJob) {
+  TempDir dir;
+  std::vector<std::string> names;
+  for (int k = 0; k < 40; ++k) {
+    std::string text = kOnePointPef;
+    text.replace(text.find("1 0.1 0.01"), 10, std::to_string(k) + " 0.1 0.01");
+    names.push_back(std::string(k % 7 == 3 ? "F" : "f") + std::to_string(100 + k));
+    dir.Write(names.back() + ".pef", k % 13 == 5 ? "[Airfoil]\r\nNumberSets=0\r\n" : text);
+  }
+  std::filesystem::create_directory(dir.File(names[9] + ".xml"));  // cannot be written
+  auto run = [&](const std::string& jobs) {
+    const Result result = Convert(dir, {"--airfoil", "2", "--batch", "-j", jobs, dir.Path().string()});
+    std::string written;
+    for (const std::string& name : names) {
+      if (!std::filesystem::is_regular_file(dir.File(name + ".xml"))) continue;
+      written += name + ":" + dir.Read(name + ".xml");
+      std::filesystem::remove(dir.File(name + ".xml"));
+    }
+    return std::tuple{result.status, result.out, result.err, written};
+  };
+  const auto one = run("1");
+  EXPECT_EQ(std::get<0>(one), 1);
+  EXPECT_NE(std::get<2>(one).find("4 of 40 files could not be converted:\n  F131.pef\n  f105.pef\n  f109.pef\n  f118.pef\n"),
+            std::string::npos)
+      << std::get<2>(one);
+  for (const char* jobs : {"3", "16"}) EXPECT_EQ(run(jobs), one) << jobs;
+}
 
 // The text a poppler tool prints for `pdf`.
 std::string Poppler(const TempDir& dir, const std::string& tool, const std::string& pdf) {
