@@ -316,6 +316,7 @@ bool RunBatch(const std::string& directory, int jobs, Reader& reader, Messages& 
   return false;
 }
 
+#ifdef TAVILO_HAVE_RENDERER
 // Hands the run to the tavilo-render beside this binary; returns only when
 // it cannot be started. Its messages and exit status are the run's own.
 int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, Messages& messages) {
@@ -332,8 +333,9 @@ int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, M
   messages.Error(FormatResString(kNoRendererText, messages.Language(), {renderer, std::strerror(errno)}), "");
   return kExitFileError;
 }
+#endif
 
-int Run(const std::vector<std::string>& args, const Options& options, const Renderer* renderer, std::ostream& out,
+int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& options, const Renderer* renderer, std::ostream& out,
         Messages& messages) {
   Reader reader(options, messages);
   switch (options.mode) {
