@@ -25,12 +25,15 @@
 #include "icons.h"
 #include "model/errors.h"
 #include "options_dialog.h"
+#include "points_window.h"
 #include "qt_translation.h"
 #include "qt_user_interface.h"
+#include "recent_files.h"
 #include "settings.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
 #include "tree_controller.h"
+#include "undo_actions.h"
 
 namespace tavilo {
 
@@ -72,6 +75,9 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   BuildToolbar();
   treeController_ = new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"),
                                        *document_, *ui_);
+  points_ = new PointsWindows(this, *document_, *ui_, *undo_);
+  connect(treeController_, &TreeController::PointsRequested, this,
+          [this](const QString& key) { points_->Show(key.toStdString()); });
   document_->Edits().Subscribe([this](const DocumentChange& change) { DocumentChanged(change); });
 
   const AppSettings settings = ReadSettings();
@@ -97,6 +103,7 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   }
 
   options_->Apply(settings);
+  recent_->SetFiles(settings.recentFiles);
   if (!browser_->SetPath(BrowserStartPath(settings.path))) browser_->SetPath(QDir::currentPath());
   EnableItems(false);
 
@@ -132,6 +139,8 @@ void PEFForm::SwitchLanguage() {
   options_->SwitchLanguage(language);
   about_->SwitchLanguage(language);
   if (treeController_ != nullptr) treeController_->SwitchLanguage(language);
+  undo_->Update(language);
+  if (points_ != nullptr) points_->SwitchLanguage();
 }
 
 void PEFForm::SetLanguage(int language) {
@@ -185,6 +194,11 @@ void PEFForm::UpdateTreeView() { treeController_->UpdateTreeView(); }
 void PEFForm::DocumentChanged(const DocumentChange& change) {
   treeController_->DocumentChanged(change);
   RefreshPlots();
+  undo_->Update(Language());
+  points_->DocumentChanged();
+  if (change.step == ChangeStep::Do) {
+    for (const std::string& file : change.command->Files()) recent_->Add(QString::fromStdString(file));
+  }
   if (change.Changes() & kContentChanged) EnableItems(false);
   if (change.Changes() & kFileChanged) {
     // The read-outs spoke of the airfoil that was shown before.
@@ -276,6 +290,7 @@ void PEFForm::SaveSettings() {
   settings.language = Language();
   options_->Store(settings);
   settings.path = browser_->Path();
+  settings.recentFiles = recent_->Files();
   WriteSettings(settings);
   WriteWindowGeometry(saveGeometry());
 }

@@ -26,8 +26,11 @@ namespace tavilo {
 class AboutDialog;
 class FileBrowser;
 class OptionsDialog;
+class PointsWindows;
 class QtUserInterface;
+class RecentFiles;
 class TreeController;
+class UndoActions;
 
 class PEFForm : public QMainWindow {
   Q_OBJECT
@@ -59,6 +62,8 @@ class PEFForm : public QMainWindow {
   OptionsDialog& Options() { return *options_; }
   FileBrowser& Browser() { return *browser_; }
   TreeController& Tree() { return *treeController_; }
+  PointsWindows& Points() { return *points_; }
+  RecentFiles& Recent() { return *recent_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -93,6 +98,9 @@ class PEFForm : public QMainWindow {
   OptionsDialog* options_ = nullptr;
   AboutDialog* about_ = nullptr;
   TreeController* treeController_ = nullptr;
+  UndoActions* undo_ = nullptr;
+  PointsWindows* points_ = nullptr;
+  RecentFiles* recent_ = nullptr;
   QWidget* client_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   QTreeWidget* tree_ = nullptr;

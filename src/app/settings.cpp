@@ -46,6 +46,7 @@ AppSettings ReadSettings() {
   settings.legendPosition1 = number("LegendPosition1", "0", false);
   settings.legendPosition2 = number("LegendPosition2", "0", false);
   settings.path = store.value("Path", QStringLiteral("./")).toString();
+  settings.recentFiles = store.value("RecentFiles").toStringList();
   return settings;
 }
 
@@ -58,6 +59,7 @@ void WriteSettings(const AppSettings& settings) {
   store.setValue("LegendPosition1", QString::number(settings.legendPosition1));
   store.setValue("LegendPosition2", QString::number(settings.legendPosition2));
   store.setValue("Path", settings.path);
+  store.setValue("RecentFiles", settings.recentFiles);
   store.endGroup();
   store.sync();
 }

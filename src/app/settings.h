@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace tavilo {
 
@@ -15,6 +16,7 @@ struct AppSettings {
   int legendPosition1 = 0;   // option value, -1 set, 0 clear ("lower right")
   int legendPosition2 = 0;   // option value, -1 set, 0 clear ("upper left")
   QString path = QStringLiteral("./");  // the browser's directory
+  QStringList recentFiles;              // newest first
 };
 
 // Reads every key, falling back to the default of a missing key. A value
@@ -22,8 +24,8 @@ struct AppSettings {
 // the others are rounded to 16 bits.
 AppSettings ReadSettings();
 
-// Writes every key as the text of an integer ("-1", "0", "1", ...) and the
-// path as it is.
+// Writes every key as the text of an integer ("-1", "0", "1", ...), the
+// path as it is and the recent files as a list of texts.
 void WriteSettings(const AppSettings& settings);
 
 // The main window's size and place, kept apart from the six keys above.

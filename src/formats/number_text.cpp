@@ -201,6 +201,11 @@ std::string NumberText(double value) {
   return text;
 }
 
+std::string ShortestNumberText(double value) {
+  char buffer[32];
+  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general).ptr);
+}
+
 std::string_view RestAfterFirstBlank(std::string_view line) {
   size_t p = line.find(' ');
   if (p == std::string_view::npos) return {};

@@ -31,6 +31,11 @@ std::string FormatNumber(double value, std::string_view pattern);
 // Magnitudes from 1e15 and below 1e-4 use an exponent (" 1E+15").
 std::string NumberText(double value);
 
+// The shortest text that reads back to exactly `value`, with a period, no
+// leading blank, and an exponent only where that is shorter ("0.012", "-3",
+// "200000", "1e-07").
+std::string ShortestNumberText(double value);
+
 // The text after the first blank of `line`, leading blanks removed; "" when
 // there is no blank. OverflowError when the first blank lies beyond
 // position 32767, the limit of the 16-bit position it is held in.
