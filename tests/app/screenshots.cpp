@@ -17,6 +17,7 @@
 #include <iostream>
 
 #include "app/pef_form.h"
+#include "app/points_window.h"
 #include "app/qt_user_interface.h"
 #include "app/tree_controller.h"
 #include "strings/string_table.h"
@@ -75,6 +76,26 @@ void SaveTreeViews(tavilo::PEFForm& window, const QString& prefix) {
   Save(&window, prefix + "-envelope-en.png");
 }
 
+// The points table of the first polar beside the window, then the Edit
+// menu naming the step an undo would take, in both languages.
+void SavePointsAndUndo(tavilo::PEFForm& window, const QString& prefix) {
+  window.Points().Show("c 1|p 1");
+  QApplication::processEvents();
+  for (tavilo::PointsWindow* points : window.Points().Windows()) {
+    points->move(window.geometry().right() - points->width() - 40, window.y() + 120);
+    Save(points, prefix + "-points-en.png");
+  }
+  auto* edit = window.findChild<QMenu*>("mnuMainEdit");
+  for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
+    window.SetLanguage(language);
+    edit->popup(window.mapToGlobal(QPoint(60, 30)));
+    QApplication::processEvents();
+    Save(edit, prefix + "-undo-" + (language == tavilo::kEnglish ? "en" : "de") + ".png");
+    edit->hide();
+  }
+  window.SetLanguage(tavilo::kEnglish);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -131,5 +152,6 @@ int main(int argc, char** argv) {
     window.Document().Import();
   }
   SaveTreeViews(window, prefix);
+  SavePointsAndUndo(window, prefix);
   return 0;
 }

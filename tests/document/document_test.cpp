@@ -11,6 +11,7 @@
 #include "formats/pef.h"
 #include "formats/xml.h"
 #include "model/errors.h"
+#include "support/content_text.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
@@ -18,6 +19,7 @@
 namespace tavilo {
 namespace {
 
+using testing::ContentText;
 using testing::MakePoint;
 using testing::MakePolar;
 using testing::RecordingUserInterface;
@@ -35,17 +37,6 @@ AirfoilPtr TwoSets() {
     airfoil->AddConfiguration(set);
   }
   return airfoil;
-}
-
-// The whole content as the XML writer sees it with every polar ticked,
-// then the ticks themselves, so that a difference in either shows.
-std::string Content(const Airfoil& airfoil) {
-  std::string ticks;
-  for (const ConfigurationPtr& set : airfoil.Configurations())
-    for (const PolarPtr& polar : set->Polars()) ticks += polar->Selected ? '+' : '-';
-  AirfoilPtr all = DeepCopy(airfoil);
-  for (const ConfigurationPtr& set : all->Configurations()) set->SetSelected(true);
-  return XmlText(*all) + ticks + "|" + std::to_string(airfoil.ConfigCount());
 }
 
 class DocumentEdits : public ::testing::Test {
@@ -102,16 +93,16 @@ TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
     SCOPED_TRACE(static_cast<int>(c.kind));
     seen.clear();
     const AirfoilPtr original = document.CurrentPtr();
-    const std::string before = Content(document.Current());
+    const std::string before = ContentText(document.Current());
     CommandPtr command = c.edit();
     ASSERT_TRUE(command);
-    const std::string after = Content(document.Current());
+    const std::string after = ContentText(document.Current());
     EXPECT_NE(after, before);
     EXPECT_EQ(document.Undo(), command);
-    EXPECT_EQ(Content(document.Current()), before);
+    EXPECT_EQ(ContentText(document.Current()), before);
     EXPECT_EQ(document.CurrentPtr(), original);
     EXPECT_EQ(document.Redo(), command);
-    EXPECT_EQ(Content(document.Current()), after);
+    EXPECT_EQ(ContentText(document.Current()), after);
     EXPECT_EQ(document.Redo(), nullptr) << "nothing more to redo";
     document.Undo();
     EXPECT_EQ(seen, (std::vector<Seen>{{c.kind, ChangeStep::Do}, {c.kind, ChangeStep::Undo},
@@ -120,25 +111,25 @@ TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
 }
 
 TEST_F(DocumentEdits, StepsUndoInTurnAndANewStepDropsTheUndoneOnes) {
-  const std::string start = Content(document.Current());
+  const std::string start = ContentText(document.Current());
   document.RenameAirfoil("one");
-  const std::string afterOne = Content(document.Current());
+  const std::string afterOne = ContentText(document.Current());
   document.Delete("c 1");
   document.SetPoints(EditKind::AddPoint, PolarAt(1, 1), {MakePoint(1, 0.2, 0.01)});
   EXPECT_EQ(document.Steps().UndoCount(), 4u) << "the opening counts too";
   document.Undo();
   document.Undo();
-  EXPECT_EQ(Content(document.Current()), afterOne);
+  EXPECT_EQ(ContentText(document.Current()), afterOne);
   EXPECT_EQ(document.Steps().RedoCount(), 2u);
   document.Sort(true);
   EXPECT_EQ(document.Steps().RedoCount(), 0u);
   document.Undo();
   document.Undo();
-  EXPECT_EQ(Content(document.Current()), start);
+  EXPECT_EQ(ContentText(document.Current()), start);
 }
 
 TEST_F(DocumentEdits, TicksAreNoStepButAnUndoPutsBackTheTicksOfItsTime) {
-  const std::string before = Content(document.Current());
+  const std::string before = ContentText(document.Current());
   document.Delete("c 2|p 3");
   std::vector<TreeNode> nodes = BuildTree(document.Current(), kEnglish);
   const CommandPtr tick = document.Toggle(nodes, 1);  // set 1: all its polars off
@@ -146,7 +137,7 @@ TEST_F(DocumentEdits, TicksAreNoStepButAnUndoPutsBackTheTicksOfItsTime) {
   EXPECT_FALSE(PolarAt(1, 1)->Selected);
   EXPECT_EQ(StepName(*document.Steps().NextUndo(), kEnglish), "Delete Polar 3") << "the tick is not the next undo";
   document.Undo();
-  EXPECT_EQ(Content(document.Current()), before);
+  EXPECT_EQ(ContentText(document.Current()), before);
   EXPECT_EQ(seen.back().kind, EditKind::Delete);
 }
 
