@@ -56,6 +56,8 @@ PointsWindow::PointsWindow(PolarPtr polar, DocumentController& document, QtUserI
   table_->horizontalHeader()->setSortIndicatorClearable(true);
   table_->setSortingEnabled(true);
   table_->setSelectionBehavior(QAbstractItemView::SelectItems);
+  table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+  table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
   table_->setContextMenuPolicy(Qt::ActionsContextMenu);
   addRow_->setObjectName("btnAddRow");
   deleteRows_->setObjectName("btnDeleteRows");
@@ -91,7 +93,7 @@ PointsWindow::PointsWindow(PolarPtr polar, DocumentController& document, QtUserI
   auto* layout = new QVBoxLayout(this);
   layout->addWidget(table_);
   layout->addLayout(buttons);
-  resize(560, 420);
+  resize(620, 460);
   SwitchLanguage();
 }
 

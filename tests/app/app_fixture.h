@@ -131,11 +131,17 @@ class MainWindowTest : public ::testing::Test {
     ADD_FAILURE() << "no node " << key;
   }
 
-  // A key press where the window system sends it: to the focused widget of
-  // `window`, made the active window first.
-  static void PressKeys(QWidget* window, const QKeySequence& keys) {
+  // Makes `window` the active window, where the window system sends keys
+  // and whose shortcuts count.
+  static void Activate(QWidget* window) {
     window->activateWindow();
     QApplication::setActiveWindow(window);
+  }
+
+  // A key press as the window system sends it: to the focused widget of
+  // `window`, made the active window first.
+  static void PressKeys(QWidget* window, const QKeySequence& keys) {
+    Activate(window);
     QWidget* target = window->focusWidget() != nullptr ? window->focusWidget() : window;
     QTest::keySequence(target, keys);
     QApplication::processEvents();
