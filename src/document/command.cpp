@@ -61,41 +61,21 @@ size_t Command::Bytes() const {
 }
 
 std::string StepName(const Command& command, int language) {
-  const std::string subject = NodeName(command.Subject(), language);
+  // The text of each kind; "%1" takes the files read or the node acted on.
+  static constexpr std::pair<EditKind, int> kTexts[] = {
+      {EditKind::Open, 215},           {EditKind::New, 216},          {EditKind::Import, 217},
+      {EditKind::Paste, 218},          {EditKind::Delete, 219},       {EditKind::Rename, 220},
+      {EditKind::PolarProperties, 221}, {EditKind::SortReynolds, 222}, {EditKind::SortMach, 223},
+      {EditKind::Envelope, 224},       {EditKind::EditPoint, 225},    {EditKind::AddPoint, 226},
+      {EditKind::DeletePoints, 227},   {EditKind::PastePoints, 228},
+  };
   const std::vector<std::string>& files = command.Files();
-  const std::string fileText = files.size() == 1 ? FileNameOnly(files.front())
-                                                 : FormatResString(229, language, {FormatNumber(static_cast<double>(files.size()), "0")});
-  switch (command.Kind()) {
-    case EditKind::Open:
-      return FormatResString(215, language, {fileText});
-    case EditKind::New:
-      return GetResString(216, language);
-    case EditKind::Import:
-      return FormatResString(217, language, {fileText});
-    case EditKind::Paste:
-      return GetResString(218, language);
-    case EditKind::Delete:
-      return FormatResString(219, language, {subject});
-    case EditKind::Rename:
-      return FormatResString(220, language, {subject});
-    case EditKind::PolarProperties:
-      return FormatResString(221, language, {subject});
-    case EditKind::SortReynolds:
-      return GetResString(222, language);
-    case EditKind::SortMach:
-      return GetResString(223, language);
-    case EditKind::Envelope:
-      return GetResString(224, language);
-    case EditKind::EditPoint:
-      return FormatResString(225, language, {subject});
-    case EditKind::AddPoint:
-      return FormatResString(226, language, {subject});
-    case EditKind::DeletePoints:
-      return FormatResString(227, language, {subject});
-    case EditKind::PastePoints:
-      return FormatResString(228, language, {subject});
-    case EditKind::Tick:
-      break;
+  std::string argument = NodeName(command.Subject(), language);
+  if (files.size() == 1) argument = FileNameOnly(files.front());
+  if (files.size() > 1)
+    argument = FormatResString(229, language, {FormatNumber(static_cast<double>(files.size()), "0")});
+  for (const auto& [kind, id] : kTexts) {
+    if (kind == command.Kind()) return FormatResString(id, language, {argument});
   }
   return {};
 }

@@ -103,6 +103,14 @@ class MainWindowTest : public ::testing::Test {
     return *window;
   }
 
+  // Starts with "wing.xml" open: one set "clean" with `polars` polars.
+  PEFForm& StartWith(int polars) {
+    WritePolarFile(dir, "wing.xml", "Wing", polars);
+    PEFForm& form = Start();
+    form.Document().OpenFile(dir.File("wing.xml"));
+    return form;
+  }
+
   // Closes the window as the user would, which saves the settings.
   void Exit() {
     window->close();

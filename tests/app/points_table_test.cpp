@@ -20,14 +20,6 @@ namespace {
 
 class PointsTable : public MainWindowTest {
  protected:
-  // Opens a file of one set "clean" with `polars` polars of three points.
-  PEFForm& StartWith(int polars) {
-    WritePolarFile(dir, "wing.xml", "Wing", polars);
-    PEFForm& form = Start();
-    form.Document().OpenFile(dir.File("wing.xml"));
-    return form;
-  }
-
   // Enter on tree node `key`, as the user opens a polar's table.
   PointsWindow* EnterOn(const char* key) {
     auto* tree = Find<QTreeWidget>("TreeView1");
@@ -151,7 +143,8 @@ TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
 
   SelectRows(table, 0, 1);
   QTest::keyClick(Grid(table), Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), "Alfa\tCl\tCd\tCm\tTU\tTL\n2\t0.4\t0.011\t-0.05\t\t\n4\t0.6\t0.012\t-0.05\t\t\n");
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            "Alfa\tCl\tCd\tCm\tTU\tTL\n2\t0.4\t0.011\t-0.05\t\t\n4\t0.6\t0.012\t-0.05\t\t\n");
 
   QApplication::clipboard()->setText("alpha\tcl\tcd\r\n6,5\t0,75\t0,0131\r\n");
   SelectRows(table, 0, 0);
@@ -164,7 +157,8 @@ TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
   QApplication::clipboard()->setText("6\t0.7\n");
   QTest::keyClick(Grid(table), Qt::Key_V, Qt::ControlModifier);
   ASSERT_EQ(catcher.seen.size(), 1u);
-  EXPECT_EQ(catcher.seen[0].text.toStdString(), "Line 1 of the clipboard: Cd needs a value above -99.999: only Cm, TU and TL may be left empty (unknown).");
+  EXPECT_EQ(catcher.seen[0].text.toStdString(),
+            "Line 1 of the clipboard: Cd needs a value above -99.999: only Cm, TU and TL may be left empty (unknown).");
   EXPECT_EQ(polar.PointCount(), 3);
 
   for (size_t k = contents.size() - 1; k > 0; --k) {

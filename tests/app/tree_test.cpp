@@ -18,14 +18,6 @@ namespace {
 
 class StructureTree : public MainWindowTest {
  protected:
-  // Opens a file of one set "clean" with `polars` polars.
-  PEFForm& StartWith(int polars) {
-    WritePolarFile(dir, "wing.xml", "Wing", polars);
-    PEFForm& form = Start();
-    form.Document().OpenFile(dir.File("wing.xml"));
-    return form;
-  }
-
   QTreeWidget* Tree() { return Find<QTreeWidget>("TreeView1"); }
 
   QTreeWidgetItem* Node(const char* key) {

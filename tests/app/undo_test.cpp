@@ -163,7 +163,8 @@ TEST_F(UndoInTheWindow, RecentFilesSurviveARestartAndAGoneOneLeavesWithAMessage)
   MessageBoxCatcher catcher;
   Action("mnuFileRecent3")->trigger();
   ASSERT_EQ(catcher.seen.size(), 1u);
-  EXPECT_EQ(catcher.seen[0].text.toStdString(), dir.File("b.xml") + " no longer exists and has been removed from the recent files.");
+  EXPECT_EQ(catcher.seen[0].text.toStdString(),
+            dir.File("b.xml") + " no longer exists and has been removed from the recent files.");
   EXPECT_EQ(entries().size(), 2);
   Action("mnuFileRecent2")->trigger();
   EXPECT_EQ(second.Document().Current().Name, "a.xml");

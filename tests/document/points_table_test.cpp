@@ -66,7 +66,8 @@ TEST(PointsTable, RowsGoToTheClipboardUnderAHeaderAndComeBackTheSame) {
 }
 
 TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
-  const PastedRows pasted = ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", kEnglish);
+  const PastedRows pasted =
+      ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", kEnglish);
   ASSERT_EQ(pasted.refusal, "");
   EXPECT_EQ(pasted.points, (std::vector<PolarPoint>{MakePoint(-2.5, 0.1, 0.009),
                                                     MakePoint(3, 0.5, 0.01, -0.1, kNoValue, 0.9)}));
