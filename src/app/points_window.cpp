@@ -56,6 +56,8 @@ PointsWindow::PointsWindow(PolarPtr polar, DocumentController& document, QtUserI
   table_->horizontalHeader()->setSortIndicatorClearable(true);
   table_->setSortingEnabled(true);
   table_->setSelectionBehavior(QAbstractItemView::SelectItems);
+  table_->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                          QAbstractItemView::AnyKeyPressed);
   table_->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
   table_->verticalHeader()->setDefaultSectionSize(table_->fontMetrics().height() + 8);
   table_->setContextMenuPolicy(Qt::ActionsContextMenu);

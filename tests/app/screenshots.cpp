@@ -8,6 +8,10 @@
 #include <QFileInfo>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTableView>
+#include <QTest>
 #include <QMouseEvent>
 #include <QTreeWidget>
 #include <QTabWidget>
@@ -76,16 +80,33 @@ void SaveTreeViews(tavilo::PEFForm& window, const QString& prefix) {
   Save(&window, prefix + "-envelope-en.png");
 }
 
-// The points table of the first polar beside the window, then the Edit
-// menu naming the step an undo would take, in both languages.
+// The points table of the first polar over the window with one cell
+// edited, then the Edit menu naming the step an undo would take, in both
+// languages; under a real display (xvfb-run) the whole screen as well.
 void SavePointsAndUndo(tavilo::PEFForm& window, const QString& prefix) {
+  window.move(0, 0);
   window.Points().Show("c 1|p 1");
   QApplication::processEvents();
-  for (tavilo::PointsWindow* points : window.Points().Windows()) {
-    points->move(window.geometry().right() - points->width() - 40, window.y() + 120);
-    Save(points, prefix + "-points-en.png");
-  }
   auto* edit = window.findChild<QMenu*>("mnuMainEdit");
+  for (tavilo::PointsWindow* points : window.Points().Windows()) {
+    points->move(window.width() - points->width() - 20, 190);
+    auto* cells = points->findChild<QTableView*>("grdPoints");
+    cells->model()->setData(cells->model()->index(4, 2), "0.0102");
+    cells->setCurrentIndex(cells->model()->index(4, 2));
+    QApplication::processEvents();
+    Save(points, prefix + "-points-en.png");
+    window.activateWindow();
+    window.menuBar()->setActiveAction(edit->menuAction());
+    QApplication::processEvents();
+    QTest::qWait(300);
+    const QPixmap screen = QGuiApplication::primaryScreen()->grabWindow(0);
+    if (!screen.isNull() && QGuiApplication::platformName() != "offscreen") {
+      screen.copy(0, 0, window.frameGeometry().width(), window.frameGeometry().height())
+          .save(prefix + "-undo-points-en.png");
+      std::cout << (prefix + "-undo-points-en.png").toStdString() << '\n';
+    }
+    edit->hide();
+  }
   for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
     window.SetLanguage(language);
     edit->popup(window.mapToGlobal(QPoint(60, 30)));

@@ -1,6 +1,6 @@
 // Undo and redo in the window: every kind of change through the window's
-// own commands, undone and redone by the keys; the Edit menu's captions;
-// several files imported at once; the recent files across a restart.
+// own commands (two files imported at once among them), undone and redone
+// by the keys; the Edit menu's captions; the recent files across a restart.
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -108,12 +108,9 @@ TEST_F(UndoInTheWindow, TheEditMenuNamesTheStepInEitherLanguageAndTicksAreNoStep
   EXPECT_TRUE(form.Document().Current().Configuration(1)->Polar(1)->Selected) << "ticked as it was then";
 }
 
-TEST_F(UndoInTheWindow, ImportTakesSeveralFilesFromItsDialogAsOneStep) {
-  const std::string a = WritePolarFile(dir, "a.xml", "A");
-  const std::string b = WritePolarFile(dir, "b.xml", "B");
-  PEFForm& form = Start();
-  // Qt's dialog lets several files be picked; it is only looked at, since
-  // its own answer depends on a directory listing that loads in a thread.
+TEST_F(UndoInTheWindow, TheImportDialogLetsSeveralFilesBePicked) {
+  Start();
+  // Only looked at: its own answer depends on a listing loaded in a thread.
   QFileDialog::FileMode mode = QFileDialog::AnyFile;
   QTimer answer;
   QObject::connect(&answer, &QTimer::timeout, [&] {
@@ -128,15 +125,6 @@ TEST_F(UndoInTheWindow, ImportTakesSeveralFilesFromItsDialogAsOneStep) {
   Action("mnuFileImport")->trigger();
   answer.stop();
   EXPECT_EQ(mode, QFileDialog::ExistingFiles);
-  EXPECT_EQ(form.Document().Current().ConfigCount(), 0) << "cancelled";
-
-  form.UserInterfaceImpl().SetFilesChooser(
-      [&](const FileDialogRequest&, const QString&) { return std::vector<std::string>{a, b}; });
-  Action("mnuFileImport")->trigger();
-  EXPECT_EQ(form.Document().Current().ConfigCount(), 2);
-  EXPECT_EQ(form.windowTitle().toStdString(), "Tavilo - " + dir.File("b.xml"));
-  Action("mnuEditUndo")->trigger();
-  EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
 }
 
 TEST_F(UndoInTheWindow, RecentFilesSurviveARestartAndAGoneOneLeavesWithAMessage) {
