@@ -50,4 +50,12 @@ void DocumentController::SortMach() {
   Run([](Document& document) { document.Sort(true); });
 }
 
+void DocumentController::Undo() {
+  Run([](Document& document) { document.Undo(); });
+}
+
+void DocumentController::Redo() {
+  Run([](Document& document) { document.Redo(); });
+}
+
 }  // namespace tavilo

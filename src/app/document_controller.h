@@ -37,6 +37,9 @@ class DocumentController {
   void Envelope();
   void SortReynolds();
   void SortMach();
+  // The Edit menu's Undo and Redo: the newest step done or undone.
+  void Undo();
+  void Redo();
 
   // Runs `edit(document)` inside the error guard; false when it failed.
   template <typename Edit>

@@ -27,13 +27,16 @@
 #include "icons.h"
 #include "model/errors.h"
 #include "options_dialog.h"
+#include "points_window.h"
 #include "qt_translation.h"
 #include "qt_user_interface.h"
+#include "recent_files.h"
 #include "settings.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
 #include "tree/structure_tree.h"
 #include "tree_controller.h"
+#include "undo_actions.h"
 
 namespace tavilo {
 
@@ -85,6 +88,9 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
       *ui_, [this] { return CurrentTreePolar(); },
       [this](const std::vector<PolarPoint>& curve) { ShowApproximation(curve); }, this);
   connect(tree_, &QTreeWidget::currentItemChanged, approx_, &ApproxDialog::UpdateFitButton);
+  points_ = new PointsWindows(this, *document_, *ui_, *undo_);
+  connect(treeController_, &TreeController::PointsRequested, this,
+          [this](const QString& key) { points_->Show(key.toStdString()); });
   document_->Edits().Subscribe([this](const DocumentChange& change) { DocumentChanged(change); });
 
   const AppSettings settings = ReadSettings();
@@ -112,6 +118,7 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
 
   options_->Apply(settings);
   ApplyViewSettings(settings.axisNumbers != 0, settings.readableColors != 0);
+  recent_->SetFiles(settings.recentFiles);
   if (!browser_->SetPath(BrowserStartPath(settings.path))) browser_->SetPath(QDir::currentPath());
   EnableItems(false);
 
@@ -155,6 +162,8 @@ void PEFForm::SwitchLanguage() {
   about_->SwitchLanguage(language);
   approx_->SwitchLanguage(language);
   if (treeController_ != nullptr) treeController_->SwitchLanguage(language);
+  undo_->Update(language);
+  if (points_ != nullptr) points_->SwitchLanguage();
 }
 
 void PEFForm::SetLanguage(int language) {
@@ -227,6 +236,11 @@ void PEFForm::UpdateTreeView() { treeController_->UpdateTreeView(); }
 void PEFForm::DocumentChanged(const DocumentChange& change) {
   treeController_->DocumentChanged(change);
   RefreshPlots();
+  undo_->Update(Language());
+  points_->DocumentChanged();
+  if (change.step == ChangeStep::Do) {
+    for (const std::string& file : change.command->Files()) recent_->Add(QString::fromStdString(file));
+  }
   if (change.Changes() & kContentChanged) EnableItems(false);
   if (change.Changes() & kFileChanged) {
     // The read-outs spoke of the airfoil that was shown before.
@@ -317,6 +331,7 @@ void PEFForm::SaveSettings() {
   settings.path = browser_->Path();
   settings.axisNumbers = graphController_->AxisNumbers() ? 1 : 0;
   settings.readableColors = graphController_->ReadableColors() ? 1 : 0;
+  settings.recentFiles = recent_->Files();
   WriteSettings(settings);
   WriteWindowGeometry(saveGeometry());
 }

@@ -31,8 +31,11 @@ class ApproxDialog;
 class FileBrowser;
 class GraphController;
 class OptionsDialog;
+class PointsWindows;
 class QtUserInterface;
+class RecentFiles;
 class TreeController;
+class UndoActions;
 
 class PEFForm : public QMainWindow {
   Q_OBJECT
@@ -84,6 +87,8 @@ class PEFForm : public QMainWindow {
   ApproxDialog& Approximation() { return *approx_; }
   // Tools > Approximate: shows frmApprox beside the window.
   void OpenApproximation();
+  PointsWindows& Points() { return *points_; }
+  RecentFiles& Recent() { return *recent_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -130,6 +135,9 @@ class PEFForm : public QMainWindow {
   ApproxDialog* approx_ = nullptr;
   TreeController* treeController_ = nullptr;
   GraphController* graphController_ = nullptr;
+  UndoActions* undo_ = nullptr;
+  PointsWindows* points_ = nullptr;
+  RecentFiles* recent_ = nullptr;
   QWidget* client_ = nullptr;
   QToolBar* toolbar_ = nullptr;
   QTreeWidget* tree_ = nullptr;

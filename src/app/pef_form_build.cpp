@@ -20,8 +20,10 @@
 #include "icons.h"
 #include "options_dialog.h"
 #include "pef_form.h"
+#include "recent_files.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
+#include "undo_actions.h"
 
 namespace tavilo {
 
@@ -82,6 +84,12 @@ void PEFForm::BuildMenus() {
   connect(saveGraphs, &QAction::triggered, graphController_, &GraphController::SaveGraphs);
   connect(findChild<QAction*>("mnuPrintOptions"), &QAction::triggered, this, [this] { options_->exec(); });
   connect(findChild<QAction*>("mnuFileExit"), &QAction::triggered, this, &QWidget::close);
+  recent_ = new RecentFiles(file, findChild<QAction*>("mnuSeparator"), *ui_,
+                            [this](const QString& path) { document_->OpenFile(path.toStdString()); });
+
+  QMenu* edit = menuBar()->addMenu(QString());
+  edit->setObjectName("mnuMainEdit");  // the tree's pop-up is mnuEdit
+  undo_ = new UndoActions(edit, *document_);
 
   QMenu* tools = menuBar()->addMenu(QString());
   tools->setObjectName("mnuTools");
@@ -119,10 +127,10 @@ void PEFForm::BuildMenus() {
   connect(german, &QAction::triggered, this, [this] { SetLanguage(kGerman); });
 
   // The tree's pop-up menus; the tree's own handlers show them.
-  auto* edit = new QMenu(this);
-  edit->setObjectName("mnuEdit");
-  AddAction(edit, "mnuEditDelete", nullptr);
-  AddAction(edit, "mnuEditName", nullptr);
+  auto* editNode = new QMenu(this);
+  editNode->setObjectName("mnuEdit");
+  AddAction(editNode, "mnuEditDelete", nullptr);
+  AddAction(editNode, "mnuEditName", nullptr);
   auto* editPolar = new QMenu(this);
   editPolar->setObjectName("mnuEditPolar");
   AddAction(editPolar, "mnuEditPolarDelete", nullptr);
@@ -130,6 +138,7 @@ void PEFForm::BuildMenus() {
   AddAction(editPolar, "mnuEditPolarPaste", nullptr);
   AddAction(editPolar, "mnuEditPolarSeparator", nullptr)->setSeparator(true);
   AddAction(editPolar, "mnuEditPolarName", nullptr);
+  AddAction(editPolar, "mnuEditPolarPoints", nullptr);
 }
 
 void PEFForm::BuildToolbar() {

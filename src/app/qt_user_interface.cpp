@@ -75,15 +75,26 @@ QString DefaultSuffixOf(const QString& nameFilter) {
 }
 
 std::string QtUserInterface::ChooseFile(const FileDialogRequest& request) {
+  if (fileChooser_) return fileChooser_(request, QtFileFilter(request.filter));
+  const std::vector<std::string> files = RunFileDialog(request, false);
+  return files.empty() ? std::string() : files.front();
+}
+
+std::vector<std::string> QtUserInterface::ChooseFiles(const FileDialogRequest& request) {
+  if (filesChooser_) return filesChooser_(request, QtFileFilter(request.filter));
+  if (fileChooser_) return UserInterface::ChooseFiles(request);
+  return RunFileDialog(request, true);
+}
+
+std::vector<std::string> QtUserInterface::RunFileDialog(const FileDialogRequest& request, bool several) {
   const QString filter = QtFileFilter(request.filter);
-  if (fileChooser_) return fileChooser_(request, filter);
   QFileDialog dialog(window_, Text(request.title), dialogDirectory_ ? dialogDirectory_() : QString(), filter);
   dialog.setObjectName("CMDialog");
   // Qt's own dialog speaks the program's language; a native one would not.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   if (request.kind == FileDialogKind::Open) {
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
-    dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setFileMode(several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile);
   } else {
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite, !request.promptOverwrite);
@@ -93,8 +104,10 @@ std::string QtUserInterface::ChooseFile(const FileDialogRequest& request) {
     follow(dialog.selectedNameFilter());
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-  return dialog.selectedFiles().first().toStdString();
+  std::vector<std::string> files;
+  if (dialog.exec() != QDialog::Accepted) return files;
+  for (const QString& file : dialog.selectedFiles()) files.push_back(file.toStdString());
+  return files;
 }
 
 QString QtUserInterface::InputBox(const QString& prompt, const QString& title, const QString& value) {

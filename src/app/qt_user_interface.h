@@ -27,6 +27,9 @@ class QtUserInterface : public UserInterface {
  public:
   // Answers the file dialog in place of the platform's; tests use it.
   using FileChooser = std::function<std::string(const FileDialogRequest&, const QString& qtFilter)>;
+  // Answers a dialog of several files; without it, a FileChooser answers
+  // with one file.
+  using FilesChooser = std::function<std::vector<std::string>(const FileDialogRequest&, const QString& qtFilter)>;
   // Answers the input box in place of the user; tests use it.
   using InputAnswerer = std::function<QString(const QString& prompt, const QString& title, const QString& value)>;
 
@@ -34,6 +37,8 @@ class QtUserInterface : public UserInterface {
 
   void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) override;
   std::string ChooseFile(const FileDialogRequest& request) override;
+  // Qt's open dialog with several files to pick.
+  std::vector<std::string> ChooseFiles(const FileDialogRequest& request) override;
   int ChooseAirfoil(const std::vector<std::string>& entries) override;
   void SetStatusText(const std::string& text) override;
   void SetWindowTitle(const std::string& title) override;
@@ -51,6 +56,7 @@ class QtUserInterface : public UserInterface {
   QString InputBox(const QString& prompt, const QString& title, const QString& value);
 
   void SetFileChooser(FileChooser chooser) { fileChooser_ = std::move(chooser); }
+  void SetFilesChooser(FilesChooser chooser) { filesChooser_ = std::move(chooser); }
   void SetInputAnswerer(InputAnswerer answerer) { inputAnswerer_ = std::move(answerer); }
   // Where the file dialogs open: the directory the browser shows.
   void SetDialogDirectory(std::function<QString()> directory) { dialogDirectory_ = std::move(directory); }
@@ -59,7 +65,11 @@ class QtUserInterface : public UserInterface {
   QMainWindow* window_;
   QStatusBar* status_;
   QLabel* airfoilName_;
+  // The platform's file dialog, for one file or several.
+  std::vector<std::string> RunFileDialog(const FileDialogRequest& request, bool several);
+
   FileChooser fileChooser_;
+  FilesChooser filesChooser_;
   InputAnswerer inputAnswerer_;
   std::function<QString()> dialogDirectory_;
   int busyDepth_ = 0;

@@ -48,6 +48,7 @@ AppSettings ReadSettings() {
   settings.path = store.value("Path", QStringLiteral("./")).toString();
   settings.axisNumbers = number("AxisNumbers", "1", false);
   settings.readableColors = number("ReadableColors", "0", false);
+  settings.recentFiles = store.value("RecentFiles").toStringList();
   return settings;
 }
 
@@ -62,6 +63,7 @@ void WriteSettings(const AppSettings& settings) {
   store.setValue("Path", settings.path);
   store.setValue("AxisNumbers", QString::number(settings.axisNumbers));
   store.setValue("ReadableColors", QString::number(settings.readableColors));
+  store.setValue("RecentFiles", settings.recentFiles);
   store.endGroup();
   store.sync();
 }

@@ -5,6 +5,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 namespace tavilo {
 
@@ -17,6 +18,7 @@ struct AppSettings {
   QString path = QStringLiteral("./");  // the browser's directory
   int axisNumbers = 1;       // View > Axis Numbers, 0 or 1
   int readableColors = 0;    // View > Readable Colours, 0 or 1
+  QStringList recentFiles;              // newest first
 };
 
 // Reads every key, falling back to the default of a missing key. A value
@@ -24,8 +26,8 @@ struct AppSettings {
 // the others are rounded to 16 bits.
 AppSettings ReadSettings();
 
-// Writes every key as the text of an integer ("-1", "0", "1", ...) and the
-// path as it is.
+// Writes every key as the text of an integer ("-1", "0", "1", ...), the
+// path as it is and the recent files as a list of texts.
 void WriteSettings(const AppSettings& settings);
 
 // The main window's size and place, kept apart from the six keys above.

@@ -78,6 +78,7 @@ void TreeController::WireMenus() {
       {editPolar_, "mnuEditCopy", &TreeController::EditCopy, QKeySequence::Copy},
       {editPolar_, "mnuEditPolarPaste", &TreeController::EditPaste, QKeySequence::Paste},
       {editPolar_, "mnuEditPolarName", &TreeController::EditName, QKeySequence(Qt::Key_F2)},
+      {editPolar_, "mnuEditPolarPoints", &TreeController::EditPoints, QKeySequence(Qt::Key_Return)},
   };
   for (const Command& command : commands) {
     QAction* entry = Entry(command.menu, command.name);
@@ -87,7 +88,7 @@ void TreeController::WireMenus() {
     entry->setShortcut(command.key);
     entry->setShortcutContext(Qt::WidgetShortcut);
   }
-  for (int i : {0, 1, 3, 4}) {
+  for (int i : {0, 1, 3, 4, 6}) {
     auto* key = new QAction(tree_);
     key->setObjectName(QStringLiteral("TreeKey_") + QString::fromLatin1(commands[i].name));
     key->setShortcut(commands[i].key);
@@ -95,6 +96,9 @@ void TreeController::WireMenus() {
     connect(key, &QAction::triggered, this, commands[i].handler);
     tree_->addAction(key);
   }
+  // The keypad's Enter too.
+  tree_->findChild<QAction*>("TreeKey_mnuEditPolarPoints")
+      ->setShortcuts({QKeySequence(Qt::Key_Return), QKeySequence(Qt::Key_Enter)});
   // Space ticks the current node as a left click does; moving with the
   // arrow keys only moves.
   auto* space = new QAction(tree_);
@@ -143,7 +147,7 @@ void TreeController::NodeClick(QTreeWidgetItem* item, QPoint globalPos) {
 }
 
 void TreeController::DocumentChanged(const DocumentChange& change) {
-  if (change.Changes() == kTicksChanged && change.step == ChangeStep::Do && nodes_.size() == items_.size()) {
+  if (!(change.Changes() & kContentChanged) && change.step == ChangeStep::Do && nodes_.size() == items_.size()) {
     ShowMarks();
   } else {
     UpdateTreeView();
@@ -236,6 +240,11 @@ void TreeController::EditPaste() {
   const std::string key = SelectedKey().toStdString();
   if (KindOfKey(key) != NodeKind::Polar) return;
   document_.Run([&](Document& document) { document.Paste(SetIndexOfKey(key), ui_); });
+}
+
+void TreeController::EditPoints() {
+  const QString key = SelectedKey();
+  if (KindOfKey(key.toStdString()) == NodeKind::Polar) emit PointsRequested(key);
 }
 
 void TreeController::SwitchLanguage(int language) { polarProps_->SwitchLanguage(language); }

@@ -1,7 +1,8 @@
 #pragma once
 // The structure tree TreeView1: mirrors the document's nodes, toggles the
 // active marks on a left click, opens the edit pop-ups on a right click and
-// runs their commands (delete, rename, copy, paste) on the selected node.
+// runs their commands (delete, rename, copy, paste, points) on the selected
+// node.
 
 #include <QIcon>
 #include <QObject>
@@ -38,8 +39,8 @@ class TreeController : public QObject {
   // Rebuilds every node from the document; the node that was selected
   // stays selected while its key exists.
   void UpdateTreeView();
-  // Follows a change of the document: a click's new marks are shown as
-  // they are, anything else rebuilds the tree.
+  // Follows a change of the document: marks changed by a click, or nothing
+  // the tree shows, are shown as they are; anything else rebuilds the tree.
   void DocumentChanged(const DocumentChange& change);
 
   // A click on `item` with the mouse button pressed last: the left button
@@ -51,11 +52,17 @@ class TreeController : public QObject {
   void EditName();
   void EditCopy();
   void EditPaste();
+  // "Points..." or Enter on a polar node: asks for its points table.
+  void EditPoints();
 
   // The key of the selected node, "" when none is.
   QString SelectedKey() const;
   PolarPropsDialog& PolarProps() { return *polarProps_; }
   void SwitchLanguage(int language);
+
+ signals:
+  // The points table of the polar at `key` is wanted.
+  void PointsRequested(const QString& key);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

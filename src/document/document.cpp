@@ -7,26 +7,20 @@
 
 namespace tavilo {
 
-unsigned ChangesOf(EditKind kind) {
-  switch (kind) {
-    case EditKind::Tick:
-      return kTicksChanged;
-    case EditKind::Open:
-    case EditKind::Import:
-      return kContentChanged | kTicksChanged | kFileChanged;
-    default:
-      return kContentChanged | kTicksChanged;
-  }
+Document::Document(size_t maxSteps, size_t maxBytes)
+    : current_(std::make_shared<Airfoil>()), history_(maxSteps, maxBytes) {}
+
+Command::State Document::State(const PolarPtr& pointsOf) const {
+  Command::State state{current_, TakeSnapshot(*current_), fileName_, {}};
+  if (pointsOf) state.points.push_back({pointsOf, {pointsOf->Points().begin(), pointsOf->Points().end()}});
+  return state;
 }
-
-Document::Document() : current_(std::make_shared<Airfoil>()) {}
-
-Command::State Document::State() const { return {current_, TakeSnapshot(*current_), fileName_}; }
 
 void Document::Restore(const Command::State& state) {
   current_ = state.airfoil;
   RestoreSnapshot(*current_, state.shape);
   fileName_ = state.fileName;
+  for (const Command::PointsState& points : state.points) points.polar->SetPoints(points.points);
 }
 
 void Document::Notify(const CommandPtr& command, ChangeStep step) {
@@ -34,38 +28,59 @@ void Document::Notify(const CommandPtr& command, ChangeStep step) {
   for (const Listener& listener : listeners_) listener(change);
 }
 
-CommandPtr Document::Execute(EditKind kind, const Action& action) {
+void Document::ReadFile(const std::string& path) {
+  fileName_ = path;
+  if (running_) running_->files_.push_back(path);
+}
+
+CommandPtr Document::Execute(EditKind kind, const Action& action, std::string subject, PolarPtr pointsOf) {
   auto command = std::make_shared<Command>();
   command->kind_ = kind;
-  command->before_ = State();
+  command->subject_ = std::move(subject);
+  command->before_ = State(pointsOf);
+  auto finish = [&] {
+    running_.reset();
+    command->after_ = State(pointsOf);
+    if (!command->Changed()) return false;
+    if (kind != EditKind::Tick) history_.Push(command);
+    return true;
+  };
+  running_ = command;
   try {
     action(current_);
   } catch (...) {
     // The views must show what the failed action left behind.
-    command->after_ = State();
-    if (command->Changed()) Notify(command, ChangeStep::Do);
+    if (finish()) Notify(command, ChangeStep::Do);
     throw;
   }
-  command->after_ = State();
+  finish();
   Notify(command, ChangeStep::Do);
   return command;
 }
 
-void Document::Undo(const CommandPtr& command) {
+CommandPtr Document::Undo() {
+  CommandPtr command = history_.NextUndo();
+  if (!command) return nullptr;
+  history_.StepBack();
   Restore(command->before_);
   Notify(command, ChangeStep::Undo);
+  return command;
 }
 
-void Document::Redo(const CommandPtr& command) {
+CommandPtr Document::Redo() {
+  CommandPtr command = history_.NextRedo();
+  if (!command) return nullptr;
+  history_.StepForward();
   Restore(command->after_);
   Notify(command, ChangeStep::Redo);
+  return command;
 }
 
 CommandPtr Document::Open(const std::string& path, UserInterface& ui) {
   return Execute(EditKind::Open, [&](AirfoilPtr& airfoil) {
     AirfoilPtr loaded = LoadFile(path, ui);
     airfoil = std::move(loaded);
-    fileName_ = path;
+    ReadFile(path);
   });
 }
 
@@ -76,21 +91,14 @@ CommandPtr Document::New() {
   });
 }
 
-CommandPtr Document::Import(UserInterface& ui) {
-  const std::string path = ChooseImportFile(ui);
-  if (path.empty()) return nullptr;
-  return Execute(EditKind::Import, [&](AirfoilPtr& airfoil) {
-    ImportInto(*airfoil, *LoadFile(path, ui));
-    fileName_ = path;
-  });
-}
+CommandPtr Document::Import(UserInterface& ui) { return ImportFiles(ChooseImportFiles(ui), ui); }
 
 CommandPtr Document::ImportFiles(const std::vector<std::string>& paths, UserInterface& ui) {
   if (paths.empty()) return nullptr;
   return Execute(EditKind::Import, [&](AirfoilPtr& airfoil) {
     for (const std::string& path : paths) {
       ImportInto(*airfoil, *LoadFile(path, ui));
-      fileName_ = path;
+      ReadFile(path);
     }
   });
 }
@@ -104,27 +112,27 @@ CommandPtr Document::Paste(int setIndex, UserInterface& ui) {
 }
 
 CommandPtr Document::Delete(std::string_view key) {
-  return Execute(EditKind::Delete, [&](AirfoilPtr& airfoil) { DeleteNode(*airfoil, key); });
+  return Execute(EditKind::Delete, [&](AirfoilPtr& airfoil) { DeleteNode(*airfoil, key); }, std::string(key));
 }
 
 CommandPtr Document::RenameAirfoil(const std::string& name) {
   return Execute(EditKind::Rename, [&](AirfoilPtr& airfoil) {
     if (!name.empty()) airfoil->Name = name;
-  });
+  }, "r");
 }
 
 CommandPtr Document::RenameSet(int setIndex, const std::string& name) {
   return Execute(EditKind::Rename, [&](AirfoilPtr& airfoil) {
     ConfigurationPtr set = airfoil->Configuration(setIndex);
     if (set && !name.empty()) set->Name = name;
-  });
+  }, NodeKey(setIndex));
 }
 
 CommandPtr Document::SetPolarProperties(int setIndex, int polarIndex, const PolarProperties& properties) {
   return Execute(EditKind::PolarProperties, [&](AirfoilPtr& airfoil) {
     ConfigurationPtr set = airfoil->Configuration(setIndex);
     if (PolarPtr polar = set ? set->Polar(polarIndex) : nullptr) ApplyProperties(*polar, properties);
-  });
+  }, NodeKey(setIndex, polarIndex));
 }
 
 CommandPtr Document::Sort(bool byMach) {
@@ -139,6 +147,11 @@ CommandPtr Document::Envelope(const std::string& path) {
   // leave the tree behind the document.
   if (set) WriteSetToPEF(current_->Name, set, path);
   return command;
+}
+
+CommandPtr Document::SetPoints(EditKind kind, const PolarPtr& polar, std::vector<PolarPoint> points) {
+  return Execute(kind, [&](AirfoilPtr&) { polar->SetPoints(std::move(points)); },
+                 KeyOfPolar(*current_, polar.get()), polar);
 }
 
 CommandPtr Document::Toggle(std::vector<TreeNode>& nodes, size_t clicked) {

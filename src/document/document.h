@@ -1,57 +1,22 @@
 #pragma once
 // The one document, the current airfoil, and every change made to it. Each
-// change is a command that can be undone and done again; each doing or
-// undoing sends one notification naming what changed, to which the window's
-// tree, graphs, menus, title and read-outs subscribe once.
+// change of content is a step that can be undone and done again; ticking
+// is view state and no step. Each doing or undoing sends one notification
+// naming what changed, to which the window's tree, graphs, menus, title,
+// read-outs and points tables subscribe once.
 
 #include <cstddef>
 #include <functional>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "model/airfoil.h"
-#include "model/snapshot.h"
+#include "document/command.h"
+#include "document/history.h"
 #include "tree/structure_tree.h"
 #include "ui/user_interface.h"
 
 namespace tavilo {
-
-enum class EditKind {
-  Open, New, Import, Paste, Delete, Rename, PolarProperties, SortReynolds, SortMach, Envelope, Tick
-};
-
-// What a change touched; a view redraws what it shows of it.
-enum ChangeFlag : unsigned {
-  kTicksChanged = 1,    // which polars are ticked: tree marks and graphs
-  kContentChanged = 2,  // sets, polars or names: the tree is rebuilt, the menus follow
-  kFileChanged = 4,     // another file came in: the title and the airfoil name label
-};
-unsigned ChangesOf(EditKind kind);
-
-// One change of the document, as it was done: the states before and after.
-class Command {
- public:
-  EditKind Kind() const { return kind_; }
-  unsigned Changes() const { return ChangesOf(kind_); }
-  // False when doing it left the document as it was (nothing to paste,
-  // an empty name).
-  bool Changed() const { return !(before_ == after_); }
-
- private:
-  friend class Document;
-  struct State {
-    AirfoilPtr airfoil;
-    AirfoilSnapshot shape;
-    std::string fileName;
-    bool operator==(const State&) const = default;
-  };
-  EditKind kind_ = EditKind::New;
-  State before_;
-  State after_;
-};
-using CommandPtr = std::shared_ptr<Command>;
 
 // How a command reached the document: done by the user for the first time,
 // undone, or done again.
@@ -69,35 +34,42 @@ class Document {
   // A change run as a command: it may edit the airfoil in place or replace it.
   using Action = std::function<void(AirfoilPtr& airfoil)>;
 
-  Document();
+  // The history keeps at most `maxSteps` steps holding at most `maxBytes`.
+  explicit Document(size_t maxSteps = History::kMaxSteps, size_t maxBytes = History::kMaxBytes);
 
   const Airfoil& Current() const { return *current_; }
   const AirfoilPtr& CurrentPtr() const { return current_; }
   // The file last opened or imported, which the title names; "" at first.
   const std::string& FileName() const { return fileName_; }
+  const History& Steps() const { return history_; }
 
   // Every change reaches `listener`, in the order of subscription.
   void Subscribe(Listener listener) { listeners_.push_back(std::move(listener)); }
 
-  // Runs `action` as a command of `kind` and notifies. When the action
+  // Runs `action` as a command of `kind` and notifies; one that changed
+  // something becomes the newest step of the history (a Tick never does).
+  // `subject` is the key of the node it acts on, for the step's name;
+  // `pointsOf` the polar whose points it changes, if any. When the action
   // raises, what it changed before that stays (as the formats leave a
-  // partly read file), is notified all the same, and the error goes on to
-  // the caller.
-  CommandPtr Execute(EditKind kind, const Action& action);
-  // Puts the document back as it was before `command` / after it, and
-  // notifies. Meant for the latest command done, or the latest undone.
-  void Undo(const CommandPtr& command);
-  void Redo(const CommandPtr& command);
+  // partly read file) as a step, is notified all the same, and the error
+  // goes on to the caller.
+  CommandPtr Execute(EditKind kind, const Action& action, std::string subject = {}, PolarPtr pointsOf = {});
+
+  // Puts the document back as it was before the newest step done / after
+  // the oldest step undone, and notifies; null when there is none.
+  CommandPtr Undo();
+  CommandPtr Redo();
 
   // The edits. Each runs one command and returns it.
   // Replaces the airfoil with the file at `path` (LoadFile).
   CommandPtr Open(const std::string& path, UserInterface& ui);
   // Deletes every set ("NEW"); the name stays.
   CommandPtr New();
-  // File/Import: the sets of a chosen file are added; null on cancel.
+  // File/Import: the sets of each chosen file are added, file by file, as
+  // one step; null on cancel. A file that fails ends it there, the files
+  // before it imported.
   CommandPtr Import(UserInterface& ui);
-  // The sets of each file in turn, as one change (files dropped on the
-  // window); a file that cannot be read shows its messages and adds nothing.
+  // The same for files given, such as files dropped on the window.
   CommandPtr ImportFiles(const std::vector<std::string>& paths, UserInterface& ui);
   // Adds the clipboard's polar to set `setIndex` (1-based); unchanged when
   // the clipboard holds no polar with a point.
@@ -115,16 +87,25 @@ class Document {
   // shows it, and then writes that set alone to `path`; unchanged when
   // nothing is ticked. A failed write raises with the set added and shown.
   CommandPtr Envelope(const std::string& path);
-  // A left click on tree node `clicked` (ToggleNode): its mark and ticks.
+  // Gives `polar` of the current airfoil the points `points`, as a step of
+  // `kind` (EditPoint, AddPoint, DeletePoints or PastePoints). OverflowError
+  // past 32767 points, with nothing changed.
+  CommandPtr SetPoints(EditKind kind, const PolarPtr& polar, std::vector<PolarPoint> points);
+  // A left click on tree node `clicked` (ToggleNode): its mark and ticks,
+  // notified as a Tick but kept out of the history.
   CommandPtr Toggle(std::vector<TreeNode>& nodes, size_t clicked);
 
  private:
-  Command::State State() const;
+  Command::State State(const PolarPtr& pointsOf) const;
   void Restore(const Command::State& state);
   void Notify(const CommandPtr& command, ChangeStep step);
+  // Notes a file read by the command running now.
+  void ReadFile(const std::string& path);
 
   AirfoilPtr current_;
   std::string fileName_;
+  History history_;
+  CommandPtr running_;  // during Execute
   std::vector<Listener> listeners_;
 };
 

@@ -75,14 +75,9 @@ void ImportInto(Airfoil& current, const Airfoil& imported) {
   for (int i = 1; i <= imported.ConfigCount(); ++i) current.AddConfiguration(imported.Configuration(i));
 }
 
-bool ImportFile(Airfoil& current, UserInterface& ui) {
-  const std::string fileName = ChooseImportFile(ui);
-  if (fileName.empty()) return false;
-  ImportInto(current, *LoadFile(fileName, ui));
-  return true;
+std::vector<std::string> ChooseImportFiles(UserInterface& ui) {
+  return ui.ChooseFiles(ImportRequest(ui.Language(), true));
 }
-
-std::string ChooseImportFile(UserInterface& ui) { return ui.ChooseFile(ImportRequest(ui.Language(), true)); }
 
 bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
   return AboutFile(fileName, [&] { return WriteByName(airfoil, fileName, ui); });

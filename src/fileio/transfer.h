@@ -26,10 +26,8 @@ OutputFormat OutputFormatOf(std::string_view fileName);
 // takes the imported name only when it had no set.
 void ImportInto(Airfoil& current, const Airfoil& imported);
 
-// File/Import: asks for a file, loads it and imports it. False on cancel.
-bool ImportFile(Airfoil& current, UserInterface& ui);
-// The first half of ImportFile: the file chosen, "" on cancel.
-std::string ChooseImportFile(UserInterface& ui);
+// The files File/Import chose (several may be), none on cancel.
+std::vector<std::string> ChooseImportFiles(UserInterface& ui);
 
 // Writes the selected polars of `airfoil` to `fileName` in the format its
 // extension names. An unknown extension shows "Unknown File Format!", a line

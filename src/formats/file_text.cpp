@@ -1,10 +1,13 @@
 #include "formats/file_text.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
@@ -41,6 +44,18 @@ std::string ResolvedTarget(const std::string& path) {
   return path;
 }
 
+// A large buffer is asked to come in 2 MB pages where the system offers them
+// on request: a file of 60 MB then costs 30 page faults instead of 15,000,
+// which is most of a fresh process's reading time. Nothing changes where
+// the request is refused.
+void PreferLargePages(char* data, size_t size) {
+  constexpr uintptr_t kLargePage = 2 << 20;
+  if (size < 2 * kLargePage) return;
+  const uintptr_t begin = (reinterpret_cast<uintptr_t>(data) + kLargePage - 1) & ~(kLargePage - 1);
+  const uintptr_t end = (reinterpret_cast<uintptr_t>(data) + size) & ~(kLargePage - 1);
+  if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
+}
+
 }  // namespace
 
 std::string ReadFileBytes(const std::string& path) {
@@ -49,18 +64,27 @@ std::string ReadFileBytes(const std::string& path) {
   struct stat info {};
   if (::fstat(file.fd, &info) != 0 || S_ISDIR(info.st_mode)) throw FileNotFoundError(path);
 
+  // A regular file is read straight into a buffer of its size; anything
+  // else (a pipe, a file that grows meanwhile) in chunks until it ends.
   std::string bytes;
-  if (S_ISREG(info.st_mode) && info.st_size > 0) bytes.reserve(static_cast<size_t>(info.st_size));
-  char buffer[1 << 16];
+  size_t filled = 0;
+  size_t expected = S_ISREG(info.st_mode) && info.st_size > 0 ? static_cast<size_t>(info.st_size) : 0;
+  if (expected > 0) {
+    bytes.reserve(expected + 1);
+    PreferLargePages(bytes.data(), expected + 1);
+  }
+  bytes.resize(std::max<size_t>(expected + 1, 1 << 16));
   for (;;) {
-    ssize_t n = ::read(file.fd, buffer, sizeof buffer);
+    if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
+    ssize_t n = ::read(file.fd, bytes.data() + filled, bytes.size() - filled);
     if (n < 0) {
       if (errno == EINTR) continue;
       throw FileAccessError("cannot read " + path + ": " + std::strerror(errno));
     }
     if (n == 0) break;
-    bytes.append(buffer, static_cast<size_t>(n));
+    filled += static_cast<size_t>(n);
   }
+  bytes.resize(filled);
   return bytes;
 }
 

@@ -201,6 +201,11 @@ std::string NumberText(double value) {
   return text;
 }
 
+std::string ShortestNumberText(double value) {
+  char buffer[32];
+  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
+}
+
 std::string_view RestAfterFirstBlank(std::string_view line) {
   size_t p = line.find(' ');
   if (p == std::string_view::npos) return {};
@@ -219,11 +224,6 @@ std::string_view TrimTrailingBlanks(std::string_view text) {
 }
 
 std::string_view TrimBlanks(std::string_view text) { return TrimTrailingBlanks(TrimLeadingBlanks(text)); }
-
-std::string ShortestNumberText(double value) {
-  char buffer[32];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
-}
 
 std::optional<double> WholeNumber(std::string_view text) {
   text = TrimBlanks(text);

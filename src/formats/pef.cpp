@@ -250,6 +250,7 @@ void PefReader::ReadPolar(Polar& polar, uint32_t section) {
   polar.ReynoldsNumber = LeadingNumber(index_.Value(section, "ReynoldsNumber"));
   polar.MachNumber = LeadingNumber(index_.Value(section, "MachNumber"));
   polar.Name = NameFromFileBytes(index_.Value(section, "Description1"));
+  polar.ReservePoints(pointCount);  // a 16-bit count: at most 2 MB held for nothing
   for (int i = 1; i <= pointCount; ++i) {
     key_.clear();
     AppendPointKey(key_, i);

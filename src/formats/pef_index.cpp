@@ -110,6 +110,12 @@ void ForEachLine(std::string_view text, Visit visit) {
 PefIndex::PefIndex(std::string_view text) {
   if (text.size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
   sectionNames_.StartGroup();
+  // Growing the tables line by line would copy them over and over and touch
+  // fresh memory each time; the line count is known at the cost of a scan.
+  const char end = std::count(text.begin(), text.end(), '\n') > 0 ? '\n' : '\r';
+  const size_t lines = static_cast<size_t>(std::count(text.begin(), text.end(), end)) + 1;
+  keyLines_.Reserve(lines);
+  keyLineTexts_.reserve(lines);
   uint32_t lineNumber = 0;
   ForEachLine(text, [&](std::string_view line) {
     if (!line.empty() && line[0] == '[') {

@@ -31,6 +31,8 @@ class PrefixFinder {
   // Adds an entry to the current group. `ordinal` orders the entries of all
   // groups and must grow with every call.
   void Add(std::string_view text, uint32_t ordinal);
+  // Room for `count` entries, so that adding them moves nothing.
+  void Reserve(size_t count) { entries_.reserve(count); }
   // Sorts the groups; call once, after the last Add.
   void Build();
 

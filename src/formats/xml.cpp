@@ -1,6 +1,11 @@
 #include "formats/xml.h"
 
 #include <algorithm>
+#include <cstring>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <array>
 
 #include "formats/file_text.h"
@@ -156,12 +161,47 @@ class XmlSearch {
   };
 
   size_t FindInDocument(size_t start, std::string_view pattern, int slot) {
-    if (slot < 0) return document_.find(pattern, start);
+    if (slot < 0) return Scan(start, pattern);
     Memo& memo = memos_[slot];
     if (memo.valid && memo.queryStart <= start && (memo.found == npos || memo.found >= start))
       return memo.found;
-    memo = {start, document_.find(pattern, start), true};
+    memo = {start, Scan(start, pattern), true};
     return memo.found;
+  }
+
+  // As document_.find(pattern, start). Markup puts a "<" every few bytes,
+  // so candidates are picked by their first two bytes together, sixteen
+  // places at a time where the processor offers it; few are other tags.
+  size_t Scan(size_t start, std::string_view pattern) const {
+    const size_t size = pattern.size();
+    if (size < 2 || start > document_.size() || document_.size() - start < size) return document_.find(pattern, start);
+    const char* const begin = document_.data();
+    const char* const end = begin + document_.size();
+    const char* const last = end - size;  // the last place a match can start
+    const char* p = begin + start;
+    // Tags are short: compared here rather than in a library call.
+    auto matches = [&](const char* at) {
+      for (size_t k = 2; k < size; ++k)
+        if (at[k] != pattern[k]) return false;
+      return true;
+    };
+#if defined(__SSE2__)
+    const __m128i first = _mm_set1_epi8(pattern[0]), second = _mm_set1_epi8(pattern[1]);
+    for (; end - p >= 17; p += 16) {
+      const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+      const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p + 1));
+      unsigned mask = static_cast<unsigned>(
+          _mm_movemask_epi8(_mm_and_si128(_mm_cmpeq_epi8(here, first), _mm_cmpeq_epi8(next, second))));
+      for (; mask != 0; mask &= mask - 1) {
+        const char* at = p + __builtin_ctz(mask);
+        if (at > last) return npos;
+        if (matches(at)) return static_cast<size_t>(at - begin);
+      }
+    }
+#endif
+    for (; p <= last; ++p)
+      if (p[0] == pattern[0] && p[1] == pattern[1] && matches(p)) return static_cast<size_t>(p - begin);
+    return npos;
   }
 
   static constexpr size_t npos = std::string_view::npos;
@@ -191,7 +231,7 @@ std::string_view Content(XmlSearch& search, std::string_view element, const Tag*
   std::string_view name = element.substr(1, g - 1);
   name = name.substr(0, name.find(' '));
   size_t c;
-  if (tag && name == tag->name) {
+  if (tag && name.size() == tag->name.size() && std::equal(name.begin(), name.end(), tag->name.begin())) {
     c = search.Find(element.substr(g + 1), tag->close, tag->Slot(2));
   } else {
     c = search.Find(element.substr(g + 1), "</" + std::string(name) + ">");

@@ -31,6 +31,9 @@ class Polar {
   const PolarPoint& Point(int index) const;
   PolarPoint& Point(int index);
   std::span<const PolarPoint> Points() const { return points_; }
+  // Replaces every point at once (an edit of the points table, or its
+  // undo); OverflowError past 32767 points, with the polar unchanged.
+  void SetPoints(std::vector<PolarPoint> points);
 
   double Alfa(int index) const { return Point(index).Alfa; }
   double Cl(int index) const { return Point(index).Cl; }

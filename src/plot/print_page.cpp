@@ -34,7 +34,7 @@ constexpr Color kRuleColor = Color::Rgb(160, 160, 160);  // above the footer
 using Mapping = float (*)(float, const PageFactors&);
 
 // One axis of a graph: the quantity, its range and how its labels read.
-struct AxisSpec {
+struct AxisPlan {
   Mapping map;
   double low, high;
   const char* pattern;
@@ -44,8 +44,8 @@ struct AxisSpec {
   void (*draw)(const PageAxis&, bool, bool);
 };
 
-struct GraphSpec {
-  AxisSpec x, y;
+struct GraphPlan {
+  AxisPlan x, y;
   bool dragX;  // x scales with kd, fitted apart from y
 };
 
@@ -56,35 +56,35 @@ std::vector<double> DragLabelSteps(double cdMax) {
   return steps;
 }
 
-std::array<GraphSpec, kPageGraphCount> GraphSpecs(const PlotRanges& r) {
-  const AxisSpec lift{ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
-  const AxisSpec alfa{AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, AlfaAxis};
-  const AxisSpec chord{XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
+std::array<GraphPlan, kPageGraphCount> GraphPlans(const PlotRanges& r) {
+  const AxisPlan lift{ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
+  const AxisPlan alfa{AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, AlfaAxis};
+  const AxisPlan chord{XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
   // A moment label step below 0.1 stands for the axis's own two loops.
-  const AxisSpec moment{CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
-  const AxisSpec drag{CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
-  return {GraphSpec{drag, lift, true}, GraphSpec{alfa, lift, false}, GraphSpec{alfa, moment, false},
-          GraphSpec{chord, lift, false}, GraphSpec{chord, lift, false}};
+  const AxisPlan moment{CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
+  const AxisPlan drag{CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
+  return {GraphPlan{drag, lift, true}, GraphPlan{alfa, lift, false}, GraphPlan{alfa, moment, false},
+          GraphPlan{chord, lift, false}, GraphPlan{chord, lift, false}};
 }
 
-double Map(const AxisSpec& axis, double value, const PageFactors& factors) {
+double Map(const AxisPlan& axis, double value, const PageFactors& factors) {
   return axis.map(static_cast<float>(value), factors);
 }
 
 // Millimetres per unit of the quantity at these factors.
-double Density(const AxisSpec& axis, const PageFactors& factors) {
+double Density(const AxisPlan& axis, const PageFactors& factors) {
   return std::fabs(Map(axis, 1, factors) - Map(axis, 0, factors));
 }
 
-double Extent(const AxisSpec& axis, const PageFactors& factors) {
+double Extent(const AxisPlan& axis, const PageFactors& factors) {
   return std::fabs(Map(axis, axis.high, factors) - Map(axis, axis.low, factors));
 }
 
-std::string Label(const AxisSpec& axis, double value) { return FormatNumber(value, axis.pattern) + axis.suffix; }
+std::string Label(const AxisPlan& axis, double value) { return FormatNumber(value, axis.pattern) + axis.suffix; }
 
 // The axis routines set a vertical title beside the widest label the range
 // could have, its negative largest end.
-double WidestLabel(DrawingSurface& page, const AxisSpec& axis) {
+double WidestLabel(DrawingSurface& page, const AxisPlan& axis) {
   const double widest = -std::max(std::fabs(axis.low), std::fabs(axis.high));
   return std::max({page.TextWidth(Label(axis, axis.low)), page.TextWidth(Label(axis, axis.high)),
                    page.TextWidth(Label(axis, widest))});
@@ -101,7 +101,7 @@ struct Margins {
   double left, bottom, right, top;
 };
 
-Margins MarginsOf(DrawingSurface& page, const GraphSpec& graph) {
+Margins MarginsOf(DrawingSurface& page, const GraphPlan& graph) {
   const double h = LineHeight(page);
   const double labels = WidestLabel(page, graph.y);
   const double beside =
@@ -117,7 +117,7 @@ double FirstStep(const std::vector<double>& steps, double density, double needed
   return steps.back();
 }
 
-PlacedGraph PlaceGraph(DrawingSurface& page, const GraphSpec& graph, const PageRect& box) {
+PlacedGraph PlaceGraph(DrawingSurface& page, const GraphPlan& graph, const PageRect& box) {
   PlacedGraph placed;
   placed.box = box;
   const Margins m = MarginsOf(page, graph);
@@ -270,7 +270,7 @@ std::string MoreText(int hidden, int language) {
 
 struct Layout {
   PageLayout page;
-  std::array<GraphSpec, kPageGraphCount> specs;
+  std::array<GraphPlan, kPageGraphCount> plans;
   std::vector<ListEntry> entries;
   FooterFields fields{};
 };
@@ -319,7 +319,7 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
   const PaperSize& paper = request.paper;
   page.Scale(0, paper.height, paper.width, 0);
   Layout layout;
-  layout.specs = GraphSpecs(request.ranges);
+  layout.plans = GraphPlans(request.ranges);
   layout.entries = PrintedPolars(airfoil);
   PageLayout& result = layout.page;
 
@@ -341,7 +341,7 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
       {split + kBoxGap / 2, bottom, split + kBoxGap / 2 + column, bottom + row},
       {right - column, bottom, right, bottom + row},
   };
-  for (int g = 0; g < kPageGraphCount; ++g) result.graphs[g] = PlaceGraph(page, layout.specs[g], boxes[g]);
+  for (int g = 0; g < kPageGraphCount; ++g) result.graphs[g] = PlaceGraph(page, layout.plans[g], boxes[g]);
   if (request.options.legend)
     result.legend = LayOutLegend(page, request, result.graphs[kPageClCd], static_cast<int>(layout.entries.size()));
   return layout;
@@ -349,7 +349,7 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
 
 // ---- Drawing ----
 
-void DrawGraphFrame(DrawingSurface& page, const GraphSpec& spec, const PlacedGraph& graph, bool grid) {
+void DrawGraphFrame(DrawingSurface& page, const GraphPlan& plan, const PlacedGraph& graph, bool grid) {
   page.SetFontSize(kAxisPoints);
   page.SetForeColor(kPageGridColor);
   page.Line(graph.plot.left, graph.plot.top, graph.plot.right, graph.plot.bottom, LineKind::Box);
@@ -364,13 +364,13 @@ void DrawGraphFrame(DrawingSurface& page, const GraphSpec& spec, const PlacedGra
                                 graph.originY + kLineClear};
   const PageRect band{graph.box.left, graph.originY - HorizontalDepth(page), graph.box.right,
                       graph.originY - std::max(kPageLabelGap, LineHeight(page) / 2 + 0.5)};
-  PageAxis x{&page, graph.originX, graph.originY, graph.factors, spec.x.low, spec.x.high,
+  PageAxis x{&page, graph.originX, graph.originY, graph.factors, plan.x.low, plan.x.high,
              graph.plot.bottom, graph.plot.top, graph.labelStepX, {verticalLine, {}}};
-  spec.x.draw(x, true, grid);
-  const double stepY = spec.y.map == CmMM && graph.labelStepY < 0.1 ? 0 : graph.labelStepY;
-  PageAxis y{&page, graph.originX, graph.originY, graph.factors, spec.y.low, spec.y.high,
+  plan.x.draw(x, true, grid);
+  const double stepY = plan.y.map == CmMM && graph.labelStepY < 0.1 ? 0 : graph.labelStepY;
+  PageAxis y{&page, graph.originX, graph.originY, graph.factors, plan.y.low, plan.y.high,
              graph.plot.left, graph.plot.right, stepY, {horizontalLine, band}};
-  spec.y.draw(y, true, grid);
+  plan.y.draw(y, true, grid);
 }
 
 void DrawCurves(DrawingSurface& page, const Layout& layout, bool readable) {
@@ -473,7 +473,7 @@ void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurfac
   PrintAt(page, heading.left, heading.top,
           Fit(page, GetResString(7, request.language) + ": " + airfoil.Name, heading.Width()));
   for (int g = 0; g < kPageGraphCount; ++g)
-    DrawGraphFrame(page, layout.specs[g], layout.page.graphs[g], request.options.grid);
+    DrawGraphFrame(page, layout.plans[g], layout.page.graphs[g], request.options.grid);
   DrawCurves(page, layout, request.readableColors);
   DrawLegend(page, layout, request);
   DrawFooter(page, layout, request);

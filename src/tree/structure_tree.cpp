@@ -39,17 +39,46 @@ void SetPolarSelected(Airfoil& airfoil, std::string_view key, bool selected) {
 
 }  // namespace
 
+std::string NodeKey(int setIndex, int polarIndex) {
+  std::string key = "c" + NumberText(setIndex);
+  return polarIndex > 0 ? key + "|p" + NumberText(polarIndex) : key;
+}
+
+std::string KeyOfPolar(const Airfoil& airfoil, const Polar* polar) {
+  for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
+    const ConfigurationPtr set = airfoil.Configuration(i);
+    for (int j = 1; set && j <= set->PolarCount(); ++j) {
+      if (set->Polar(j).get() == polar) return NodeKey(i, j);
+    }
+  }
+  return {};
+}
+
+std::string NodeName(std::string_view key, int language) {
+  switch (KindOfKey(key)) {
+    case NodeKind::Root:
+      return GetResString(7, language);
+    case NodeKind::Set:
+      return "Set" + NumberText(SetIndexOfKey(key));
+    case NodeKind::Polar:
+      return GetResString(60, language) + NumberText(PolarIndexOfKey(key));
+    case NodeKind::None:
+      break;
+  }
+  return {};
+}
+
 std::vector<TreeNode> BuildTree(const Airfoil& airfoil, int language) {
   std::vector<TreeNode> nodes;
   if (airfoil.ConfigCount() < 1) return nodes;
   nodes.push_back({"r", "", airfoil.Name, true});
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
     const Configuration& set = *airfoil.Configuration(i);
-    const std::string setKey = "c" + NumberText(i);
+    const std::string setKey = NodeKey(i);
     nodes.push_back({setKey, "r", "Set" + NumberText(i) + ": " + set.Name, true});
     for (int j = 1; j <= set.PolarCount(); ++j) {
       const Polar& polar = *set.Polar(j);
-      nodes.push_back({setKey + "|p" + NumberText(j), setKey, PolarText(polar, j, language), polar.Selected});
+      nodes.push_back({NodeKey(i, j), setKey, PolarText(polar, j, language), polar.Selected});
     }
   }
   return nodes;

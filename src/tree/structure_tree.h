@@ -31,6 +31,18 @@ NodeKind KindOfKey(std::string_view key);
 int SetIndexOfKey(std::string_view key);
 int PolarIndexOfKey(std::string_view key);
 
+// The key of set `setIndex`, or of its polar `polarIndex` when that is
+// above 0 ("c 1", "c 1|p 2").
+std::string NodeKey(int setIndex, int polarIndex = 0);
+
+// The key of `polar` where it first stands in `airfoil`, "" when it stands
+// nowhere there (compared by identity, not by content).
+std::string KeyOfPolar(const Airfoil& airfoil, const Polar* polar);
+
+// What a node is called in `language` without its details: "Polar 2",
+// "Set 1", "Airfoil"; "" for a key of no node.
+std::string NodeName(std::string_view key, int language);
+
 // The nodes of `airfoil` in display order: root, then each set followed by
 // its polars. Empty when the airfoil has no set. Texts are in `language`
 // ("Polar 2, Re= 500000, tripped").

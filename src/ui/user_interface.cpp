@@ -4,6 +4,12 @@
 
 namespace tavilo {
 
+std::vector<std::string> UserInterface::ChooseFiles(const FileDialogRequest& request) {
+  std::string file = ChooseFile(request);
+  if (file.empty()) return {};
+  return {std::move(file)};
+}
+
 void ReportError(UserInterface& ui, int id) {
   ui.ShowMessage(GetResString(id, ui.Language()), ErrorTitle(ui.Language()), MessageIcon::Critical);
 }

@@ -35,6 +35,10 @@ class UserInterface {
 
   // The chosen full path, or "" when the user cancelled.
   virtual std::string ChooseFile(const FileDialogRequest& request) = 0;
+  // An open dialog in which several files can be picked: their full paths
+  // in the order given, none when the user cancelled. Unless overridden,
+  // the one file of ChooseFile.
+  virtual std::vector<std::string> ChooseFiles(const FileDialogRequest& request);
 
   // The 0-based index of the entry chosen from `entries`, -1 when none.
   virtual int ChooseAirfoil(const std::vector<std::string>& entries) = 0;

@@ -13,6 +13,7 @@
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <memory>
 #include <vector>
 
@@ -102,6 +103,14 @@ class MainWindowTest : public ::testing::Test {
     return *window;
   }
 
+  // Starts with "wing.xml" open: one set "clean" with `polars` polars.
+  PEFForm& StartWith(int polars) {
+    WritePolarFile(dir, "wing.xml", "Wing", polars);
+    PEFForm& form = Start();
+    form.Document().OpenFile(dir.File("wing.xml"));
+    return form;
+  }
+
   // Closes the window as the user would, which saves the settings.
   void Exit() {
     window->close();
@@ -118,6 +127,33 @@ class MainWindowTest : public ::testing::Test {
   QAction* Action(const char* name) { return Find<QAction>(name); }
 
   QListWidget* FileList() { return Find<QListWidget>("Datei1"); }
+
+  // Makes tree node `key` the selected one without a click's toggling.
+  void SelectNode(const std::string& key) {
+    auto* tree = Find<QTreeWidget>("TreeView1");
+    for (QTreeWidgetItemIterator it(tree); *it != nullptr; ++it) {
+      if ((*it)->data(0, Qt::UserRole).toString().toStdString() != key) continue;
+      tree->setCurrentItem(*it);
+      return;
+    }
+    ADD_FAILURE() << "no node " << key;
+  }
+
+  // Makes `window` the active window, where the window system sends keys
+  // and whose shortcuts count.
+  static void Activate(QWidget* window) {
+    window->activateWindow();
+    QApplication::setActiveWindow(window);
+  }
+
+  // A key press as the window system sends it: to the focused widget of
+  // `window`, made the active window first.
+  static void PressKeys(QWidget* window, const QKeySequence& keys) {
+    Activate(window);
+    QWidget* target = window->focusWidget() != nullptr ? window->focusWidget() : window;
+    QTest::keySequence(target, keys);
+    QApplication::processEvents();
+  }
 
   void Highlight(QListWidget* list, const QString& text) {
     const QList<QListWidgetItem*> items = list->findItems(text, Qt::MatchExactly);

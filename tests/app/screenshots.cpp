@@ -9,6 +9,10 @@
 #include <QFileInfo>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QTableView>
+#include <QTest>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTreeWidget>
@@ -21,6 +25,7 @@
 #include <iostream>
 
 #include "app/pef_form.h"
+#include "app/points_window.h"
 #include "app/qt_user_interface.h"
 #include "app/tree_controller.h"
 #include "strings/string_table.h"
@@ -132,6 +137,43 @@ void SaveApproximation(tavilo::PEFForm& window, const QString& prefix) {
   SetRanges(window, "1.5", "-0.5", "0.025", "15.0");
 }
 
+// The points table of the first polar over the window with one cell
+// edited, then the Edit menu naming the step an undo would take, in both
+// languages; under a real display (xvfb-run) the whole screen as well.
+void SavePointsAndUndo(tavilo::PEFForm& window, const QString& prefix) {
+  window.move(0, 0);
+  window.Points().Show("c 1|p 1");
+  QApplication::processEvents();
+  auto* edit = window.findChild<QMenu*>("mnuMainEdit");
+  for (tavilo::PointsWindow* points : window.Points().Windows()) {
+    points->move(window.width() - points->width() - 20, 190);
+    auto* cells = points->findChild<QTableView*>("grdPoints");
+    cells->model()->setData(cells->model()->index(4, 2), "0.0102");
+    cells->setCurrentIndex(cells->model()->index(4, 2));
+    QApplication::processEvents();
+    Save(points, prefix + "-points-en.png");
+    window.activateWindow();
+    window.menuBar()->setActiveAction(edit->menuAction());
+    QApplication::processEvents();
+    QTest::qWait(300);
+    const QPixmap screen = QGuiApplication::primaryScreen()->grabWindow(0);
+    if (!screen.isNull() && QGuiApplication::platformName() != "offscreen") {
+      screen.copy(0, 0, window.frameGeometry().width(), window.frameGeometry().height())
+          .save(prefix + "-undo-points-en.png");
+      std::cout << (prefix + "-undo-points-en.png").toStdString() << '\n';
+    }
+    edit->hide();
+  }
+  for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
+    window.SetLanguage(language);
+    edit->popup(window.mapToGlobal(QPoint(60, 30)));
+    QApplication::processEvents();
+    Save(edit, prefix + "-undo-" + (language == tavilo::kEnglish ? "en" : "de") + ".png");
+    edit->hide();
+  }
+  window.SetLanguage(tavilo::kEnglish);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -191,5 +233,6 @@ int main(int argc, char** argv) {
   }
   SaveApproximation(window, prefix);
   SaveTreeViews(window, prefix);
+  SavePointsAndUndo(window, prefix);
   return 0;
 }

@@ -1,16 +1,16 @@
-// Every edit of the document as a command: one notification each, and undo
-// and redo that give back exactly the airfoil there was.
+// Every edit of the document as a step: one notification each, undo and
+// redo that give back exactly the airfoil there was, ticks that are no
+// step, the bounds of the history and the names the Edit menu shows.
 #include "document/document.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
 #include <functional>
 
-#include "fileio/clipboard.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
 #include "model/errors.h"
+#include "support/content_text.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
@@ -18,6 +18,7 @@
 namespace tavilo {
 namespace {
 
+using testing::ContentText;
 using testing::MakePoint;
 using testing::MakePolar;
 using testing::RecordingUserInterface;
@@ -37,23 +38,18 @@ AirfoilPtr TwoSets() {
   return airfoil;
 }
 
-// The whole content as the XML writer sees it with every polar ticked,
-// then the ticks themselves, so that a difference in either shows.
-std::string Content(const Airfoil& airfoil) {
-  std::string ticks;
-  for (const ConfigurationPtr& set : airfoil.Configurations())
-    for (const PolarPtr& polar : set->Polars()) ticks += polar->Selected ? '+' : '-';
-  AirfoilPtr all = DeepCopy(airfoil);
-  for (const ConfigurationPtr& set : all->Configurations()) set->SetSelected(true);
-  return XmlText(*all) + ticks + "|" + std::to_string(airfoil.ConfigCount());
-}
-
 class DocumentEdits : public ::testing::Test {
  protected:
   DocumentEdits() {
     document.Subscribe([this](const DocumentChange& change) { seen.push_back({change.command->Kind(), change.step}); });
     document.Execute(EditKind::Open, [](AirfoilPtr& airfoil) { airfoil = TwoSets(); });
     seen.clear();
+  }
+
+  PolarPtr PolarAt(int set, int polar) { return document.Current().Configuration(set)->Polar(polar); }
+  std::vector<PolarPoint> PointsOf(int set, int polar) {
+    const auto points = PolarAt(set, polar)->Points();
+    return {points.begin(), points.end()};
   }
 
   struct Seen {
@@ -67,49 +63,141 @@ class DocumentEdits : public ::testing::Test {
   std::vector<Seen> seen;
 };
 
-TEST_F(DocumentEdits, EachEditNotifiesOnceAndUndoAndRedoRestoreItExactly) {
+// The window's tests take every kind through its commands; these are the
+// kinds that replace the airfoil, add to it, remove from it or change points.
+TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
   const std::string other = dir.File("other.xml");
   WriteToXML(*TwoSets(), other);
-  std::vector<TreeNode> nodes = BuildTree(*TwoSets(), kEnglish);
+  std::vector<PolarPoint> edited = PointsOf(1, 2);
+  edited[1].Cm = -0.08;
   const struct {
     EditKind kind;
     std::function<CommandPtr()> edit;
   } cases[] = {
       {EditKind::Open, [&] { return document.Open(other, ui); }},
-      {EditKind::New, [&] { return document.New(); }},
-      {EditKind::Import, [&] { ui.fileReplies.push_back(other); return document.Import(ui); }},
-      {EditKind::Paste,
-       [&] { CopyPolar(*document.Current().Configuration(2)->Polar(1), ui); return document.Paste(1, ui); }},
+      {EditKind::Import, [&] { ui.fileListReplies.push_back({other, other}); return document.Import(ui); }},
       {EditKind::Delete, [&] { return document.Delete("r"); }},
-      {EditKind::Delete, [&] { return document.Delete("c 1"); }},
       {EditKind::Delete, [&] { return document.Delete("c 2|p 2"); }},
-      {EditKind::Rename, [&] { return document.RenameAirfoil("S1223"); }},
-      {EditKind::Rename, [&] { return document.RenameSet(2, "flap 10"); }},
       {EditKind::PolarProperties, [&] { return document.SetPolarProperties(1, 3, {"new", "250000", "0.3"}); }},
-      {EditKind::SortReynolds, [&] { return document.Sort(false); }},
-      {EditKind::SortMach, [&] { return document.Sort(true); }},
       {EditKind::Envelope, [&] { return document.Envelope(dir.File("Envelope.pef")); }},
-      {EditKind::Tick, [&] { return document.Toggle(nodes, 1); }},
+      {EditKind::EditPoint, [&] { return document.SetPoints(EditKind::EditPoint, PolarAt(1, 2), edited); }},
+      {EditKind::DeletePoints, [&] { return document.SetPoints(EditKind::DeletePoints, PolarAt(2, 3), {}); }},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(static_cast<int>(c.kind));
     seen.clear();
     const AirfoilPtr original = document.CurrentPtr();
-    const std::string before = Content(document.Current());
+    const std::string before = ContentText(document.Current());
     CommandPtr command = c.edit();
     ASSERT_TRUE(command);
-    const std::string after = Content(document.Current());
+    const std::string after = ContentText(document.Current());
     EXPECT_NE(after, before);
-    EXPECT_TRUE(command->Changed());
-    document.Undo(command);
-    EXPECT_EQ(Content(document.Current()), before);
+    EXPECT_EQ(document.Undo(), command);
+    EXPECT_EQ(ContentText(document.Current()), before);
     EXPECT_EQ(document.CurrentPtr(), original);
-    document.Redo(command);
-    EXPECT_EQ(Content(document.Current()), after);
-    document.Undo(command);
+    EXPECT_EQ(document.Redo(), command);
+    EXPECT_EQ(ContentText(document.Current()), after);
+    EXPECT_EQ(document.Redo(), nullptr) << "nothing more to redo";
+    document.Undo();
     EXPECT_EQ(seen, (std::vector<Seen>{{c.kind, ChangeStep::Do}, {c.kind, ChangeStep::Undo},
                                        {c.kind, ChangeStep::Redo}, {c.kind, ChangeStep::Undo}}));
   }
+}
+
+TEST_F(DocumentEdits, TicksAreNoStepAndAnUndoPutsBackTheTicksOfItsTime) {
+  const std::string before = ContentText(document.Current());
+  document.Delete("c 2|p 3");
+  std::vector<TreeNode> nodes = BuildTree(document.Current(), kEnglish);
+  document.Toggle(nodes, 1);  // set 1: all its polars off
+  EXPECT_FALSE(PolarAt(1, 1)->Selected);
+  EXPECT_EQ(document.Steps().NextUndo()->Kind(), EditKind::Delete) << "the tick is no step";
+  document.Undo();
+  EXPECT_EQ(ContentText(document.Current()), before);
+  document.Sort(true);
+  EXPECT_EQ(document.Steps().RedoCount(), 0u) << "a new step ends what could be redone";
+}
+
+TEST_F(DocumentEdits, EditsThatChangeNothingOrFailBeforeChangingAreNoStep) {
+  ui.clipboard = "no polar here";
+  EXPECT_FALSE(document.Paste(1, ui)->Changed());
+  EXPECT_FALSE(document.RenameAirfoil("")->Changed()) << "an empty name changes nothing";
+  EXPECT_EQ(document.Import(ui), nullptr) << "a cancelled dialog is no edit";
+  seen.clear();
+  EXPECT_THROW(document.Open(dir.File("missing.xml"), ui), FileNotFoundError);
+  EXPECT_TRUE(seen.empty()) << "a failed open says nothing";
+  EXPECT_EQ(document.Steps().UndoCount(), 1u) << "only the opening";
+}
+
+TEST_F(DocumentEdits, AFailingFileEndsAnImportOfSeveralWithTheFilesBeforeItAsOneStep) {
+  const std::string a = dir.File("a.xml"), b = dir.File("b.xml");
+  WriteToXML(*TwoSets(), a);
+  WriteToXML(*TwoSets(), b);
+  ui.fileListReplies.push_back({a, dir.File("gone.xml"), b});
+  EXPECT_THROW(document.Import(ui), FileNotFoundError);
+  EXPECT_EQ(document.Current().ConfigCount(), 4);
+  EXPECT_EQ(document.Steps().NextUndo()->Files(), std::vector<std::string>{a});
+  document.Undo();
+  EXPECT_EQ(document.Current().ConfigCount(), 2);
+}
+
+TEST_F(DocumentEdits, StepNamesSayWhatAnUndoWouldTake) {
+  WriteToXML(*TwoSets(), dir.File("wing.xml"));
+  const struct {
+    std::function<void()> edit;
+    const char* english;
+    const char* german;
+  } cases[] = {
+      {[&] { document.Delete("c 1"); }, "Delete Set 1", "Set 1 löschen"},
+      {[&] { document.RenameAirfoil("S1223"); }, "Rename Airfoil", "Profil umbenennen"},
+      {[&] { document.SetPoints(EditKind::PastePoints, PolarAt(1, 3), {}); }, "Paste Points into Polar 3",
+       "Punkte in Polare 3 einfügen"},
+      {[&] { ui.fileListReplies.push_back({dir.File("wing.xml"), dir.File("wing.xml")}); document.Import(ui); },
+       "Import 2 Files", "2 Dateien importieren"},
+  };
+  for (const auto& c : cases) {
+    c.edit();
+    const Command& step = *document.Steps().NextUndo();
+    EXPECT_EQ(StepName(step, kEnglish), c.english);
+    EXPECT_EQ(StepName(step, kGerman), c.german);
+  }
+}
+
+TEST(DocumentHistory, KeepsAtMostItsStepsAndBytesDroppingTheOldest) {
+  EXPECT_EQ(History::kMaxSteps, 100u);
+  EXPECT_EQ(History::kMaxBytes, 256u * 1024 * 1024);
+  Document document;
+  document.Execute(EditKind::Open, [](AirfoilPtr& airfoil) { airfoil = TwoSets(); });
+  for (int i = 0; i < 100; ++i) document.RenameAirfoil("name " + std::to_string(i));
+  EXPECT_EQ(document.Steps().UndoCount(), 100u) << "the opening is gone";
+  while (document.Undo()) {
+  }
+  EXPECT_EQ(document.Current().Name, "E387") << "undone down to the oldest rename";
+
+  // A polar of 10,000 points holds 640 kB; a bound of 3 MB keeps two of its
+  // point edits, as each keeps the points before and after.
+  auto big = std::make_shared<Airfoil>();
+  auto set = std::make_shared<Configuration>();
+  set->AddPolar(MakePolar(1e5, 0, true, std::vector<PolarPoint>(10000, MakePoint(0, 0.1, 0.01))));
+  big->AddConfiguration(set);
+  Document bounded(100, 3'000'000);
+  bounded.Execute(EditKind::Open, [&](AirfoilPtr& airfoil) { airfoil = big; });
+  const PolarPtr polar = big->Configuration(1)->Polar(1);
+  for (int i = 1; i <= 3; ++i) {
+    std::vector<PolarPoint> points(polar->Points().begin(), polar->Points().end());
+    points[0].Alfa = i;
+    bounded.SetPoints(EditKind::EditPoint, polar, points);
+  }
+  EXPECT_EQ(bounded.Steps().UndoCount(), 2u);
+  EXPECT_LE(bounded.Steps().Bytes(), 3'000'000u);
+  EXPECT_GT(bounded.Steps().Bytes(), 2 * 2 * 10000 * sizeof(PolarPoint));
+  bounded.Undo();
+  bounded.Undo();
+  EXPECT_EQ(polar->Alfa(1), 1.0);
+  EXPECT_EQ(bounded.Undo(), nullptr);
+
+  Document tight(100, 100);
+  tight.Execute(EditKind::Open, [&](AirfoilPtr& airfoil) { airfoil = TwoSets(); });
+  EXPECT_EQ(tight.Steps().UndoCount(), 0u) << "a step past the bound alone is not kept";
 }
 
 TEST_F(DocumentEdits, TheEnvelopeIsWrittenAloneUnderTheAirfoilsNameAndStaysWhenTheWriteFails) {
@@ -124,20 +212,6 @@ TEST_F(DocumentEdits, TheEnvelopeIsWrittenAloneUnderTheAirfoilsNameAndStaysWhenT
   EXPECT_THROW(document.Envelope(dir.File("no such folder/Envelope.pef")), FileAccessError);
   EXPECT_EQ(document.Current().ConfigCount(), 4) << "the set is added before the write";
   EXPECT_EQ(seen.size(), 1u) << "and shown";
-}
-
-TEST_F(DocumentEdits, AFailedOpenChangesNothingAndSaysNothing) {
-  const std::string before = Content(document.Current());
-  EXPECT_THROW(document.Open(dir.File("missing.xml"), ui), FileNotFoundError);
-  EXPECT_EQ(Content(document.Current()), before);
-  EXPECT_TRUE(seen.empty());
-}
-
-TEST_F(DocumentEdits, EditsThatFindNothingToDoLeaveTheDocumentAlone) {
-  ui.clipboard = "no polar here";
-  EXPECT_FALSE(document.Paste(1, ui)->Changed());
-  EXPECT_FALSE(document.RenameAirfoil("")->Changed()) << "an empty name changes nothing";
-  EXPECT_EQ(document.Import(ui), nullptr) << "a cancelled dialog is no edit";
 }
 
 TEST(DeepCopy, SharesNothingWithTheOriginal) {

@@ -135,16 +135,6 @@ TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
   ImportInto(current, *Sample("E387"));
   EXPECT_EQ(current.Name, "NACA 4412");
   EXPECT_EQ(current.ConfigCount(), 2);
-  // Through the dialog, cancelled first.
-  TempDir dir;
-  WriteToXML(*Sample("E387"), dir.File("e387.xml"));
-  RecordingUserInterface ui;
-  Airfoil empty;
-  EXPECT_FALSE(ImportFile(empty, ui));
-  ui.fileReplies.push_back(dir.File("e387.xml"));
-  EXPECT_TRUE(ImportFile(empty, ui));
-  EXPECT_EQ(empty.Name, "E387");
-  EXPECT_EQ(ui.fileRequests[0].title, "Import to current airfoil");
 }
 
 TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {

@@ -35,13 +35,15 @@ TEST(RenderPlotsToFile, DrawsARealXfoilPolarAsPng) {
   EXPECT_GT(blue, 500);
 }
 
-TEST(RenderPlotsToFile, WritesSvgByExtensionInAnyCaseAndRefusesOthers) {
+TEST(RenderPlotsToFile, WritesSvgOrPdfByExtensionInAnyCaseAndRefusesOthers) {
   testing::TempDir dir;
   std::string error;
   ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.SVG"), kEnglish, &error)) << error;
   std::string svg = ReadFileBytes(dir.File("plots.SVG"));
   EXPECT_NE(svg.find("<svg"), std::string::npos);
   EXPECT_NE(svg.find("Re= 1000000"), std::string::npos);
+  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.Pdf"), kEnglish, &error)) << error;
+  EXPECT_EQ(ReadFileBytes(dir.File("plots.Pdf")).substr(0, 5), "%PDF-");
   EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("plots.jpg"), kEnglish, &error));
   EXPECT_NE(error.find("plots.jpg"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir.File("plots.jpg")));

@@ -29,6 +29,14 @@ class RecordingUserInterface : public UserInterface {
     fileReplies.pop_front();
     return reply;
   }
+  // Several files at once from `fileListReplies`, else ChooseFile's one.
+  std::vector<std::string> ChooseFiles(const FileDialogRequest& request) override {
+    if (fileListReplies.empty()) return UserInterface::ChooseFiles(request);
+    fileRequests.push_back(request);
+    std::vector<std::string> reply = fileListReplies.front();
+    fileListReplies.pop_front();
+    return reply;
+  }
   int ChooseAirfoil(const std::vector<std::string>& entries) override {
     airfoilChoices.push_back(entries);
     return airfoilReply;
@@ -47,6 +55,7 @@ class RecordingUserInterface : public UserInterface {
   std::vector<ShownMessage> messages;
   std::vector<FileDialogRequest> fileRequests;
   std::deque<std::string> fileReplies;
+  std::deque<std::vector<std::string>> fileListReplies;
   std::vector<std::vector<std::string>> airfoilChoices;
   int airfoilReply = 0;
   std::vector<std::string> statusTexts;

@@ -1,0 +1,80 @@
+// The points table's texts: what a cell shows, what an entry means or why
+// it is refused, and rows to and from the clipboard. The suite runs under a
+// comma-decimal locale too, where none of this may change.
+#include "document/points_table.h"
+
+#include <gtest/gtest.h>
+
+#include "strings/string_table.h"
+#include "support/model_builders.h"
+
+namespace tavilo {
+namespace {
+
+using testing::MakePoint;
+
+TEST(PointsTable, CellsShowTheShortestExactNumberAndUnknownAsEmpty) {
+  const std::pair<double, const char*> cases[] = {
+      {0.0123, "0.0123"}, {-3, "-3"}, {200000, "200000"}, {1e-7, "1e-07"},
+      {0.1 + 0.2, "0.30000000000000004"}, {kNoValue, ""}, {-120, ""}, {-99.998, "-99.998"},
+  };
+  for (const auto& [value, text] : cases) EXPECT_EQ(PointCellText(value), text) << value;
+}
+
+TEST(PointsTable, EntriesAreNumbersWithAPeriodAndOnlyCmTuTlMayBeEmpty) {
+  constexpr int kAlfa = 0, kCd = 2, kCm = 3, kTL = 5;
+  const struct {
+    int column;
+    const char* text;
+    bool comma;
+    double value;       // when accepted
+    const char* refusal;  // start of the English refusal, "" when accepted
+  } cases[] = {
+      {kAlfa, " 4.5 ", false, 4.5, ""},
+      {kCd, "1.2e-2", false, 0.012, ""},
+      {kCm, "", false, kNoValue, ""},
+      {kTL, "  ", false, kNoValue, ""},
+      {kCm, "-150", false, kNoValue, ""},
+      {kCd, "0,25", true, 0.25, ""},
+      {kCd, "0,25", false, 0, "'0,25' is not a number. Enter numbers with a period"},
+      {kAlfa, "abc", false, 0, "'abc' is not a number."},
+      {kCm, "1e999", false, 0, "'1e999' is not a number."},
+      {kCm, "nan", false, 0, "'nan' is not a number."},
+      {kAlfa, "", false, 0, "Alfa needs a value above -99.999"},
+      {kCd, "-99.999", false, 0, "Cd needs a value above -99.999"},
+  };
+  for (const auto& c : cases) {
+    const CellReading reading = ReadPointCell(c.column, c.text, kEnglish, c.comma);
+    EXPECT_EQ(reading.refusal.substr(0, std::string(c.refusal).size()), c.refusal) << c.text;
+    EXPECT_EQ(reading.Accepted(), *c.refusal == '\0') << c.text;
+    if (reading.Accepted()) {
+      EXPECT_EQ(reading.value, c.value) << c.text;
+    }
+  }
+  EXPECT_EQ(ReadPointCell(1, "", kGerman).refusal.rfind("Cl braucht einen Wert über -99.999", 0), 0u);
+}
+
+TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
+  const std::vector<PolarPoint> copied = {MakePoint(4, 0.6, 0.0125, -0.04, 0.5, 0.75), MakePoint(2, 0.4, 0.011)};
+  const int rows[] = {0, 1};
+  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), kEnglish).points, copied) << "copied rows come back";
+  const PastedRows pasted =
+      ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", kEnglish);
+  ASSERT_EQ(pasted.refusal, "");
+  EXPECT_EQ(pasted.points, (std::vector<PolarPoint>{MakePoint(-2.5, 0.1, 0.009),
+                                                    MakePoint(3, 0.5, 0.01, -0.1, kNoValue, 0.9)}));
+  const std::pair<const char*, const char*> refused[] = {
+      {"1\t0.1\t0.01\n2\t0.2\n", "Line 2 of the clipboard: Cd needs a value"},
+      {"1\t0.1\t0.01\n2\t0.2\tx\n", "Line 2 of the clipboard: 'x' is not a number."},
+      {"Alfa\tCl\tCd\n", "The clipboard holds no rows of points"},
+      {"", "The clipboard holds no rows of points"},
+  };
+  for (const auto& [text, refusal] : refused) {
+    const PastedRows rows = ReadPointRows(text, kEnglish);
+    EXPECT_EQ(rows.refusal.rfind(refusal, 0), 0u) << rows.refusal;
+    EXPECT_TRUE(rows.points.empty()) << text;
+  }
+}
+
+}  // namespace
+}  // namespace tavilo
