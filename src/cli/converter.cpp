@@ -335,8 +335,8 @@ int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, M
 }
 #endif
 
-int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& options, const Renderer* renderer, std::ostream& out,
-        Messages& messages) {
+int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& options, const Renderer* renderer,
+        std::ostream& out, Messages& messages) {
   Reader reader(options, messages);
   switch (options.mode) {
     case Options::Mode::Help:

@@ -309,9 +309,8 @@ TEST(Converter, ABatchOfSeveralJobsPrintsAndWritesAsOneJob) {
   };
   const auto one = run("1");
   EXPECT_EQ(std::get<0>(one), 1);
-  EXPECT_NE(std::get<2>(one).find("4 of 40 files could not be converted:\n  F131.pef\n  f105.pef\n  f109.pef\n  f118.pef\n"),
-            std::string::npos)
-      << std::get<2>(one);
+  const std::string failures = "4 of 40 files could not be converted:\n  F131.pef\n  f105.pef\n  f109.pef\n  f118.pef\n";
+  EXPECT_NE(std::get<2>(one).find(failures), std::string::npos) << std::get<2>(one);
   for (const char* jobs : {"3", "16"}) EXPECT_EQ(run(jobs), one) << jobs;
 }
 
