@@ -1,8 +1,17 @@
 #include "cli/converter.h"
 
+#include <unistd.h>
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 #include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
 #include <iostream>
 #include <optional>
+#include <thread>
 
 #include "cli/approx_mode.h"
 #include "fileio/load.h"
@@ -15,11 +24,6 @@
 #include "strings/string_table.h"
 #include "ui/user_interface.h"
 
-#ifdef TAVILO_HAVE_QT_PLOT
-#include "plotqt/page_render.h"
-#include "plotqt/render.h"
-#endif
-
 namespace tavilo {
 
 namespace {
@@ -29,7 +33,7 @@ constexpr const char* kUsage =
     "       tavilo-convert [options] --batch DIR       convert every .pef of DIR to .xml\n"
     "       tavilo-convert [options] --info INPUT      show the sets and polars of a file\n"
     "       tavilo-convert [options] --approx INPUT    fit the approximation to each polar, as C text\n"
-#ifdef TAVILO_HAVE_QT_PLOT
+#ifdef TAVILO_HAVE_RENDERER
     "       tavilo-convert [options] --plot OUT INPUT  draw the five graphs to OUT (.png, .svg or .pdf)\n"
     "       tavilo-convert [options] --print OUT.pdf INPUT\n"
     "                                                  print the page of the graphs to a PDF\n"
@@ -40,6 +44,7 @@ constexpr const char* kUsage =
     "\n"
     "Options:\n"
     "  --airfoil N   read airfoil N (from 1) of a drag file with several; --info lists them\n"
+    "  -j N          --batch: convert N files at a time (default: one per core; -j 1 one by one)\n"
     "  --lang de     German messages (--lang en: English, the default)\n"
     "  --grid        --print: draw the grid\n"
     "  --legend ul   --print: a legend in the upper left (lr: lower right) of Cl-Cd\n"
@@ -55,6 +60,7 @@ constexpr int kAirfoilPastEndText = 122;
 constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
 constexpr int kNothingToApproximateText = 164;
+constexpr int kNoRendererText = 240;
 
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.
@@ -117,9 +123,18 @@ struct Options {
   enum class Mode { Convert, Batch, Info, Plot, Print, Approx, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
   std::optional<int> airfoil;  // 1-based, when given
+  int jobs = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u));  // --batch
   int language = kEnglish;
   PrintOptions print;  // --print: as a first start has them unless asked
 };
+
+// A number of up to five digits, from 1; nothing for anything else.
+std::optional<int> CountFromOne(const std::optional<std::string>& text) {
+  if (!text || text->empty() || text->size() > 5 || text->find_first_not_of("0123456789") != std::string::npos ||
+      LeadingNumber(*text) < 1)
+    return std::nullopt;
+  return static_cast<int>(LeadingNumber(*text));
+}
 
 // Parses the arguments; an error text on bad usage.
 std::optional<std::string> Parse(const std::vector<std::string>& args, Options& options) {
@@ -152,11 +167,13 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       if (!lang || (*lang != "de" && *lang != "en")) return "--lang takes de or en";
       options.language = *lang == "de" ? kGerman : kEnglish;
     } else if (arg == "--airfoil") {
-      auto n = value();
-      if (!n || n->empty() || n->find_first_not_of("0123456789") != std::string::npos ||
-          n->size() > 5 || LeadingNumber(*n) < 1)
-        return "--airfoil takes a number from 1";
-      options.airfoil = static_cast<int>(LeadingNumber(*n));
+      auto n = CountFromOne(value());
+      if (!n) return "--airfoil takes a number from 1";
+      options.airfoil = *n;
+    } else if (arg == "-j") {
+      auto n = CountFromOne(value());
+      if (!n) return "-j takes a number from 1";
+      options.jobs = *n;
     } else if (arg.size() > 1 && arg[0] == '-' && arg != "-") {
       return "unknown option " + arg;
     } else {
@@ -204,13 +221,24 @@ class Reader {
   // Raises what reading raises, and LateUsageError.
   LoadResult Read(const std::string& path) {
     CheckAirfoilOption(path);
+    LoadResult result = ReadSilently(path);
+    messages_.Report(result.report);
+    return result;
+  }
+
+  // Read in two halves, for a batch that reads on several threads and
+  // prints on one: the reading, which prints nothing...
+  LoadResult ReadSilently(const std::string& path) const {
     ReadOptions readOptions;
     readOptions.leaveFileUnchanged = true;
     readOptions.requirePoints = true;
-    LoadResult result = ReadPolarFile(
+    return ReadPolarFile(
         path, [this](const std::vector<std::string>&) { return options_.airfoil.value_or(1) - 1; }, readOptions);
-    messages_.Report(result.report);
-    return result;
+  }
+  // ...and what Read prints about the file.
+  void Tell(const std::string& path, const ReadReport& report) {
+    CheckAirfoilOption(path);
+    messages_.Report(report);
   }
 
   // Read for a single input: nothing when it failed, the reason printed.
@@ -247,21 +275,39 @@ class Reader {
   Messages& messages_;
 };
 
-// Converts every PEF file of the directory, going on past a file that
-// fails; the failed ones are listed at the end. False when any failed.
-bool RunBatch(const std::string& directory, Reader& reader, Messages& messages, std::ostream& out) {
+// A batch frees and allocates buffers of the same sizes for every file.
+// glibc hands those of 128 kB and more back to the system (mapped apart, or
+// trimmed off the heap's top) and faults their pages in again for the next
+// file, which cost more than the conversion itself; kept, they are reused.
+// Blocks past 32 MB are still mapped apart, as glibc's own limit has them.
+void KeepFreedMemoryForReuse() {
+#ifdef __GLIBC__
+  mallopt(M_MMAP_THRESHOLD, 32 << 20);
+  mallopt(M_TRIM_THRESHOLD, 64 << 20);
+#endif
+}
+
+// Converts every PEF file of the directory, `jobs` at a time, going on past
+// a file that fails; the failed ones are listed at the end. Everything is
+// printed in name order, as one job prints it. False when any failed.
+bool RunBatch(const std::string& directory, int jobs, Reader& reader, Messages& messages, std::ostream& out) {
+  KeepFreedMemoryForReuse();
   std::vector<std::string> failed;
   const std::string prefix = directory.empty() || directory.back() == '/' ? directory : directory + '/';
+  const std::string* told = nullptr;  // the file whose reading was last told
   const int fileCount = ConvertPefDirectory(
-      directory, [&reader](const std::string& path) { return reader.Read(path); },
+      directory, [&reader](const std::string& path) { return reader.ReadSilently(path); },
       [&](const BatchStep& step) {
+        if (told == nullptr || *told != step.source) reader.Tell(prefix + step.source, step.report);
+        told = &step.source;
         if (step.stage == BatchStage::Written) out << step.source << " -> " << step.target << '\n';
         if (step.stage != BatchStage::Failed) return true;
         // A reader's own errors are printed already.
         if (step.error) messages.Error(ErrorText(*step.error, messages.Language()), prefix + step.source);
         failed.push_back(step.source);
         return true;
-      });
+      },
+      jobs);
   if (failed.empty()) return true;
   const std::string failedCount = FormatNumber(static_cast<double>(failed.size()), "0");
   messages.Error(FormatResString(kBatchFailuresText, messages.Language(), {failedCount, FormatNumber(fileCount, "0")}),
@@ -270,7 +316,27 @@ bool RunBatch(const std::string& directory, Reader& reader, Messages& messages, 
   return false;
 }
 
-int Run(const Options& options, std::ostream& out, Messages& messages) {
+#ifdef TAVILO_HAVE_RENDERER
+// Hands the run to the tavilo-render beside this binary; returns only when
+// it cannot be started. Its messages and exit status are the run's own.
+int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, Messages& messages) {
+  std::error_code error;
+  const std::filesystem::path self = std::filesystem::read_symlink("/proc/self/exe", error);
+  const std::string renderer = (self.parent_path() / "tavilo-render").string();
+  std::vector<std::string> strings{renderer};
+  strings.insert(strings.end(), args.begin(), args.end());
+  std::vector<char*> argv;
+  for (std::string& arg : strings) argv.push_back(arg.data());
+  argv.push_back(nullptr);
+  out.flush();
+  ::execv(renderer.c_str(), argv.data());
+  messages.Error(FormatResString(kNoRendererText, messages.Language(), {renderer, std::strerror(errno)}), "");
+  return kExitFileError;
+}
+#endif
+
+int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& options, const Renderer* renderer,
+        std::ostream& out, Messages& messages) {
   Reader reader(options, messages);
   switch (options.mode) {
     case Options::Mode::Help:
@@ -282,7 +348,7 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
       return kExitDone;
     case Options::Mode::Batch:
       try {
-        return RunBatch(options.files[0], reader, messages, out) ? kExitDone : kExitFileError;
+        return RunBatch(options.files[0], options.jobs, reader, messages, out) ? kExitDone : kExitFileError;
       } catch (const RuntimeError& error) {
         messages.Error(ErrorText(error, messages.Language()), options.files[0]);
         return kExitFileError;
@@ -314,38 +380,30 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
       messages.Error(GetResString(kNothingToApproximateText, messages.Language()), file);
       return kExitFileError;
     }
-    case Options::Mode::Plot: {
-#ifdef TAVILO_HAVE_QT_PLOT
+    case Options::Mode::Plot:
+    case Options::Mode::Print: {
+      if (renderer == nullptr) {
+#ifdef TAVILO_HAVE_RENDERER
+        return RunRendererBeside(args, out, messages);
+#else
+        messages.Line("tavilo-convert: this build cannot draw graphs");
+        return kExitUsage;
+#endif
+      }
       std::optional<LoadResult> input = reader.ReadInput(options.files[1]);
       if (!input) return kExitFileError;
       std::string error;
-      if (!RenderPlotsToFile(*input->airfoil, options.files[0], options.language, &error)) {
+      if (options.mode == Options::Mode::Plot) {
+        if (renderer->plot(*input->airfoil, options.files[0], options.language, &error)) return kExitDone;
         messages.Line("tavilo-convert: " + error);
         return kExitFileError;
       }
-      return kExitDone;
-#else
-      messages.Line("tavilo-convert: this build cannot draw graphs");
-      return kExitUsage;
-#endif
-    }
-    case Options::Mode::Print: {
-#ifdef TAVILO_HAVE_QT_PLOT
-      std::optional<LoadResult> input = reader.ReadInput(options.files[1]);
-      if (!input) return kExitFileError;
       PageRequest request;
       request.options = options.print;
       request.language = options.language;
-      std::string error;
-      if (!WritePagePdf(*input->airfoil, request, options.files[0], &error)) {
-        messages.Error(error, options.files[0]);
-        return kExitFileError;
-      }
-      return kExitDone;
-#else
-      messages.Line("tavilo-convert: this build cannot draw graphs");
-      return kExitUsage;
-#endif
+      if (renderer->print(*input->airfoil, request, options.files[0], &error)) return kExitDone;
+      messages.Error(error, options.files[0]);
+      return kExitFileError;
     }
   }
   return kExitDone;
@@ -353,7 +411,8 @@ int Run(const Options& options, std::ostream& out, Messages& messages) {
 
 }  // namespace
 
-int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::ostream& err) {
+int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
+                 const Renderer* renderer) {
   Options options;
   if (auto problem = Parse(args, options)) {
     err << "tavilo-convert: " << *problem << "\n\n" << kUsage;
@@ -361,7 +420,7 @@ int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::o
   }
   Messages messages(err, options.language);
   try {
-    return Run(options, out, messages);
+    return Run(args, options, renderer, out, messages);
   } catch (const LateUsageError& problem) {
     err << "tavilo-convert: " << problem.text << '\n';
     return kExitUsage;

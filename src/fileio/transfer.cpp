@@ -1,8 +1,12 @@
 #include "fileio/transfer.h"
 
 #include <algorithm>
+#include <atomic>
+#include <condition_variable>
 #include <filesystem>
+#include <mutex>
 #include <system_error>
+#include <thread>
 
 #include "fileio/file_names.h"
 #include "fileio/load.h"
@@ -115,31 +119,129 @@ std::vector<std::string> PefFilesOf(const std::string& directory) {
   return names;
 }
 
+namespace {
+
+std::string DirectoryPrefix(const std::string& directory) {
+  return directory.empty() || directory.back() == '/' ? directory : directory + '/';
+}
+
+// How one file of a batch run went: what reading it reported, whether it got
+// as far as its write, and what raised on the way.
+struct BatchOutcome {
+  ReadReport report;
+  bool writing = false;
+  std::exception_ptr error;
+};
+
+// Reads `name` and writes its XML file, telling `writing` (when given) just
+// before the write. Whatever reading or writing raises is kept, not raised:
+// on another thread it would end the process.
+BatchOutcome ConvertPefFile(const std::string& prefix, const std::string& name, const BatchReader& read,
+                            const std::function<void(const ReadReport&)>& writing) {
+  BatchOutcome outcome;
+  LoadResult loaded;
+  try {
+    loaded = read(prefix + name);
+  } catch (...) {
+    outcome.error = std::current_exception();
+    return outcome;
+  }
+  outcome.report = std::move(loaded.report);
+  if (outcome.report.HasError()) return outcome;
+  outcome.writing = true;
+  if (writing) writing(outcome.report);
+  const std::string target = prefix + BatchTargetName(name);
+  try {
+    AboutFile(target, [&] { WriteToXML(*loaded.airfoil, target); });
+  } catch (...) {
+    outcome.error = std::current_exception();
+  }
+  return outcome;
+}
+
+// Tells `progress` how the file ended (and of its write first, when
+// `tellWriting`); its answer to a failure, true otherwise. What is not a
+// std::exception raises on.
+bool TellOutcome(const BatchOutcome& outcome, const std::string& name, const BatchProgress& progress,
+                 bool tellWriting) {
+  const std::string target = BatchTargetName(name);
+  if (tellWriting && outcome.writing) progress(BatchStep{name, target, outcome.report, BatchStage::Writing});
+  if (outcome.error) {
+    try {
+      std::rethrow_exception(outcome.error);
+    } catch (const std::exception& error) {
+      return progress(BatchStep{name, target, outcome.report, BatchStage::Failed, &error});
+    }
+  }
+  if (!outcome.writing) return progress(BatchStep{name, target, outcome.report, BatchStage::Failed});
+  progress(BatchStep{name, target, outcome.report, BatchStage::Written});
+  return true;
+}
+
+}  // namespace
+
 int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress) {
-  std::string prefix = directory;
-  if (!prefix.empty() && prefix.back() != '/') prefix += '/';
+  const std::string prefix = DirectoryPrefix(directory);
   const std::vector<std::string> names = PefFilesOf(directory);
   for (const std::string& name : names) {
-    const std::string target = BatchTargetName(name);
-    LoadResult loaded;
-    try {
-      loaded = read(prefix + name);
-    } catch (const std::exception& error) {
-      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed, &error})) throw;
-      continue;
+    const BatchOutcome outcome = ConvertPefFile(prefix, name, read, [&](const ReadReport& report) {
+      progress(BatchStep{name, BatchTargetName(name), report, BatchStage::Writing});
+    });
+    if (!TellOutcome(outcome, name, progress, false)) {
+      if (outcome.error) std::rethrow_exception(outcome.error);
+      break;
     }
-    if (loaded.report.HasError()) {
-      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed})) break;
-      continue;
+  }
+  return static_cast<int>(names.size());
+}
+
+int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress,
+                        int jobs) {
+  const std::string prefix = DirectoryPrefix(directory);
+  const std::vector<std::string> names = PefFilesOf(directory);
+  std::vector<BatchOutcome> outcomes(names.size());
+  std::vector<bool> done(names.size());  // guarded by `mutex`
+  std::mutex mutex;
+  std::condition_variable finished;
+  std::atomic<size_t> next{0};
+  std::atomic<bool> stop{false};
+  // Takes the next file not taken yet; false when none is left.
+  auto convertNext = [&] {
+    const size_t i = next++;
+    if (i >= names.size() || stop) return false;
+    outcomes[i] = ConvertPefFile(prefix, names[i], read, nullptr);
+    {
+      std::lock_guard lock(mutex);
+      done[i] = true;
     }
-    progress(BatchStep{name, target, loaded.report, BatchStage::Writing});
-    try {
-      AboutFile(prefix + target, [&] { WriteToXML(*loaded.airfoil, prefix + target); });
-    } catch (const std::exception& error) {
-      if (!progress(BatchStep{name, target, loaded.report, BatchStage::Failed, &error})) throw;
-      continue;
+    finished.notify_one();
+    return true;
+  };
+  {
+    std::vector<std::jthread> workers;
+    // Set before the workers are joined, also when `progress` raises.
+    struct StopAtEnd {
+      std::atomic<bool>& stop;
+      ~StopAtEnd() { stop = true; }
+    } stopAtEnd{stop};
+    for (size_t k = 1; k < std::min<size_t>(std::max(jobs, 1), names.size()); ++k)
+      workers.emplace_back([&] { while (convertNext()) {} });
+    for (size_t i = 0; i < names.size(); ++i) {
+      // The calling thread converts files too while the next to tell is not done.
+      for (;;) {
+        {
+          std::unique_lock lock(mutex);
+          if (done[i]) break;
+          if (next >= names.size()) {
+            finished.wait(lock, [&] { return done[i]; });
+            break;
+          }
+        }
+        convertNext();
+      }
+      TellOutcome(outcomes[i], names[i], progress, true);
+      outcomes[i] = {};
     }
-    progress(BatchStep{name, target, loaded.report, BatchStage::Written});
   }
   return static_cast<int>(names.size());
 }

@@ -82,6 +82,16 @@ using BatchProgress = std::function<bool(const BatchStep& step)>;
 // FileNotFoundError when the directory cannot be listed.
 int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress);
 
+// ConvertPefDirectory for the converter, `jobs` files at a time: the calling
+// thread and jobs - 1 threads of its own each take the next file. `read` is
+// called on any of them, for different files at once. `progress` is called
+// on the calling thread alone, file by file in name order as each is done
+// (Writing, then Written; or Failed), so that what it prints comes out as a
+// run of one job prints it. Every file is tried: the answer to a failure is
+// not looked at. With one job nothing runs beside the calling thread.
+int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress,
+                        int jobs);
+
 // The window's batch run: each file read as LoadFile reads it, then
 // "name -> target" as status text, and "Ready." at the end. A file that
 // cannot be read or written is passed over; one message at the end names

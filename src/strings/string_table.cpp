@@ -215,8 +215,9 @@ struct LaterEntry {
 // work on one feature does not take another's ids: 100-119 the window's
 // messages and the core's error texts, 120-129 the converter, 130-149
 // printing, 150-169 the approximation, 170-189 table files, 190-209 graph
-// interaction, 210-239 undo and the points table. "%1", "%2" ... stand for
-// the arguments of FormatResString.
+// interaction, 210-239 undo and the points table, 240-249 the converter's
+// renderer and parallel batch. "%1", "%2" ... stand for the arguments of
+// FormatResString.
 const LaterEntry kLaterStrings[] = {
     {100, {"&Batch PEF to XML...", "&Stapelumwandlung PEF nach XML..."}},
     {101, {"Stuttgart model wind tunnel files (.mwk) cannot be read yet.",
@@ -346,6 +347,7 @@ const LaterEntry kLaterStrings[] = {
            "%1 existiert nicht mehr und wurde aus der Liste der zuletzt geöffneten Dateien entfernt."}},
     {238, {"&Add Row", "Zeile &hinzufügen"}},
     {239, {"&Delete Rows", "Zeilen &löschen"}},
+    {240, {"The graph renderer %1 cannot be started: %2", "Das Grafikprogramm %1 kann nicht gestartet werden: %2"}},
 };
 
 const Entry* FindEntry(int n) {

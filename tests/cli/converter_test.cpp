@@ -23,13 +23,13 @@ struct Result {
   std::string out, err;
 };
 
-Result Convert(const TempDir& dir, const std::vector<std::string>& args) {
+Result Convert(const TempDir& dir, const std::vector<std::string>& args, const std::string& binary = TAVILO_CONVERT) {
   auto quote = [](const std::string& arg) {
     std::string quoted = "'";
     for (char c : arg) quoted += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return quoted + "'";
   };
-  std::string command = quote(TAVILO_CONVERT);
+  std::string command = quote(binary);
   for (const std::string& arg : args) command += " " + quote(arg);
   command += " > " + quote(dir.File("stdout.txt")) + " 2> " + quote(dir.File("stderr.txt")) + " < /dev/null";
   int raw = std::system(command.c_str());
@@ -123,6 +123,7 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
       {{kXfoil}, 2, "wrong number of file names"},
       {{"--frobnicate", kXfoil, "x.xml"}, 2, "unknown option --frobnicate"},
       {{"--airfoil", "zero", kXfoil, "x.xml"}, 2, "--airfoil takes a number"},
+      {{"-j", "0", "--batch", dir.Path().string()}, 2, "-j takes a number from 1"},
   };
   for (const auto& c : cases) {
     Result result = Convert(dir, c.args);
@@ -159,6 +160,27 @@ TEST(Converter, BatchPrintsOneLinePerFile) {
   dir.Write("two.PEF", kOnePointPef);
   EXPECT_EQ(Convert(dir, {"--batch", dir.Path().string()}).out, "one.pef -> one.xml\ntwo.PEF -> two.xml\n");
   EXPECT_TRUE(std::filesystem::exists(dir.File("two.xml")));
+}
+
+// Qt is loaded for drawing alone, by the tavilo-render beside the converter.
+TEST(Converter, DrawsThroughTheRendererBesideItAndLinksNoQtItself) {
+  TempDir dir;
+  if (Convert(dir, {"--help"}).out.find("--plot") == std::string::npos) GTEST_SKIP() << "built without Qt";
+  const std::string ldd = "ldd '" TAVILO_CONVERT "' > '" + dir.File("ldd.txt") + "'";
+  ASSERT_EQ(std::system(ldd.c_str()), 0);
+  EXPECT_EQ(dir.Read("ldd.txt").find("Qt"), std::string::npos) << dir.Read("ldd.txt");
+
+  std::filesystem::create_directory(dir.File("alone"));
+  const std::string alone = dir.File("alone/tavilo-convert");
+  std::filesystem::copy_file(TAVILO_CONVERT, alone);
+  const Result result = Convert(dir, {"--lang", "de", "--plot", dir.File("out.png"), kXfoil}, alone);
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err.rfind("Tavilo: Fehler: Das Grafikprogramm " + dir.File("alone/tavilo-render") +
+                                 " kann nicht gestartet werden: No such file",
+                             0),
+            0u)
+      << result.err;
+  EXPECT_FALSE(std::filesystem::exists(dir.File("out.png")));
 }
 
 TEST(Converter, AnInputWithoutAPointIsAnErrorInEveryMode) {
@@ -263,6 +285,34 @@ TEST(Converter, BatchGoesOnPastFailingFilesAndListsThemAtTheEnd) {
   }
 }
 
+// Files converted side by side are printed and written as one job does it,
+// messages of failed files and of every read included.
+TEST(Converter, ABatchOfSeveralJobsPrintsAndWritesAsOneJob) {
+  TempDir dir;
+  std::vector<std::string> names;
+  for (int k = 0; k < 40; ++k) {
+    std::string text = kOnePointPef;
+    text.replace(text.find("1 0.1 0.01"), 10, std::to_string(k) + " 0.1 0.01");
+    names.push_back(std::string(k % 7 == 3 ? "F" : "f") + std::to_string(100 + k));
+    dir.Write(names.back() + ".pef", k % 13 == 5 ? "[Airfoil]\r\nNumberSets=0\r\n" : text);
+  }
+  std::filesystem::create_directory(dir.File(names[9] + ".xml"));  // cannot be written
+  auto run = [&](const std::string& jobs) {
+    const Result result = Convert(dir, {"--airfoil", "2", "--batch", "-j", jobs, dir.Path().string()});
+    std::string written;
+    for (const std::string& name : names) {
+      if (!std::filesystem::is_regular_file(dir.File(name + ".xml"))) continue;
+      written += name + ":" + dir.Read(name + ".xml");
+      std::filesystem::remove(dir.File(name + ".xml"));
+    }
+    return std::tuple{result.status, result.out, result.err, written};
+  };
+  const auto one = run("1");
+  EXPECT_EQ(std::get<0>(one), 1);
+  const std::string failures = "4 of 40 files could not be converted:\n  F131.pef\n  f105.pef\n  f109.pef\n  f118.pef\n";
+  EXPECT_NE(std::get<2>(one).find(failures), std::string::npos) << std::get<2>(one);
+  for (const char* jobs : {"3", "16"}) EXPECT_EQ(run(jobs), one) << jobs;
+}
 
 // The text a poppler tool prints for `pdf`.
 std::string Poppler(const TempDir& dir, const std::string& tool, const std::string& pdf) {
