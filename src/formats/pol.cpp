@@ -98,6 +98,16 @@ void ReadMachAndReynolds(std::string_view line, Polar& polar) {
   polar.MachNumber = LeadingNumber(Columns(line, 11, 5));
 }
 
+// The point lines that follow, up to the first blank line: counted first,
+// so that a long polar's points are stored once instead of being moved
+// each time their store grows. At most a 16-bit count.
+int PointLinesAhead(LineReader reader) {
+  std::string_view line;
+  int count = 0;
+  while (count < 32767 && reader.Next(line) && !TrimTrailingBlanks(line).empty()) ++count;
+  return count;
+}
+
 // Reads the next block into `config`; false when the text ends before a
 // block is complete. A header cut short drops its polar.
 bool ReadPolarBlock(LineReader& reader, Airfoil& airfoil, Configuration& config) {
@@ -115,6 +125,7 @@ bool ReadPolarBlock(LineReader& reader, Airfoil& airfoil, Configuration& config)
   // XFOIL writes the heading before the first point converges, so a file
   // that ends right after the column heading is a run without a converged
   // point: its polar is kept, empty, with its Reynolds and Mach numbers.
+  polar->ReservePoints(PointLinesAhead(reader));
   const bool hasPoints = reader.Next(line);
   // The data end at the first blank line or at the end of the text, so a
   // file without a final empty line still reads its last point.
