@@ -124,8 +124,8 @@ void GraphController::SaveGraphs() {
   if (!written) ShowWriteError(path, error);
 }
 
+// The picture as the graph shows it, a tool's curve drawn over it included.
 void GraphController::CopyPicture(int graph) {
-  Redraw(graph);
   QGuiApplication::clipboard()->setImage(widgets_[graph]->Canvas());
 }
 

@@ -112,8 +112,9 @@ PefIndex::PefIndex(std::string_view text) {
   sectionNames_.StartGroup();
   // Growing the tables line by line would copy them over and over and touch
   // fresh memory each time; the line count is known at the cost of a scan.
-  const char end = std::count(text.begin(), text.end(), '\n') > 0 ? '\n' : '\r';
-  const size_t lines = static_cast<size_t>(std::count(text.begin(), text.end(), end)) + 1;
+  size_t lines = static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
+  if (lines == 0) lines = static_cast<size_t>(std::count(text.begin(), text.end(), '\r'));
+  ++lines;
   keyLines_.Reserve(lines);
   keyLineTexts_.reserve(lines);
   uint32_t lineNumber = 0;

@@ -36,17 +36,6 @@ void AlfaGrid(DrawingSurface& surface, const GraphView& view) {
   VerticalGrid(surface, view.left + 5, 5, view.right - 4, view.top, view.bottom);
 }
 
-// A number the grid and the axes may cross: written over a halo of the
-// background, as the legend is.
-void PrintOnHalo(DrawingSurface& surface, double x, double top, const std::string& label) {
-  surface.SetCurrentX(x);
-  surface.SetCurrentY(top);
-  surface.PrintHalo(label, kGraphBackground);
-  surface.SetCurrentX(x);
-  surface.SetCurrentY(top);
-  surface.Print(label);
-}
-
 // A label with a short tick rising from the bottom edge at x, centred on
 // it; the drag labels of the range lists' view as they always were, the
 // others on a halo.
@@ -55,7 +44,7 @@ void BottomLabel(DrawingSurface& surface, const GraphView& view, double x, const
   surface.Line(x, view.bottom, x, view.bottom + kDragTickLength * liftRange);
   const double left = x - surface.TextWidth(label) / 2;
   const double top = view.bottom + kDragLabelLift * liftRange - surface.TextHeight("0");
-  if (halo) return PrintOnHalo(surface, left, top, label);
+  if (halo) return PrintOnHalo(surface, left, top, label, kGraphBackground);
   surface.SetCurrentX(left);
   surface.SetCurrentY(top);
   surface.Print(label);
@@ -206,8 +195,17 @@ void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantit
     if (keepClear && x < keepClear->right && x + surface.TextWidth(label) > keepClear->left &&
         top > keepClear->bottom && top - height < keepClear->top)
       return;
-    PrintOnHalo(surface, x, top, label);
+    PrintOnHalo(surface, x, top, label, kGraphBackground);
   });
+}
+
+void PrintOnHalo(DrawingSurface& surface, double x, double top, std::string_view text, Color halo) {
+  surface.SetCurrentX(x);
+  surface.SetCurrentY(top);
+  surface.PrintHalo(text, halo);
+  surface.SetCurrentX(x);
+  surface.SetCurrentY(top);
+  surface.Print(text);
 }
 
 }  // namespace tavilo

@@ -42,6 +42,11 @@ void DrawTransitionFrame(DrawingSurface& surface, const GraphView& view);
 // halo of the background, as the legend is. Labels that
 // would lie on an edge, on the bottom labels or within `keepClear` (the
 // lift-drag title) are left out.
+// Writes `text` with its top-left corner at (x, top), first as a halo of
+// `halo` and then over it, so that lines crossing it leave it readable;
+// the current position ends where Print leaves it.
+void PrintOnHalo(DrawingSurface& surface, double x, double top, std::string_view text, Color halo);
+
 enum class AxisQuantity { Cd, Cl, Alfa, Cm, Xc };
 void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity);
 void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,

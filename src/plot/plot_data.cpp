@@ -64,12 +64,7 @@ void DrawLegendEntry(DrawingSurface& surface, const GraphView& view, const Legen
   // halo of the background, then over it in the polar's colour.
   const double x = view.right - set * cell.width - view.Width() / 100;
   const double y = view.top + (polarIndex - 1) * cell.height - 0.016 * (view.top - view.bottom);
-  surface.SetCurrentX(x);
-  surface.SetCurrentY(y);
-  surface.PrintHalo(text, kLegendHalo);
-  surface.SetCurrentX(x);
-  surface.SetCurrentY(y);
-  surface.Print(text);
+  PrintOnHalo(surface, x, y, text, kLegendHalo);
   // The marker begins where the text ends instead of covering its last digit.
   double size = view.Width() / 100;
   surface.SetCurrentX(surface.CurrentX() + size / 2);

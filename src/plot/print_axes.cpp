@@ -64,10 +64,6 @@ void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skip
 
 constexpr Color kPaper = Color::Rgb(255, 255, 255);
 
-double HorizontalLabelGap(const DrawingSurface& page) {
-  return std::fmax(kPageLabelGap, std::fabs(page.TextHeight("0")) / 2 + 0.5);
-}
-
 // Prints a label at the current position unless it reaches into a part of
 // the page that the axis keeps clear. A label within the graph stands on a
 // patch of paper of its own, so that the grid does not cross it.
@@ -150,6 +146,10 @@ void DrawCmLabel(const PageAxis& axis, double value) {
 bool OnTenth(double value) { return std::fabs(value * 10 - std::round(value * 10)) < 1e-6; }
 
 }  // namespace
+
+double HorizontalLabelGap(const DrawingSurface& page) {
+  return std::fmax(kPageLabelGap, std::fabs(page.TextHeight("0")) / 2 + 0.5);
+}
 
 void AlfaAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
   DrawAxis(axis, kAlfa, 5.0, skipZeroGrid, gridShow);

@@ -32,6 +32,8 @@ struct PageAxis {
 // horizontal axis keep at least a little more than half a line from it, so
 // that the label a vertical axis centres on the crossing stays clear.
 inline constexpr double kPageLabelGap = 1.5;
+// The gap between a horizontal axis and the top of its labels.
+double HorizontalLabelGap(const DrawingSurface& page);
 // The moment labels stand centred this far left of the origin.
 inline constexpr double kCmLabelOffset = 4.0;
 inline constexpr Color kPageGridColor = Color::Rgb(124, 124, 124);

@@ -94,7 +94,7 @@ double LineHeight(DrawingSurface& page) { return std::fabs(page.TextHeight("0"))
 
 // Below a horizontal axis: its labels and its title.
 double HorizontalDepth(DrawingSurface& page) {
-  return std::max(kPageLabelGap, LineHeight(page) / 2 + 0.5) + 2.2 * LineHeight(page);
+  return HorizontalLabelGap(page) + 2.2 * LineHeight(page);
 }
 
 struct Margins {
@@ -363,7 +363,7 @@ void DrawGraphFrame(DrawingSurface& page, const GraphPlan& plan, const PlacedGra
   const PageRect horizontalLine{graph.plot.left, graph.originY - kLineClear, graph.originX - kLineClear,
                                 graph.originY + kLineClear};
   const PageRect band{graph.box.left, graph.originY - HorizontalDepth(page), graph.box.right,
-                      graph.originY - std::max(kPageLabelGap, LineHeight(page) / 2 + 0.5)};
+                      graph.originY - HorizontalLabelGap(page)};
   PageAxis x{&page, graph.originX, graph.originY, graph.factors, plan.x.low, plan.x.high,
              graph.plot.bottom, graph.plot.top, graph.labelStepX, {verticalLine, {}}};
   plan.x.draw(x, true, grid);
