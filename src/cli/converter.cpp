@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "cli/approx_mode.h"
+#include "fileio/heap.h"
 #include "fileio/load.h"
 #include "fileio/transfer.h"
 #include "formats/drg.h"
@@ -243,6 +244,7 @@ class Reader {
 
   // Read for a single input: nothing when it failed, the reason printed.
   std::optional<LoadResult> ReadInput(const std::string& path) {
+    PrepareHeapForReading(path);
     try {
       LoadResult result = Read(path);
       if (!result.report.HasError()) return result;

@@ -32,6 +32,12 @@ long DecimalMagnitude(std::string_view mantissa, std::string_view exponent) {
   return magnitude + (negative ? -power : power);
 }
 
+// Integers below 2^53 and powers of ten up to 10^22 are exact doubles.
+constexpr uint64_t kExactIntegerLimit = uint64_t(1) << 53;
+constexpr double kExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
 }  // namespace
 
 double LeadingNumber(std::string_view text) {
@@ -45,9 +51,19 @@ double LeadingNumber(std::string_view text) {
   const size_t mantissaStart = i;
   size_t digits = 0;
   bool period = false;
+  // The digits as one integer while it stays exact, and the decimals.
+  uint64_t whole = 0;
+  int decimals = 0;
+  bool exact = true;
   for (; i < text.size(); ++i) {
     if (IsDigit(text[i])) {
       ++digits;
+      if (whole < kExactIntegerLimit / 10) {
+        whole = whole * 10 + uint64_t(text[i] - '0');
+        decimals += period;
+      } else {
+        exact = false;
+      }
     } else if (text[i] == '.' && !period) {
       period = true;
     } else {
@@ -65,10 +81,17 @@ double LeadingNumber(std::string_view text) {
     // An exponent without digits is not part of the number.
     if (j > start) exponent = text.substr(i + 1, j - i - 1);
   }
+  // The usual number, a few digits without an exponent: an exact integer
+  // times or over an exact power of ten is one correctly rounded operation,
+  // so the value is that of from_chars, at a fraction of its cost.
+  if (exact && exponent.empty() && decimals <= 22) {
+    const double value = double(whole) / kExactPowersOfTen[decimals];
+    return negative ? -value : value;
+  }
   // from_chars wants "e" for the exponent; the usual short number is copied
   // to the stack rather than the heap.
   std::string number;
-  char stack[64];
+  char stack[64] = {};
   char* buffer = stack;
   const size_t length = mantissa.size() + (exponent.empty() ? 0 : exponent.size() + 1);
   if (length > sizeof stack) {

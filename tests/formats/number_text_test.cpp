@@ -1,6 +1,10 @@
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <charconv>
 #include <cmath>
+#include <random>
+#include <string>
 
 #include "formats/line_reader.h"
 #include "formats/number_text.h"
@@ -24,6 +28,25 @@ TEST(LeadingNumber, TakesTheLongestLeadingNumber) {
       {".", 0.0},           {"- 5", 0.0},            {"0,5", 0.0},        {"1e-400", 0.0},
       {"00012", 12.0},      {"0.00912", 0.00912},    {"500000", 500000.0}};
   for (const NumberCase& c : cases) EXPECT_EQ(LeadingNumber(c.text), c.value) << '"' << c.text << '"';
+}
+
+// Short numbers take a shortcut past from_chars; every value must still be
+// the correctly rounded one, bit for bit, at every length and decimal place.
+TEST(LeadingNumber, ReadsEveryDigitStringAsFromCharsDoes) {
+  std::mt19937_64 random(7);
+  for (int n = 0; n < 200000; ++n) {
+    std::string text = random() % 2 ? "-" : "";
+    const int digits = 1 + int(random() % 20);
+    const int period = int(random() % (digits + 1));
+    for (int d = 0; d < digits; ++d) {
+      if (d == period) text += '.';
+      text += char('0' + random() % 10);
+    }
+    double expected = 0;
+    std::from_chars(text.data() + (text[0] == '-'), text.data() + text.size(), expected);
+    if (text[0] == '-') expected = -expected;
+    ASSERT_EQ(std::bit_cast<uint64_t>(LeadingNumber(text)), std::bit_cast<uint64_t>(expected)) << text;
+  }
 }
 
 TEST(LeadingNumber, NumbersBeyondTheDoubleRangeOverflow) {
