@@ -58,6 +58,32 @@ void PreferLargePages(char* data, size_t size) {
 
 }  // namespace
 
+InputFile::InputFile(const std::string& path) : path_(path) {
+  fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (fd_ < 0) throw FileNotFoundError(path);
+  struct stat info {};
+  if (::fstat(fd_, &info) != 0 || S_ISDIR(info.st_mode)) {
+    ::close(fd_);
+    throw FileNotFoundError(path);
+  }
+  regular_ = S_ISREG(info.st_mode);
+  size_ = regular_ ? static_cast<uint64_t>(info.st_size) : 0;
+}
+
+InputFile::~InputFile() { ::close(fd_); }
+
+size_t InputFile::ReadAt(char* data, size_t size, uint64_t offset) const {
+  size_t filled = 0;
+  while (filled < size) {
+    ssize_t n = ::pread(fd_, data + filled, size - filled, static_cast<off_t>(offset + filled));
+    if (n < 0 && errno == EINTR) continue;
+    if (n < 0) throw FileAccessError("cannot read " + path_ + ": " + std::strerror(errno));
+    if (n == 0) break;
+    filled += static_cast<size_t>(n);
+  }
+  return filled;
+}
+
 std::string ReadFileBytes(const std::string& path) {
   Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
   if (file.fd < 0) throw FileNotFoundError(path);

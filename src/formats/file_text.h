@@ -1,6 +1,7 @@
 #pragma once
 // Whole-file reading and crash-safe writing, and the text encoding of names.
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -10,6 +11,30 @@ namespace tavilo {
 // it does not exist, is a directory or cannot be opened; FileAccessError
 // when reading fails part way.
 std::string ReadFileBytes(const std::string& path);
+
+// A file read in pieces. FileNotFoundError (naming the path) when it does
+// not exist, is a directory or cannot be opened.
+class InputFile {
+ public:
+  explicit InputFile(const std::string& path);
+  ~InputFile();
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  // False for a pipe or a device, which can only be read once, in order.
+  bool IsRegular() const { return regular_; }
+  uint64_t Size() const { return size_; }
+
+  // Up to `size` bytes from `offset` into `data`; fewer only where the file
+  // ends. FileAccessError when reading fails.
+  size_t ReadAt(char* data, size_t size, uint64_t offset) const;
+
+ private:
+  int fd_ = -1;
+  bool regular_ = false;
+  uint64_t size_ = 0;
+  std::string path_;
+};
 
 // Writes `bytes` to a temporary file beside `path` and renames it over
 // `path`, so the target is either the old file or the complete new one; the

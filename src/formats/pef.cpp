@@ -4,6 +4,8 @@
 #include <unistd.h>
 
 #include <charconv>
+#include <optional>
+#include <utility>
 
 #include "formats/file_text.h"
 #include "formats/fixed_number.h"
@@ -176,8 +178,8 @@ int16_t CountValue(std::string_view text) { return RoundToInt16(LeadingNumber(te
 
 class PefReader {
  public:
-  PefReader(std::string_view bytes, long missingItemLimit)
-      : index_(bytes), missingItemsLeft_(missingItemLimit) {}
+  PefReader(PefIndex index, long missingItemLimit)
+      : index_(std::move(index)), missingItemsLeft_(missingItemLimit) {}
 
   void ReadAirfoil(Airfoil& airfoil, ReadReport& report);
   void ReadConfiguration(Configuration& config, int setNumber);
@@ -292,11 +294,19 @@ std::string PefFileText(const std::string& path, LfOnlyFile lfOnly = LfOnlyFile:
 
 }  // namespace
 
-ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, long missingItemLimit) {
-  PefReader reader(bytes, missingItemLimit);
+namespace {
+
+ReadReport ReadAirfoil(Airfoil& airfoil, PefIndex index, long missingItemLimit) {
+  PefReader reader(std::move(index), missingItemLimit);
   ReadReport report;
   reader.ReadAirfoil(airfoil, report);
   return report;
+}
+
+}  // namespace
+
+ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes, long missingItemLimit) {
+  return ReadAirfoil(airfoil, PefIndex(bytes), missingItemLimit);
 }
 
 ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes) {
@@ -304,11 +314,21 @@ ReadReport ReadFromPEFText(Airfoil& airfoil, std::string_view bytes) {
 }
 
 ReadReport ReadFromPEF(Airfoil& airfoil, const std::string& path, LfOnlyFile lfOnly) {
-  return ReadFromPEFText(airfoil, PefFileText(path, lfOnly)).InFile(path);
+  // Read section by section from the file, which is then never held whole;
+  // an LF-only file reads the same, unless it is to be rewritten first.
+  std::optional<PefIndex> index;
+  try {
+    index = PefIndex::OfFile(path);
+  } catch (const FileAccessError&) {
+    // Not a file that can be read twice (a pipe): read once, whole.
+  }
+  if (!index || (index->LfOnly() && lfOnly == LfOnlyFile::Rewrite))
+    return ReadFromPEFText(airfoil, PefFileText(path, lfOnly)).InFile(path);
+  return ReadAirfoil(airfoil, std::move(*index), kPefMissingItemLimit).InFile(path);
 }
 
 void ReadPolarFromPEFText(Polar& polar, std::string_view bytes, int setNumber, int polarNumber) {
-  PefReader reader(bytes, kPefMissingItemLimit);
+  PefReader reader(PefIndex(bytes), kPefMissingItemLimit);
   reader.ReadPolar(polar, setNumber, polarNumber);
 }
 

@@ -3,12 +3,20 @@
 #include <algorithm>
 #include <cstring>
 
+#include "formats/file_text.h"
 #include "formats/number_text.h"
 #include "model/errors.h"
 
 namespace tavilo {
 
 // ---------------------------------------------------------------- PrefixFinder
+
+void PrefixFinder::Clear() {
+  entries_.clear();
+  groupStarts_.clear();
+  tree_.clear();
+  positions_.clear();
+}
 
 void PrefixFinder::StartGroup() { groupStarts_.push_back(static_cast<uint32_t>(entries_.size())); }
 
@@ -35,8 +43,8 @@ bool PrefixFinder::StartsWith(const Entry& entry, const Head& head, std::string_
   return (entry.head.high & highMask) == head.high && (entry.head.low & lowMask) == head.low;
 }
 
-void PrefixFinder::Add(std::string_view text, uint32_t ordinal) {
-  entries_.push_back({Head(text), text, ordinal});
+void PrefixFinder::Add(std::string_view text) {
+  entries_.push_back({Head(text), text, static_cast<uint32_t>(entries_.size())});
 }
 
 void PrefixFinder::Build() {
@@ -53,6 +61,8 @@ void PrefixFinder::Build() {
   tree_.assign(2 * n, kNone);
   for (size_t i = 0; i < n; ++i) tree_[n + i] = entries_[i].ordinal;
   for (size_t i = n; i-- > 1;) tree_[i] = std::min(tree_[2 * i], tree_[2 * i + 1]);
+  positions_.resize(n);
+  for (size_t i = 0; i < n; ++i) positions_[entries_[i].ordinal] = static_cast<uint32_t>(i);
 }
 
 uint32_t PrefixFinder::RangeMinimum(size_t begin, size_t end) const {
@@ -87,6 +97,26 @@ uint32_t PrefixFinder::First(size_t group, std::string_view prefix) const {
                       static_cast<size_t>(high - entries_.begin()));
 }
 
+// The entries starting with a prefix stand together in sorted order; from
+// one of them the run usually ends within a step or two either way.
+uint32_t PrefixFinder::FirstGiven(size_t group, std::string_view prefix, uint32_t ordinal) const {
+  const size_t begin = groupStarts_[group];
+  const size_t end = group + 1 < groupStarts_.size() ? groupStarts_[group + 1] : entries_.size();
+  const Head head(prefix);
+  const size_t at = positions_[ordinal];
+  uint32_t best = ordinal;
+  size_t low = at, high = at + 1;
+  for (int steps = 0; low > begin && StartsWith(entries_[low - 1], head, prefix); ++steps) {
+    if (steps == 16) return First(group, prefix);
+    best = std::min(best, entries_[--low].ordinal);
+  }
+  for (int steps = 0; high < end && StartsWith(entries_[high], head, prefix); ++steps) {
+    if (steps == 16) return First(group, prefix);
+    best = std::min(best, entries_[high++].ordinal);
+  }
+  return best;
+}
+
 // ---------------------------------------------------------------- PefIndex
 
 namespace {
@@ -107,31 +137,116 @@ void ForEachLine(std::string_view text, Visit visit) {
 
 }  // namespace
 
-PefIndex::PefIndex(std::string_view text) {
-  if (text.size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
-  sectionNames_.StartGroup();
-  // Growing the tables line by line would copy them over and over and touch
-  // fresh memory each time; the line count is known at the cost of a scan.
-  size_t lines = static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
-  if (lines == 0) lines = static_cast<size_t>(std::count(text.begin(), text.end(), '\r'));
-  ++lines;
-  keyLines_.Reserve(lines);
-  keyLineTexts_.reserve(lines);
-  uint32_t lineNumber = 0;
-  ForEachLine(text, [&](std::string_view line) {
-    if (!line.empty() && line[0] == '[') {
-      sectionNames_.Add(line.substr(1), static_cast<uint32_t>(sectionLines_.size()));
-      sectionLines_.push_back(line);
-      keyLines_.StartGroup();
-    } else if (!sectionLines_.empty()) {
-      keyLines_.Add(line, lineNumber);
-      // Only lines after a section line are ever looked at.
-      keyLineTexts_.push_back(line);
-      ++lineNumber;
+PefIndex::~PefIndex() = default;
+PefIndex::PefIndex(PefIndex&&) noexcept = default;
+PefIndex& PefIndex::operator=(PefIndex&&) noexcept = default;
+
+// `next(buffer)` gives the text's next piece, empty at its end. A section
+// line starts with "[" right after a line end or at the text's start; its
+// section's key lines run from its line end to the next section line.
+template <class NextPiece>
+void PefIndex::Scan(NextPiece next) {
+  char before = '\n';  // the byte before the piece
+  bool inLine = false;  // a section line goes on into the next piece
+  bool sawCr = false, sawLf = false;
+  uint64_t offset = 0;
+  for (std::string_view piece = next(); !piece.empty(); offset += piece.size(), piece = next()) {
+    sawCr = sawCr || piece.find('\r') != std::string_view::npos;
+    sawLf = sawLf || piece.find('\n') != std::string_view::npos;
+    const char* const start = piece.data();
+    const char* const end = start + piece.size();
+    const char* p = start;
+    while (p < end) {
+      if (inLine) {
+        const char* q = p;
+        while (q < end && *q != '\n' && *q != '\r') ++q;
+        sectionText_.insert(sectionText_.end(), p, q);
+        if (q == end) break;
+        Section& section = sections_.back();
+        section.lineLength = sectionText_.size() - section.lineBegin;
+        section.bodyBegin = offset + static_cast<uint64_t>(q - start) + 1;
+        section.crEnd = *q == '\r';
+        inLine = false;
+        p = q + 1;
+        continue;
+      }
+      const char* bracket = static_cast<const char*>(std::memchr(p, '[', static_cast<size_t>(end - p)));
+      if (bracket == nullptr) break;
+      const char previous = bracket == start ? before : bracket[-1];
+      p = bracket + 1;
+      if (previous != '\n' && previous != '\r') continue;
+      if (!sections_.empty()) sections_.back().bodyEnd = offset + static_cast<uint64_t>(bracket - start);
+      sections_.push_back({sectionText_.size(), 0, 0, 0, false});
+      sectionText_.push_back('[');
+      inLine = true;
     }
-  });
+    before = end[-1];
+  }
+  if (inLine) {
+    sections_.back().lineLength = sectionText_.size() - sections_.back().lineBegin;
+    sections_.back().bodyBegin = offset;
+  }
+  if (!sections_.empty()) sections_.back().bodyEnd = offset;
+  lfOnly_ = sawLf && !sawCr;
+  sectionNames_.StartGroup();
+  for (uint32_t k = 0; k < sections_.size(); ++k) sectionNames_.Add(SectionLine(k).substr(1));
   sectionNames_.Build();
+}
+
+PefIndex::PefIndex(std::string_view text) : text_(text) {
+  if (text.size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
+  bool given = false;
+  Scan([&]() {
+    std::string_view piece = given ? std::string_view{} : text;
+    given = true;
+    return piece;
+  });
+}
+
+PefIndex PefIndex::OfFile(const std::string& path, size_t piece) {
+  PefIndex index;
+  index.file_ = std::make_unique<InputFile>(path);
+  const InputFile& file = *index.file_;
+  if (!file.IsRegular()) throw FileAccessError("cannot read " + path + " in pieces");
+  if (file.Size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
+  std::string buffer(std::max<size_t>(piece, 1), '\0');
+  uint64_t offset = 0;
+  index.Scan([&]() {
+    const size_t n = file.ReadAt(buffer.data(), buffer.size(), offset);
+    offset += n;
+    return std::string_view(buffer.data(), n);
+  });
+  return index;
+}
+
+std::string_view PefIndex::SectionLine(uint32_t section) const {
+  return std::string_view(sectionText_.data() + sections_[section].lineBegin, sections_[section].lineLength);
+}
+
+void PefIndex::Load(uint32_t section) const {
+  if (loaded_ == section) return;
+  loaded_ = kNoSection;
+  const Section& s = sections_[section];
+  std::string_view body;
+  if (file_) {
+    body_.resize(static_cast<size_t>(s.bodyEnd - s.bodyBegin));
+    body_.resize(file_->ReadAt(body_.data(), body_.size(), s.bodyBegin));
+    body = std::string_view(body_.data(), body_.size());
+  } else {
+    body = text_.substr(static_cast<size_t>(s.bodyBegin), static_cast<size_t>(s.bodyEnd - s.bodyBegin));
+  }
+  // The LF of a CR LF that ended the section line.
+  if (s.crEnd && !body.empty() && body.front() == '\n') body.remove_prefix(1);
+  keyLines_.Clear();
+  keyLineTexts_.clear();
+  keyLines_.StartGroup();
+  ForEachLine(body, [&](std::string_view line) {
+    keyLines_.Add(line);
+    keyLineTexts_.push_back(line);
+  });
   keyLines_.Build();
+  loaded_ = section;
+  nextLine_ = 0;
 }
 
 uint32_t PefIndex::FindSection(std::string_view section) const {
@@ -140,13 +255,19 @@ uint32_t PefIndex::FindSection(std::string_view section) const {
 }
 
 std::optional<std::string_view> PefIndex::FindValue(uint32_t section, std::string_view key) const {
-  if (section >= sectionLines_.size()) return std::nullopt;
-  uint32_t hit = keyLines_.First(section, key);
-  if (hit != PrefixFinder::kNone) return PefValueOfLine(keyLineTexts_[hit], key.size());
+  if (section >= sections_.size()) return std::nullopt;
+  Load(section);
+  const uint32_t hit = nextLine_ < keyLineTexts_.size() && keyLineTexts_[nextLine_].starts_with(key)
+                           ? keyLines_.FirstGiven(0, key, nextLine_)
+                           : keyLines_.First(0, key);
+  if (hit != PrefixFinder::kNone) {
+    nextLine_ = hit + 1;
+    return PefValueOfLine(keyLineTexts_[hit], key.size());
+  }
   // The line that ends the section is tested for the key before it ends the
   // search, so a key that itself starts with "[" can match it.
-  if (section + 1 < sectionLines_.size() && sectionLines_[section + 1].starts_with(key))
-    return PefValueOfLine(sectionLines_[section + 1], key.size());
+  if (section + 1 < sections_.size() && SectionLine(section + 1).starts_with(key))
+    return PefValueOfLine(SectionLine(section + 1), key.size());
   return std::nullopt;
 }
 

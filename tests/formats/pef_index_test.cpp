@@ -11,11 +11,13 @@
 
 #include "formats/pef.h"
 #include "formats/pef_reference_scan.h"
+#include "support/temp_dir.h"
 
 namespace tavilo {
 namespace {
 
 using testing::ReferencePefValue;
+using testing::TempDir;
 using namespace std::string_literals;
 
 TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
@@ -111,7 +113,8 @@ class QuirkyPefGenerator {
 };
 
 // Queries from the generator's vocabulary, plus prefixes of lines actually
-// present, which probe every boundary of the prefix rules.
+// present, which probe every boundary of the prefix rules, at random and in
+// file order.
 std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& generator, const std::string& text) {
   std::vector<std::pair<std::string, std::string>> queries;
   for (int i = 0; i < 40; ++i) queries.emplace_back(generator.Section(), generator.Key());
@@ -124,18 +127,35 @@ std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& gen
     return rest.substr(0, static_cast<size_t>(generator.Pick(0, static_cast<int>(rest.size()))));
   };
   for (int i = 0; i < 20 && !lines.empty(); ++i) queries.emplace_back(prefixOfALine(1), prefixOfALine(0));
+  // A reader's way: each section's lines by a prefix of each, in file order.
+  std::string section;
+  for (const std::string& line : lines) {
+    if (!line.empty() && line[0] == '[') section = line.substr(1, static_cast<size_t>(generator.Pick(0, 12)));
+    queries.emplace_back(section, line.substr(0, static_cast<size_t>(generator.Pick(0, 9))));
+  }
   return queries;
 }
 
-TEST(PefIndex, AgreesWithTheLiteralScanOnGeneratedFiles) {
+// A file is indexed as it is read in pieces, here a few bytes long, so that
+// section lines, line ends and CR LF pairs fall across their edges.
+TEST(PefIndex, AgreesWithTheLiteralScanOnGeneratedFilesInTextAndReadInPieces) {
   QuirkyPefGenerator generator(20260101);
+  TempDir dir;
   int compared = 0;
   for (int file = 0; file < 4000; ++file) {
     const std::string text = generator.File();
-    PefIndex index(text);
+    const size_t pieces[] = {1, 2, 3, 5, 8, 13, 64, 4096};
+    const size_t piece = pieces[file % 8];
+    PefIndex inText(text);
+    PefIndex inPieces = PefIndex::OfFile(dir.Write("q.pef", text), piece);
+    EXPECT_EQ(inPieces.LfOnly(), IsLfOnlyText(text));
     for (const auto& [section, key] : Queries(generator, text)) {
-      ASSERT_EQ(std::string(index.Value(section, key)), ReferencePefValue(text, section, key))
+      const std::string expected = ReferencePefValue(text, section, key);
+      ASSERT_EQ(std::string(inText.Value(section, key)), expected)
           << "file " << file << " section '" << section << "' key '" << key << "'\n" << text;
+      ASSERT_EQ(std::string(inPieces.Value(section, key)), expected)
+          << "file " << file << " in pieces of " << piece << ", section '" << section << "' key '" << key
+          << "'\n" << text;
       ++compared;
     }
   }
