@@ -84,6 +84,32 @@ size_t InputFile::ReadAt(char* data, size_t size, uint64_t offset) const {
   return filled;
 }
 
+std::string_view FileTextSource::More(std::string_view carry) {
+  // The carry may lie in the buffer itself: it moves to the front first.
+  std::vector<char> kept(carry.begin(), carry.end());
+  buffer_.resize(kept.size() + piece_);
+  std::copy(kept.begin(), kept.end(), buffer_.begin());
+  const size_t n = file_.ReadAt(buffer_.data() + kept.size(), piece_, offset_);
+  offset_ += n;
+  return std::string_view(buffer_.data(), kept.size() + n);
+}
+
+int FileTextSource::LineEndsBefore(uint64_t offset) {
+  std::vector<char> piece(piece_);
+  int count = 0;
+  for (uint64_t at = 0; at < offset;) {
+    const size_t n = file_.ReadAt(piece.data(), static_cast<size_t>(std::min<uint64_t>(piece_, offset - at)), at);
+    if (n == 0) break;
+    count += CountLineEnds(std::string_view(piece.data(), n));
+    // A CR that ends a piece and starts a CR LF was counted as a line end
+    // of its own; its LF is counted in the next piece.
+    char next = 0;
+    if (piece[n - 1] == '\r' && at + n < offset && file_.ReadAt(&next, 1, at + n) == 1 && next == '\n') --count;
+    at += n;
+  }
+  return count;
+}
+
 std::string ReadFileBytes(const std::string& path) {
   Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
   if (file.fd < 0) throw FileNotFoundError(path);

@@ -4,6 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "formats/line_reader.h"
 
 namespace tavilo {
 
@@ -34,6 +37,20 @@ class InputFile {
   bool regular_ = false;
   uint64_t size_ = 0;
   std::string path_;
+};
+
+// A file's text piece by piece, for a LineReader.
+class FileTextSource : public TextSource {
+ public:
+  explicit FileTextSource(const InputFile& file, size_t piece = 1 << 20) : file_(file), piece_(piece) {}
+  std::string_view More(std::string_view carry) override;
+  int LineEndsBefore(uint64_t offset) override;
+
+ private:
+  const InputFile& file_;
+  size_t piece_;
+  uint64_t offset_ = 0;  // of the next piece
+  std::vector<char> buffer_;
 };
 
 // Writes `bytes` to a temporary file beside `path` and renames it over

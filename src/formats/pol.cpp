@@ -98,13 +98,14 @@ void ReadMachAndReynolds(std::string_view line, Polar& polar) {
   polar.MachNumber = LeadingNumber(Columns(line, 11, 5));
 }
 
-// The point lines that follow, up to the first blank line: counted first,
-// so that a long polar's points are stored once instead of being moved
-// each time their store grows. At most a 16-bit count.
-int PointLinesAhead(LineReader reader) {
+// The point lines that follow, up to the first blank line or the end of the
+// text at hand: counted first, so that a long polar's points are stored
+// once instead of being moved each time their store grows. At most a
+// 16-bit count.
+int PointLinesAhead(LineReader ahead) {
   std::string_view line;
   int count = 0;
-  while (count < 32767 && reader.Next(line) && !TrimTrailingBlanks(line).empty()) ++count;
+  while (count < 32767 && ahead.Next(line) && !TrimTrailingBlanks(line).empty()) ++count;
   return count;
 }
 
@@ -125,7 +126,7 @@ bool ReadPolarBlock(LineReader& reader, Airfoil& airfoil, Configuration& config)
   // XFOIL writes the heading before the first point converges, so a file
   // that ends right after the column heading is a run without a converged
   // point: its polar is kept, empty, with its Reynolds and Mach numbers.
-  polar->ReservePoints(PointLinesAhead(reader));
+  polar->ReservePoints(PointLinesAhead(reader.Ahead()));
   const bool hasPoints = reader.Next(line);
   // The data end at the first blank line or at the end of the text, so a
   // file without a final empty line still reads its last point.
@@ -135,6 +136,25 @@ bool ReadPolarBlock(LineReader& reader, Airfoil& airfoil, Configuration& config)
   }
   config.AddPolar(polar);
   return hasPoints;
+}
+
+ReadReport ReadPolarBlocks(Airfoil& airfoil, LineReader& reader) {
+  auto config = std::make_shared<Configuration>();
+  airfoil.ResetConfigurations(1);
+  airfoil.SetConfiguration(1, config);
+  ReadReport report;
+  try {
+    while (ReadPolarBlock(reader, airfoil, *config)) {
+    }
+  } catch (const OverflowError& error) {
+    // A number past the double range, a point past the 32767th or a line
+    // past 32767 characters ends the file here, as any run-time error does
+    // in this reader: what was read stays, the polar being read is dropped.
+    // The window shows nothing; the converter must not call it a success.
+    report.stoppedEarly = true;
+    report.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), true, {}, reader.LinesRead()});
+  }
+  return report;
 }
 
 }  // namespace
@@ -156,27 +176,18 @@ void WriteToPOL(const Airfoil& airfoil, const std::string& path) {
 }
 
 ReadReport ReadFromPOLText(Airfoil& airfoil, std::string_view bytes) {
-  auto config = std::make_shared<Configuration>();
-  airfoil.ResetConfigurations(1);
-  airfoil.SetConfiguration(1, config);
   LineReader reader(bytes);
-  ReadReport report;
-  try {
-    while (ReadPolarBlock(reader, airfoil, *config)) {
-    }
-  } catch (const OverflowError& error) {
-    // A number past the double range, a point past the 32767th or a line
-    // past 32767 characters ends the file here, as any run-time error does
-    // in this reader: what was read stays, the polar being read is dropped.
-    // The window shows nothing; the converter must not call it a success.
-    report.stoppedEarly = true;
-    report.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), true, {}, reader.LinesRead()});
-  }
-  return report;
+  return ReadPolarBlocks(airfoil, reader);
 }
 
 ReadReport ReadFromPOL(Airfoil& airfoil, const std::string& path) {
-  return ReadFromPOLText(airfoil, ReadFileBytes(path)).InFile(path);
+  // Read a piece at a time, so that a large file is never held whole; a
+  // piece holds the longest polar, or most of it.
+  InputFile file(path);
+  if (!file.IsRegular()) return ReadFromPOLText(airfoil, ReadFileBytes(path)).InFile(path);
+  FileTextSource source(file, 4 << 20);
+  LineReader reader(source);
+  return ReadPolarBlocks(airfoil, reader).InFile(path);
 }
 
 std::string ReadSetNameFromPOL(const std::string& path) {
