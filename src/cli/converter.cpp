@@ -61,7 +61,7 @@ constexpr int kAirfoilPastEndText = 122;
 constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
 constexpr int kNothingToApproximateText = 164;
-constexpr int kNoRendererText = 240;
+[[maybe_unused]] constexpr int kNoRendererText = 240;  // where the renderer is built
 
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.

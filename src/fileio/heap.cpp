@@ -30,7 +30,7 @@ void PrepareHeapForReading(const std::string& path) {
   // is one region to mark (only what is used of it is ever resident);
   // blocks up to 32 MB come from it rather than being mapped apart, and
   // nothing is handed back while reading.
-  const size_t pad = std::min<size_t>(4 * static_cast<size_t>(info.st_size) + 4 * kLargePage, size_t(1) << 30);
+  const size_t pad = std::min<size_t>(4 * static_cast<size_t>(info.st_size) + 4 * kLargePage, size_t(512) << 20);
   mallopt(M_MMAP_THRESHOLD, 32 << 20);
   mallopt(M_TRIM_THRESHOLD, static_cast<int>(2 * pad));
   mallopt(M_TOP_PAD, static_cast<int>(pad));
