@@ -209,7 +209,7 @@ PefIndex PefIndex::OfFile(const std::string& path, size_t piece) {
   const InputFile& file = *index.file_;
   if (!file.IsRegular()) throw FileAccessError("cannot read " + path + " in pieces");
   if (file.Size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
-  std::string buffer(std::max<size_t>(piece, 1), '\0');
+  std::string buffer(static_cast<size_t>(std::clamp<uint64_t>(file.Size() + 1, 1, std::max<size_t>(piece, 1))), '\0');
   uint64_t offset = 0;
   index.Scan([&]() {
     const size_t n = file.ReadAt(buffer.data(), buffer.size(), offset);
