@@ -85,13 +85,22 @@ size_t InputFile::ReadAt(char* data, size_t size, uint64_t offset) const {
 }
 
 std::string_view FileTextSource::More(std::string_view carry) {
-  // The carry may lie in the buffer itself: it moves to the front first.
-  std::vector<char> kept(carry.begin(), carry.end());
-  buffer_.resize(kept.size() + piece_);
-  std::copy(kept.begin(), kept.end(), buffer_.begin());
-  const size_t n = file_.ReadAt(buffer_.data() + kept.size(), piece_, offset_);
+  // No larger a piece than the rest of the file, and one byte more to see
+  // that it has ended (or grown).
+  const uint64_t rest = file_.Size() > offset_ ? file_.Size() - offset_ : 0;
+  const size_t piece = static_cast<size_t>(std::min<uint64_t>(piece_, rest + 1));
+  if (carry.size() + piece > capacity_) {
+    capacity_ = carry.size() + piece;
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity_);
+    std::copy(carry.begin(), carry.end(), larger.get());
+    buffer_ = std::move(larger);
+  } else {
+    // The carry lies in the buffer itself, behind its front.
+    std::copy(carry.begin(), carry.end(), buffer_.get());
+  }
+  const size_t n = file_.ReadAt(buffer_.get() + carry.size(), piece, offset_);
   offset_ += n;
-  return std::string_view(buffer_.data(), kept.size() + n);
+  return std::string_view(buffer_.get(), carry.size() + n);
 }
 
 int FileTextSource::LineEndsBefore(uint64_t offset) {

@@ -2,6 +2,7 @@
 // Whole-file reading and crash-safe writing, and the text encoding of names.
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -50,7 +51,8 @@ class FileTextSource : public TextSource {
   const InputFile& file_;
   size_t piece_;
   uint64_t offset_ = 0;  // of the next piece
-  std::vector<char> buffer_;
+  std::unique_ptr<char[]> buffer_;  // left unfilled until read into
+  size_t capacity_ = 0;
 };
 
 // Writes `bytes` to a temporary file beside `path` and renames it over

@@ -237,8 +237,9 @@ std::string_view RestAfterFirstBlank(std::string_view line) {
 }
 
 std::string_view TrimLeadingBlanks(std::string_view text) {
-  size_t p = text.find_first_not_of(' ');
-  return p == std::string_view::npos ? std::string_view{} : text.substr(p);
+  size_t p = 0;
+  while (p < text.size() && text[p] == ' ') ++p;
+  return text.substr(p);
 }
 
 std::string_view TrimTrailingBlanks(std::string_view text) {
