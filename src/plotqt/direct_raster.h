@@ -105,6 +105,8 @@ class DirectRaster {
   static Orientation Orient(double& x0, double& y0, double& x1, double& y1, int endX, int endY,
                             bool withEnd);
   void WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  bool WideRun(int first, int last, double x0, double y0, double gradient, double half, int skip,
+               bool steep, uint32_t pixel);
   void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,
