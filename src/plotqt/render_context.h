@@ -1,16 +1,20 @@
 #pragma once
 // What the Qt surfaces of one owner keep from one redraw to the next: the
-// texts they have laid out and the marker shapes they have drawn. The window
-// and the picture renderer each own one and hand it to every surface they
-// draw on. A context must go before the application object, whose fonts its
-// texts refer to; one owned by a window or a function call does.
+// texts they have laid out and the marker shapes they have drawn, and the
+// threads that draw images at once. The window and the picture renderer
+// each own one and hand it to every surface they draw on. A context must go
+// before the application object, whose fonts its texts refer to; one owned
+// by a window or a function call does.
 
 #include <QFont>
 #include <QFontMetricsF>
 #include <QHash>
 #include <QStaticText>
 #include <QString>
+#include <functional>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 #include "plotqt/direct_raster.h"
 
@@ -37,9 +41,19 @@ class RenderContext {
 
   ShapeCache& Shapes() { return shapes_; }
 
+  // Calls draw(i, context) once for every i below `count`, spread over the
+  // calling thread and helper threads that this context keeps (one more for
+  // each further core, at most count - 1 in all), and returns when all calls
+  // have. Every thread draws with a context of its own, this one on the
+  // calling thread: a laid-out text refers to the fonts of the thread that
+  // laid it out. An exception from a call is thrown here, after the rest.
+  void ForEach(int count, const std::function<void(int, RenderContext&)>& draw);
+
  private:
+  class Helper;
   QHash<QString, LaidOutText> texts_;
   ShapeCache shapes_;
+  std::vector<std::unique_ptr<Helper>> helpers_;  // made when first needed
 };
 
 }  // namespace tavilo
