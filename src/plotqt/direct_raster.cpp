@@ -106,6 +106,20 @@ inline Pair16 WideCoverage(Signed16 upper, Signed16 tops, Signed16 lowerHere) {
 #endif
 }
 
+// Four neighbours in a row at `p` blended with the coverages of the first
+// two and of the last two.
+inline void MixFour(uint32_t* p, Pair16 source, Pair16 first, Pair16 last) {
+#ifdef __SSE2__
+  const __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const Pair16 low = Widen(pixels), high = Pair16(_mm_unpackhi_epi8(pixels, _mm_setzero_si128()));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(p),
+                   _mm_packus_epi16(__m128i(Mix(low, source, first)), __m128i(Mix(high, source, last))));
+#else
+  StoreAdjacent(p, Mix(LoadAdjacent(p), source, first));
+  StoreAdjacent(p + 2, Mix(LoadAdjacent(p + 2), source, last));
+#endif
+}
+
 // (x * a + y * (255 - a)) / 255, rounded, on all four channels at once,
 // two channels to a 32-bit word.
 inline uint32_t Interpolate(uint32_t x, uint32_t a, uint32_t y, uint32_t b) {
@@ -430,7 +444,14 @@ void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pi
 void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel,
                                bool withEnd) {
   int endX, endY;
-  if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) return;
+  // Most segments of a curve lie inside the clip, with nothing to cut off.
+  if (x0 >= clipLeft_ && x0 <= clipRight_ && x1 >= clipLeft_ && x1 <= clipRight_ && y0 >= clipTop_ &&
+      y0 <= clipBottom_ && y1 >= clipTop_ && y1 <= clipBottom_) {
+    endX = FloorToInt(x1 + 0.5);
+    endY = FloorToInt(y1 + 0.5);
+  } else if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) {
+    return;
+  }
   const auto [steep, skip, gradient] = Orient(x0, y0, x1, y1, endX, endY, withEnd);
   const double half = 0.5 * scale_ * std::sqrt(1 + gradient * gradient);  // across the major axis
   int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
@@ -468,6 +489,57 @@ void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint3
   }
 }
 
+namespace {
+
+// The steps of WideRun: `count` of them along the major axis, the first
+// from `start`; `centre` is the line's centre across the first
+// step in 16.16 fixed point, plus half a pixel, `reach` half its extent
+// across.
+struct WideSteps {
+  uint32_t* start;
+  qsizetype stride;
+  int count;
+  int64_t centre, step, reach;
+
+  // With `kPairs` of pixels across (0: `pairs`); `kSteep` when the pixels
+  // across are neighbours in a row.
+  template <bool kSteep, int kPairs>
+  void Draw(uint32_t pixel, int pairs) const {
+    if (kPairs > 0) pairs = kPairs;
+    const qsizetype along = kSteep ? stride : 1, across = kSteep ? 1 : stride;
+    const Pair16 source = Spread(pixel);
+    const Signed16 firstTops = {0, 0, 0, 0, 4096, 4096, 4096, 4096};
+    const Signed16 nextPair = Signed16{} + int16_t(2 * 4096);
+    uint32_t* line = start;
+    int64_t y = centre;
+    for (int x = 0; x < count; ++x, y += step, line += along) {
+      const int64_t lower = y - reach, upper = y + reach;
+      const int row = int(lower >> 16);
+      const int16_t lowerPart = int16_t((lower >> 4) & 0xfff);
+      const int16_t upperPart = int16_t((upper >> 4) - (int64_t(row) << 12));
+      const Signed16 upperLanes = Signed16{} + upperPart;
+      const Signed16 lowerFirst = {lowerPart, lowerPart, lowerPart, lowerPart, 0, 0, 0, 0};
+      uint32_t* p = line + row * across;
+      if (kSteep && kPairs == 2) {
+        MixFour(p, source, WideCoverage(upperLanes, firstTops, lowerFirst),
+                WideCoverage(upperLanes, firstTops + nextPair, Signed16{}));
+        continue;
+      }
+      Signed16 tops = firstTops, lowerHere = lowerFirst;
+      for (int k = 0; k < pairs; ++k, tops += nextPair, p += 2 * across) {
+        const Pair16 coverage = WideCoverage(upperLanes, tops, lowerHere);
+        lowerHere = Signed16{};
+        if (kSteep)
+          StoreAdjacent(p, Mix(LoadAdjacent(p), source, coverage));
+        else
+          StoreTwo(p, p + across, Mix(LoadTwo(p, p + across), source, coverage));
+      }
+    }
+  }
+};
+
+}  // namespace
+
 // A wide segment that lies wholly inside the clip, as WideSegment draws it
 // but in fixed point: the lower and upper edges of the line across each step
 // in 16.16, the coverages of the pixels between them in 4096ths, blended two
@@ -499,30 +571,12 @@ bool DirectRaster::WideRun(int first, int last, double x0, double y0, double gra
   const int minorLow = steep ? clipLeft_ : clipTop_, minorHigh = steep ? clipRight_ : clipBottom_;
   if (first < majorLow || last >= majorHigh || lowest < minorLow || highest >= minorHigh) return false;
 
-  const qsizetype along = steep ? stride_ : 1, across = steep ? 1 : stride_;
-  const Pair16 source = Spread(pixel);
-  const Signed16 firstTops = {0, 0, 0, 0, 4096, 4096, 4096, 4096};
-  const Signed16 nextPair = Signed16{} + 2 * 4096;
-  uint32_t* start = bits_ + first * along;
-  int64_t y = centre;
-  for (int x = first; x <= last; ++x, y += step, start += along) {
-    const int64_t lower = y - reach, upper = y + reach;
-    const int row = int(lower >> 16);
-    const int16_t lowerPart = int16_t((lower >> 4) & 0xfff);
-    const int16_t upperPart = int16_t((upper >> 4) - (int64_t(row) << 12));
-    const Signed16 upperLanes = Signed16{} + upperPart;
-    Signed16 tops = firstTops;
-    Signed16 lowerHere = {lowerPart, lowerPart, lowerPart, lowerPart, 0, 0, 0, 0};
-    uint32_t* p = start + row * across;
-    for (int k = 0; k < pairs; ++k, tops += nextPair, p += 2 * across) {
-      const Pair16 coverage = WideCoverage(upperLanes, tops, lowerHere);
-      lowerHere = Signed16{};
-      if (steep)
-        StoreAdjacent(p, Mix(LoadAdjacent(p), source, coverage));
-      else
-        StoreTwo(p, p + across, Mix(LoadTwo(p, p + across), source, coverage));
-    }
-  }
+  const WideSteps steps{bits_ + first * (steep ? stride_ : 1), stride_, last - first + 1, centre, step, reach};
+  // Lines at pixel ratio 2 span two pairs of pixels across: their own loops.
+  if (steep)
+    pairs == 2 ? steps.Draw<true, 2>(pixel, 2) : steps.Draw<true, 0>(pixel, pairs);
+  else
+    pairs == 2 ? steps.Draw<false, 2>(pixel, 2) : steps.Draw<false, 0>(pixel, pairs);
   return true;
 }
 
