@@ -88,6 +88,12 @@ class RenderContext::Helper {
 RenderContext::RenderContext() = default;
 RenderContext::~RenderContext() = default;
 
+const QImage& RenderContext::Kept(const QString& key, const std::function<QImage()>& make) {
+  if (auto found = images_.constFind(key); found != images_.constEnd()) return *found;
+  if (images_.size() >= kMaxTexts) images_.clear();
+  return *images_.insert(key, make());
+}
+
 void RenderContext::ForEach(int count, const std::function<void(int, RenderContext&)>& draw) {
   const int cores = int(std::thread::hardware_concurrency());
   const int helpers = std::min(count, cores) - 1;

@@ -9,6 +9,7 @@
 #include <QFont>
 #include <QFontMetricsF>
 #include <QHash>
+#include <QImage>
 #include <QStaticText>
 #include <QString>
 #include <functional>
@@ -39,6 +40,10 @@ class RenderContext {
   const LaidOutText& LaidOut(const QString& layoutKey, std::string_view text, const QFont& font,
                              const QFontMetricsF& metrics);
 
+  // The image kept under `key`, made by `make` when there is none yet (a
+  // text's halo). The reference holds until the next call.
+  const QImage& Kept(const QString& key, const std::function<QImage()>& make);
+
   ShapeCache& Shapes() { return shapes_; }
 
   // Calls draw(i, context) once for every i below `count`, spread over the
@@ -52,6 +57,7 @@ class RenderContext {
  private:
   class Helper;
   QHash<QString, LaidOutText> texts_;
+  QHash<QString, QImage> images_;
   ShapeCache shapes_;
   std::vector<std::unique_ptr<Helper>> helpers_;  // made when first needed
 };
