@@ -606,6 +606,34 @@ void DirectRaster::Draw() {
 
 DirectRaster::~DirectRaster() { Draw(); }
 
+// A graph's background covers the whole image, which on a dense screen is
+// larger than the cache: stored past the cache, its lines are not read in
+// first, which halves the memory traffic of clearing.
+bool DirectRaster::Fill(const QRectF& logical, QRgb color) {
+  if (!commands_.empty()) return false;
+  const QRectF device(logical.topLeft() * scale_ + offset_, logical.size() * scale_);
+  const int left = int(device.left()), top = int(device.top()), right = int(device.right()),
+            bottom = int(device.bottom());
+  if (QRectF(left, top, right - left, bottom - top) != device || left < clipLeft_ || top < clipTop_ ||
+      right > clipRight_ || bottom > clipBottom_)
+    return false;
+  const uint32_t pixel = color | 0xff000000u;
+  for (int y = top; y < bottom; ++y) {
+    uint32_t* p = bits_ + y * stride_ + left;
+    uint32_t* const end = bits_ + y * stride_ + right;
+#ifdef __SSE2__
+    const __m128i four = _mm_set1_epi32(int(pixel));
+    for (; p < end && (reinterpret_cast<uintptr_t>(p) & 15) != 0; ++p) *p = pixel;
+    for (; end - p >= 4; p += 4) _mm_stream_si128(reinterpret_cast<__m128i*>(p), four);
+#endif
+    for (; p < end; ++p) *p = pixel;
+  }
+#ifdef __SSE2__
+  _mm_sfence();
+#endif
+  return true;
+}
+
 // A shape's pixels as offsets from its centre pixel: those wholly covered,
 // which a stamp simply sets, and pairs of neighbours in a row that it blends
 // two at a time. One loop over each list, of the same length for every

@@ -80,6 +80,11 @@ class DirectRaster {
   // when the outline is not small or not closed.
   bool Outline(const QPointF* points, size_t count, QRgb color);
 
+  // Sets the pixels of `logical` (painter coordinates) to the opaque
+  // `color` at once, when the rectangle lies on whole pixels within the clip
+  // and nothing is queued; false otherwise.
+  bool Fill(const QRectF& logical, QRgb color);
+
   // Draws everything queued, in the order given.
   void Draw();
 

@@ -114,7 +114,7 @@ void QtSurface::UseClip() {
 void QtSurface::Clear() {
   FlushLines();
   UseClip();
-  painter_.fillRect(target_, Qt::white);
+  if (!raster_ || !raster_->Fill(target_, qRgb(255, 255, 255))) painter_.fillRect(target_, Qt::white);
   currentX_ = 0;
   currentY_ = 0;
 }
