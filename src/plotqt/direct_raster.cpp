@@ -606,9 +606,9 @@ void DirectRaster::Draw() {
 
 DirectRaster::~DirectRaster() { Draw(); }
 
-// A graph's background covers the whole image, which on a dense screen is
-// larger than the cache: stored past the cache, its lines are not read in
-// first, which halves the memory traffic of clearing.
+// A graph's background covers the whole image, mostly larger than the
+// cache: stored past the cache, its lines are not read in first and do not
+// crowd out those the curves need next. A small one stays in the cache.
 bool DirectRaster::Fill(const QRectF& logical, QRgb color) {
   if (!commands_.empty()) return false;
   const QRectF device(logical.topLeft() * scale_ + offset_, logical.size() * scale_);
@@ -618,18 +618,21 @@ bool DirectRaster::Fill(const QRectF& logical, QRgb color) {
       right > clipRight_ || bottom > clipBottom_)
     return false;
   const uint32_t pixel = color | 0xff000000u;
+  const bool large = int64_t(right - left) * (bottom - top) >= (1 << 20);
   for (int y = top; y < bottom; ++y) {
     uint32_t* p = bits_ + y * stride_ + left;
     uint32_t* const end = bits_ + y * stride_ + right;
 #ifdef __SSE2__
-    const __m128i four = _mm_set1_epi32(int(pixel));
-    for (; p < end && (reinterpret_cast<uintptr_t>(p) & 15) != 0; ++p) *p = pixel;
-    for (; end - p >= 4; p += 4) _mm_stream_si128(reinterpret_cast<__m128i*>(p), four);
+    if (large) {
+      const __m128i four = _mm_set1_epi32(int(pixel));
+      for (; p < end && (reinterpret_cast<uintptr_t>(p) & 15) != 0; ++p) *p = pixel;
+      for (; end - p >= 4; p += 4) _mm_stream_si128(reinterpret_cast<__m128i*>(p), four);
+    }
 #endif
-    for (; p < end; ++p) *p = pixel;
+    std::fill(p, end, pixel);
   }
 #ifdef __SSE2__
-  _mm_sfence();
+  if (large) _mm_sfence();
 #endif
   return true;
 }
