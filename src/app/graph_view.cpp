@@ -1,14 +1,15 @@
 #include "graph_view.h"
 
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPainter>
-#include <algorithm>
-#include <iterator>
+#include <array>
 #include <memory>
 
 #include "graph_widget.h"
 #include "plot/plot_data.h"
 #include "plot/readout.h"
+#include "plotqt/graph_images.h"
 #include "plotqt/qt_surface.h"
 
 namespace tavilo {
@@ -42,18 +43,10 @@ class Canvases {
     return {surface(0), surface(1), surface(2), surface(3), surface(4)};
   }
 
-  // With `views`, each graph drawn takes its view for its read-out and for
-  // whatever is drawn over it later.
-  void Finish(const PlotViews* views = nullptr) {
-    const GraphView* all[] = {nullptr, nullptr, nullptr, nullptr, nullptr};
-    if (views) {
-      const GraphView* given[] = {&views->clCd, &views->clAlfa, &views->cmAlfa, &views->blu, &views->bll};
-      std::copy(std::begin(given), std::end(given), std::begin(all));
-    }
+  void Finish() {
     for (std::size_t i = 0; i < canvases_.size(); ++i) {
       Canvas* canvas = canvases_[i].get();
       if (canvas == nullptr) continue;
-      if (all[i]) canvas->widget->SetView(*all[i]);
       canvas->surface.reset();  // draws what it still holds before the painter ends
       canvas->painter.end();
       canvas->widget->update();
@@ -69,9 +62,20 @@ class Canvases {
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
                 RenderContext& context) {
   if (airfoil == nullptr) return;
-  Canvases canvases(graphs, context);
-  PlotData(airfoil, request, canvases.Surfaces());
-  canvases.Finish(&request.views);
+  GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
+  const GraphView* const views[] = {&request.views.clCd, &request.views.clAlfa, &request.views.cmAlfa,
+                                    &request.views.blu, &request.views.bll};
+  std::array<GraphImage, 5> images;
+  for (std::size_t i = 0; i < images.size(); ++i)
+    if (widgets[i] != nullptr) images[i] = {&widgets[i]->NewCanvas(), QSizeF(widgets[i]->size())};
+  PlotDataOnImages(airfoil, request, images, QGuiApplication::font(), context);
+  // Each graph drawn takes its view for its read-out and for whatever is
+  // drawn over it later.
+  for (std::size_t i = 0; i < images.size(); ++i) {
+    if (widgets[i] == nullptr) continue;
+    widgets[i]->SetView(*views[i]);
+    widgets[i]->update();
+  }
 }
 
 void DrawOverGraphs(const PlotOverlay& overlay, const GraphWidgets& graphs, RenderContext& context) {

@@ -191,15 +191,17 @@ void DrawOverlay(const PlotOverlay& overlay, const PlotViews& views, const Graph
   }
 }
 
-void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
-  if (!airfoil) return;
+bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
+  if (!airfoil) return true;
   try {
     DrawAll(*airfoil, request, surfaces);
   } catch (const RuntimeError&) {
     // A wild value (a coordinate beyond the device range) or a broken list
     // ends the redraw; what is on the graphs so far stays, without a message,
     // because a redraw runs after every change and must never stop the user.
+    return false;
   }
+  return true;
 }
 
 }  // namespace tavilo

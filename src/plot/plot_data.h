@@ -77,8 +77,9 @@ struct PlotRequest {
 // nothing and leaves the surfaces as they are. A run-time error raised while
 // drawing (a wild value beyond the device range, a broken list, a language
 // without texts) ends the redraw quietly and the surfaces keep what was
-// drawn so far. Allocates nothing per point, of a polar or of an overlay.
-void PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces);
+// drawn so far; false then. Allocates nothing per point, of a polar or of an
+// overlay.
+bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces);
 
 // The polar curves of `points` in each surface's foreground colour, with
 // the markers of `symbol` (1..5; 0 for none), as PlotData draws a polar.

@@ -86,6 +86,40 @@ const StepCoverage kStepCoverage;
 // `pixel` twice.
 inline Pair16 Spread(uint32_t pixel) { return LoadTwo(&pixel, &pixel); }
 
+// The coverages of two pixels across a wide line, per channel, from the
+// line's lower and upper edges relative to the first pixel's top edge, in
+// 4096ths of a pixel: `upper` minus the pixels' tops (`tops`, 4096 apart),
+// clamped to a pixel, less `lower` in the first pixel (`lowerHere`, 0 in the
+// others). Rounded to 255ths as cover * 255 / 4096 + 0.5 would be, within a
+// unit.
+using Signed16 = int16_t __attribute__((vector_size(16)));
+inline Pair16 WideCoverage(Signed16 upper, Signed16 tops, Signed16 lowerHere) {
+  Signed16 cover = upper - tops;
+  cover = cover < 0 ? Signed16{} : cover;
+  cover = cover > 4096 ? Signed16{} + 4096 : cover;
+  cover = cover - lowerHere + 8;
+#ifdef __SSE2__
+  return Pair16(_mm_mulhi_epu16(__m128i(cover), _mm_set1_epi16(4080)));
+#else
+  using Wide = uint32_t __attribute__((vector_size(32)));
+  return __builtin_convertvector((__builtin_convertvector(Pair16(cover), Wide) * 4080) >> 16, Pair16);
+#endif
+}
+
+// Four neighbours in a row at `p` blended with the coverages of the first
+// two and of the last two.
+inline void MixFour(uint32_t* p, Pair16 source, Pair16 first, Pair16 last) {
+#ifdef __SSE2__
+  const __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+  const Pair16 low = Widen(pixels), high = Pair16(_mm_unpackhi_epi8(pixels, _mm_setzero_si128()));
+  _mm_storeu_si128(reinterpret_cast<__m128i*>(p),
+                   _mm_packus_epi16(__m128i(Mix(low, source, first)), __m128i(Mix(high, source, last))));
+#else
+  StoreAdjacent(p, Mix(LoadAdjacent(p), source, first));
+  StoreAdjacent(p + 2, Mix(LoadAdjacent(p + 2), source, last));
+#endif
+}
+
 // (x * a + y * (255 - a)) / 255, rounded, on all four channels at once,
 // two channels to a 32-bit word.
 inline uint32_t Interpolate(uint32_t x, uint32_t a, uint32_t y, uint32_t b) {
@@ -410,10 +444,18 @@ void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pi
 void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel,
                                bool withEnd) {
   int endX, endY;
-  if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) return;
+  // Most segments of a curve lie inside the clip, with nothing to cut off.
+  if (x0 >= clipLeft_ && x0 <= clipRight_ && x1 >= clipLeft_ && x1 <= clipRight_ && y0 >= clipTop_ &&
+      y0 <= clipBottom_ && y1 >= clipTop_ && y1 <= clipBottom_) {
+    endX = FloorToInt(x1 + 0.5);
+    endY = FloorToInt(y1 + 0.5);
+  } else if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) {
+    return;
+  }
   const auto [steep, skip, gradient] = Orient(x0, y0, x1, y1, endX, endY, withEnd);
   const double half = 0.5 * scale_ * std::sqrt(1 + gradient * gradient);  // across the major axis
-  const int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
+  int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
+  if (gradient != 0 && WideRun(first, last, x0, y0, gradient, half, skip, steep, pixel)) return;
   if (gradient == 0) {  // a grid line or an axis: the same coverage all along
     const int from = std::max(first, steep ? clipTop_ : clipLeft_);
     const int to = std::min(last, (steep ? clipBottom_ : clipRight_) - 1);
@@ -447,6 +489,97 @@ void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint3
   }
 }
 
+namespace {
+
+// The steps of WideRun: `count` of them along the major axis, the first
+// from `start`; `centre` is the line's centre across the first
+// step in 16.16 fixed point, plus half a pixel, `reach` half its extent
+// across.
+struct WideSteps {
+  uint32_t* start;
+  qsizetype stride;
+  int count;
+  int64_t centre, step, reach;
+
+  // With `kPairs` of pixels across (0: `pairs`); `kSteep` when the pixels
+  // across are neighbours in a row.
+  template <bool kSteep, int kPairs>
+  void Draw(uint32_t pixel, int pairs) const {
+    if (kPairs > 0) pairs = kPairs;
+    const qsizetype along = kSteep ? stride : 1, across = kSteep ? 1 : stride;
+    const Pair16 source = Spread(pixel);
+    const Signed16 firstTops = {0, 0, 0, 0, 4096, 4096, 4096, 4096};
+    const Signed16 nextPair = Signed16{} + int16_t(2 * 4096);
+    uint32_t* line = start;
+    int64_t y = centre;
+    for (int x = 0; x < count; ++x, y += step, line += along) {
+      const int64_t lower = y - reach, upper = y + reach;
+      const int row = int(lower >> 16);
+      const int16_t lowerPart = int16_t((lower >> 4) & 0xfff);
+      const int16_t upperPart = int16_t((upper >> 4) - (int64_t(row) << 12));
+      const Signed16 upperLanes = Signed16{} + upperPart;
+      const Signed16 lowerFirst = {lowerPart, lowerPart, lowerPart, lowerPart, 0, 0, 0, 0};
+      uint32_t* p = line + row * across;
+      if (kSteep && kPairs == 2) {
+        MixFour(p, source, WideCoverage(upperLanes, firstTops, lowerFirst),
+                WideCoverage(upperLanes, firstTops + nextPair, Signed16{}));
+        continue;
+      }
+      Signed16 tops = firstTops, lowerHere = lowerFirst;
+      for (int k = 0; k < pairs; ++k, tops += nextPair, p += 2 * across) {
+        const Pair16 coverage = WideCoverage(upperLanes, tops, lowerHere);
+        lowerHere = Signed16{};
+        if (kSteep)
+          StoreAdjacent(p, Mix(LoadAdjacent(p), source, coverage));
+        else
+          StoreTwo(p, p + across, Mix(LoadTwo(p, p + across), source, coverage));
+      }
+    }
+  }
+};
+
+}  // namespace
+
+// A wide segment that lies wholly inside the clip, as WideSegment draws it
+// but in fixed point: the lower and upper edges of the line across each step
+// in 16.16, the coverages of the pixels between them in 4096ths, blended two
+// pixels at a time with no test per pixel. Pixels past the upper edge in the
+// last pair get no coverage, which leaves them as they are. False when the
+// segment comes near the clip's edge or the line is too wide for the lanes.
+bool DirectRaster::WideRun(int first, int last, double x0, double y0, double gradient, double half,
+                           int skip, bool steep, uint32_t pixel) {
+  if (!(half < 3)) return false;
+  // Rows from the one holding the lower edge (at most 2 * half + 2 of them),
+  // in pairs.
+  const int pairs = (int(2 * half) + 3) / 2;
+  if (skip == last) {
+    --last;
+  } else if (skip == first) {
+    ++first;
+  }
+  if (first > last) return true;
+  const int64_t reach = int64_t(half * kOne + 0.5);
+  const int64_t step = FixedStep(gradient);
+  // 0.5 turns a centre coordinate into a distance from the pixel's edge.
+  const double lowerFirst = y0 + gradient * (first - x0) + 0.5;
+  if (!(lowerFirst > -64 && lowerFirst < 1e6)) return false;
+  const int64_t centre = int64_t((lowerFirst + 64) * kOne + 0.5) - int64_t(64 * kOne);
+  const int64_t centreLast = centre + step * (last - first);
+  const int lowest = int((std::min(centre, centreLast) - reach) >> 16);
+  const int highest = int((std::max(centre, centreLast) - reach) >> 16) + 2 * pairs - 1;
+  const int majorLow = steep ? clipTop_ : clipLeft_, majorHigh = steep ? clipBottom_ : clipRight_;
+  const int minorLow = steep ? clipLeft_ : clipTop_, minorHigh = steep ? clipRight_ : clipBottom_;
+  if (first < majorLow || last >= majorHigh || lowest < minorLow || highest >= minorHigh) return false;
+
+  const WideSteps steps{bits_ + first * (steep ? stride_ : 1), stride_, last - first + 1, centre, step, reach};
+  // Lines at pixel ratio 2 span two pairs of pixels across: their own loops.
+  if (steep)
+    pairs == 2 ? steps.Draw<true, 2>(pixel, 2) : steps.Draw<true, 0>(pixel, pairs);
+  else
+    pairs == 2 ? steps.Draw<false, 2>(pixel, 2) : steps.Draw<false, 0>(pixel, pairs);
+  return true;
+}
+
 // Stamps of one shape and colour in a row (a curve's markers) share one
 // command, their positions kept with the polylines' points.
 void DirectRaster::Stamp(const ShapePtr& shape, QPointF at, QRgb color) {
@@ -472,6 +605,37 @@ void DirectRaster::Draw() {
 }
 
 DirectRaster::~DirectRaster() { Draw(); }
+
+// A graph's background covers the whole image, mostly larger than the
+// cache: stored past the cache, its lines are not read in first and do not
+// crowd out those the curves need next. A small one stays in the cache.
+bool DirectRaster::Fill(const QRectF& logical, QRgb color) {
+  if (!commands_.empty()) return false;
+  const QRectF device(logical.topLeft() * scale_ + offset_, logical.size() * scale_);
+  const int left = int(device.left()), top = int(device.top()), right = int(device.right()),
+            bottom = int(device.bottom());
+  if (QRectF(left, top, right - left, bottom - top) != device || left < clipLeft_ || top < clipTop_ ||
+      right > clipRight_ || bottom > clipBottom_)
+    return false;
+  const uint32_t pixel = color | 0xff000000u;
+  const bool large = int64_t(right - left) * (bottom - top) >= (1 << 20);
+  for (int y = top; y < bottom; ++y) {
+    uint32_t* p = bits_ + y * stride_ + left;
+    uint32_t* const end = bits_ + y * stride_ + right;
+#ifdef __SSE2__
+    if (large) {
+      const __m128i four = _mm_set1_epi32(int(pixel));
+      for (; p < end && (reinterpret_cast<uintptr_t>(p) & 15) != 0; ++p) *p = pixel;
+      for (; end - p >= 4; p += 4) _mm_stream_si128(reinterpret_cast<__m128i*>(p), four);
+    }
+#endif
+    std::fill(p, end, pixel);
+  }
+#ifdef __SSE2__
+  if (large) _mm_sfence();
+#endif
+  return true;
+}
 
 // A shape's pixels as offsets from its centre pixel: those wholly covered,
 // which a stamp simply sets, and pairs of neighbours in a row that it blends

@@ -80,6 +80,11 @@ class DirectRaster {
   // when the outline is not small or not closed.
   bool Outline(const QPointF* points, size_t count, QRgb color);
 
+  // Sets the pixels of `logical` (painter coordinates) to the opaque
+  // `color` at once, when the rectangle lies on whole pixels within the clip
+  // and nothing is queued; false otherwise.
+  bool Fill(const QRectF& logical, QRgb color);
+
   // Draws everything queued, in the order given.
   void Draw();
 
@@ -105,6 +110,8 @@ class DirectRaster {
   static Orientation Orient(double& x0, double& y0, double& x1, double& y1, int endX, int endY,
                             bool withEnd);
   void WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
+  bool WideRun(int first, int last, double x0, double y0, double gradient, double half, int skip,
+               bool steep, uint32_t pixel);
   void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,

@@ -5,6 +5,7 @@
 #include <QPen>
 #include <QString>
 #include <algorithm>
+#include <bit>
 #include <cmath>
 #include <cstring>
 
@@ -113,7 +114,7 @@ void QtSurface::UseClip() {
 void QtSurface::Clear() {
   FlushLines();
   UseClip();
-  painter_.fillRect(target_, Qt::white);
+  if (!raster_ || !raster_->Fill(target_, qRgb(255, 255, 255))) painter_.fillRect(target_, Qt::white);
   currentX_ = 0;
   currentY_ = 0;
 }
@@ -310,6 +311,55 @@ void QtSurface::Print(std::string_view text) {
   painter_.drawStaticText(topLeft, laidOut.text);
   currentX_ += laidOut.advance * scaleWidth_ / target_.width();
   currentY_ += TextHeight(text) / 2;
+}
+
+// On an image the eight copies of a halo are written once onto an image of
+// their own, kept in the context, which each redraw then lays over the
+// graph in one go: a legend of a hundred polars would otherwise write some
+// ten thousand glyphs. The text keeps its place within a pixel on that image
+// exactly, so that its glyphs fall on the same pixels.
+void QtSurface::DrawHalo(std::string_view text, Color color) {
+  if (!raster_) {
+    DrawingSurface::DrawHalo(text, color);
+    return;
+  }
+  FlushLines();
+  const double x = currentX_, y = currentY_;
+  const QTransform toImage = painter_.deviceTransform();
+  const QPointF at = toImage.map(ToDevice(x, y));
+  const QPointF whole(std::floor(at.x()), std::floor(at.y())), fraction = at - whole;
+  const double scale = raster_->PixelScale();
+  const int margin = int(std::ceil(scale)) + 1;  // in image pixels, for the copies one pixel off
+  const RenderContext::LaidOutText& laidOut = LaidOut(text);
+  QString key = layoutKey_;
+  key += QStringLiteral("@%1/%2/%3/%4/")
+             .arg(std::bit_cast<quint64>(scale))
+             .arg(std::bit_cast<quint64>(fraction.x()))
+             .arg(std::bit_cast<quint64>(fraction.y()))
+             .arg(qRgb(color.red, color.green, color.blue));
+  key += QString::fromUtf8(text.data(), qsizetype(text.size()));
+  const QImage& halo = context_.Kept(key, [&] {
+    const auto* target = static_cast<const QImage*>(painter_.device());
+    const QSizeF size = laidOut.text.size() * scale;
+    QImage image(int(std::ceil(size.width())) + 2 * margin + 1, int(std::ceil(size.height())) + 2 * margin + 1,
+                 QImage::Format_ARGB32_Premultiplied);
+    image.setDotsPerMeterX(target->dotsPerMeterX());
+    image.setDotsPerMeterY(target->dotsPerMeterY());
+    image.setDevicePixelRatio(scale);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::TextAntialiasing, true);
+    painter.setFont(font_);
+    painter.setPen(ToQColor(color));
+    const QPointF origin = (QPointF(margin, margin) + fraction) / scale;
+    for (const auto& [i, j] : {std::pair{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}})
+      painter.drawStaticText(origin + QPointF(i, j), laidOut.text);
+    return image;
+  });
+  UseClip();
+  painter_.drawImage(toImage.inverted().map(whole - QPointF(margin, margin)), halo);
+  currentX_ = x + TextWidth(text);
+  currentY_ = y + TextHeight(text) / 2;
 }
 
 double QtSurface::TextWidth(std::string_view text) const {

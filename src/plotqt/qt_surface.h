@@ -77,6 +77,7 @@ class QtSurface : public DrawingSurface {
   void DrawPolyline(const PlotPoint* points, size_t count, Color color) override;
   void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets, size_t offsetCount,
                    Color color) override;
+  void DrawHalo(std::string_view text, Color color) override;
 
  private:
   QtSurface(QPainter& painter, const QRectF& target, const QFont& font, RenderContext* shared,

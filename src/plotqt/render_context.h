@@ -1,16 +1,21 @@
 #pragma once
 // What the Qt surfaces of one owner keep from one redraw to the next: the
-// texts they have laid out and the marker shapes they have drawn. The window
-// and the picture renderer each own one and hand it to every surface they
-// draw on. A context must go before the application object, whose fonts its
-// texts refer to; one owned by a window or a function call does.
+// texts they have laid out and the marker shapes they have drawn, and the
+// threads that draw images at once. The window and the picture renderer
+// each own one and hand it to every surface they draw on. A context must go
+// before the application object, whose fonts its texts refer to; one owned
+// by a window or a function call does.
 
 #include <QFont>
 #include <QFontMetricsF>
 #include <QHash>
+#include <QImage>
 #include <QStaticText>
 #include <QString>
+#include <functional>
+#include <memory>
 #include <string_view>
+#include <vector>
 
 #include "plotqt/direct_raster.h"
 
@@ -35,11 +40,26 @@ class RenderContext {
   const LaidOutText& LaidOut(const QString& layoutKey, std::string_view text, const QFont& font,
                              const QFontMetricsF& metrics);
 
+  // The image kept under `key`, made by `make` when there is none yet (a
+  // text's halo). The reference holds until the next call.
+  const QImage& Kept(const QString& key, const std::function<QImage()>& make);
+
   ShapeCache& Shapes() { return shapes_; }
 
+  // Calls draw(i, context) once for every i below `count`, spread over the
+  // calling thread and helper threads that this context keeps (one more for
+  // each further core, at most count - 1 in all), and returns when all calls
+  // have. Every thread draws with a context of its own, this one on the
+  // calling thread: a laid-out text refers to the fonts of the thread that
+  // laid it out. An exception from a call is thrown here, after the rest.
+  void ForEach(int count, const std::function<void(int, RenderContext&)>& draw);
+
  private:
+  class Helper;
   QHash<QString, LaidOutText> texts_;
+  QHash<QString, QImage> images_;
   ShapeCache shapes_;
+  std::vector<std::unique_ptr<Helper>> helpers_;  // made when first needed
 };
 
 }  // namespace tavilo

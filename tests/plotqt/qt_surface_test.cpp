@@ -181,6 +181,33 @@ TEST(QtSurface, OnADenseScreenLinesAndMarkersAreALogicalPixelWide) {
     EXPECT_EQ(Pixel(direct, 370, row), QColor(row == 60 || row == 61 ? Qt::black : Qt::white)) << row;
 }
 
+// A halo on an image is kept as an image of its eight copies: it covers
+// what they would, within a rounding unit, when first made and when used
+// again, on ordinary and dense screens.
+TEST(QtSurface, AKeptHaloCoversWhatItsEightCopiesWould) {
+  for (double ratio : {1.0, 2.0}) {
+    QImage kept = WhiteImage(160, 50, ratio);
+    kept.fill(kBackground);
+    QImage copied = kept.convertToFormat(QImage::Format_ARGB32);  // not drawn on directly
+    for (QImage* image : {&kept, &copied}) {
+      PixelSurface s(*image, QRectF(0, 0, 160, 50));
+      for (double x : {10.25, 80.25}) {  // the second at the same place within a pixel
+        s.surface.SetCurrentX(x);
+        s.surface.SetCurrentY(17.625);
+        s.surface.PrintHalo("Re= 500000", Color::Rgb(255, 255, 255));
+      }
+    }
+    int worst = 0, covered = 0;
+    for (int y = 0; y < kept.height(); ++y)
+      for (int x = 0; x < kept.width(); ++x) {
+        worst = std::max(worst, std::abs(qGray(kept.pixel(x, y)) - qGray(copied.pixel(x, y))));
+        covered += kept.pixel(x, y) == qRgb(255, 255, 255);
+      }
+    EXPECT_LE(worst, 1) << ratio;
+    EXPECT_GT(covered, 200 * ratio * ratio) << ratio;
+  }
+}
+
 // Figures up to the largest stamp are stamped, larger ones drawn as lines;
 // both show their whole outline.
 TEST(QtSurface, LargeFiguresKeepTheirWholeOutline) {

@@ -6,8 +6,11 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
+#include <array>
 
+#include "plotqt/graph_images.h"
 #include "plotqt/qt_surface.h"
+#include "support/model_builders.h"
 
 namespace tavilo {
 namespace {
@@ -34,6 +37,48 @@ TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
       QtSurface surface(*c.painter, QRectF(0, 0, 300, 100), c.font, context);
       EXPECT_NEAR(surface.TextWidth(text), QFontMetricsF(c.font, c.device).horizontalAdvance(text), 1e-9)
           << "pass " << pass << ", " << c.font.pointSizeF() << " pt, " << c.device->logicalDpiX() << " dpi";
+    }
+}
+
+// The graphs drawn at once on the context's threads show what they show
+// when drawn in turn, pixel for pixel, on ordinary and dense screens, also
+// when a wild value (here on the upper transition graph, drawn first of a
+// polar) ends the redraw at the second of three polars.
+TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
+  for (bool wild : {false, true})
+    for (double ratio : {1.0, 2.0}) {
+      Airfoil airfoil;
+      airfoil.AddConfiguration(std::make_shared<Configuration>());
+      for (int p = 0; p < 3; ++p) {
+        std::vector<PolarPoint> points;
+        for (int i = 0; i < 40; ++i) {
+          const double alfa = -6 + 0.5 * i;
+          points.push_back(testing::MakePoint(alfa, 0.3 + 0.1 * alfa + 0.05 * p, 0.008 + 0.0002 * alfa * alfa,
+                                              -0.05 + 0.002 * alfa, 0.6 - 0.02 * alfa, 0.3 + 0.01 * p));
+        }
+        if (wild && p == 1) points[20].TU = 1e300;
+        airfoil.Configuration(1)->AddPolar(testing::MakePolar(2e5 * (p + 1), 0, true, points));
+      }
+      const QSizeF size(240, 160);
+      std::array<QImage, 5> inTurn, atOnce;
+      for (auto* images : {&inTurn, &atOnce})
+        for (QImage& image : *images) {
+          image = QImage((size * ratio).toSize(), QImage::Format_RGB32);
+          image.setDevicePixelRatio(ratio);
+        }
+      {
+        std::array<QPainter, 5> painters;
+        for (int g = 0; g < 5; ++g) painters[g].begin(&inTurn[g]);
+        QtSurface a(painters[0], QRectF(QPointF(), size)), b(painters[1], QRectF(QPointF(), size)),
+            c(painters[2], QRectF(QPointF(), size)), d(painters[3], QRectF(QPointF(), size)),
+            e(painters[4], QRectF(QPointF(), size));
+        EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, {&a, &b, &c, &d, &e}), !wild);
+      }
+      RenderContext context;
+      std::array<GraphImage, 5> graphs;
+      for (int g = 0; g < 5; ++g) graphs[g] = {&atOnce[g], size};
+      PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
+      for (int g = 0; g < 5; ++g) EXPECT_EQ(atOnce[g], inTurn[g]) << "graph " << g << ", wild " << wild << ", ratio " << ratio;
     }
 }
 

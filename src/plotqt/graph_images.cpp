@@ -1,0 +1,48 @@
+#include "plotqt/graph_images.h"
+
+#include <QPainter>
+#include <atomic>
+#include <optional>
+
+#include "plotqt/qt_surface.h"
+
+namespace tavilo {
+
+namespace {
+
+DrawingSurface*& Place(GraphSurfaces& surfaces, int graph) {
+  DrawingSurface** places[] = {&surfaces.clCd, &surfaces.clAlfa, &surfaces.cmAlfa, &surfaces.blu, &surfaces.bll};
+  return *places[graph];
+}
+
+}  // namespace
+
+void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const std::array<GraphImage, 5>& graphs,
+                      const QFont& font, RenderContext& context) {
+  if (airfoil == nullptr) return;
+  std::atomic<bool> cut{false};
+  context.ForEach(5, [&](int graph, RenderContext& own) {
+    if (graphs[graph].image == nullptr) return;
+    QPainter painter(graphs[graph].image);
+    QtSurface surface(painter, QRectF(QPointF(0, 0), graphs[graph].size), font, own);
+    GraphSurfaces one;
+    Place(one, graph) = &surface;
+    if (!PlotData(airfoil, request, one)) cut = true;
+  });
+  if (!cut) return;
+  // A wild value ends a redraw for all graphs at once, those before it in
+  // the polar's order with that polar and those after it without: the
+  // graphs are drawn again together, rarely, so that they show just that.
+  std::optional<QPainter> painters[5];
+  std::optional<QtSurface> surfaces[5];
+  GraphSurfaces all;
+  for (int graph = 0; graph < 5; ++graph) {
+    if (graphs[graph].image == nullptr) continue;
+    painters[graph].emplace(graphs[graph].image);
+    surfaces[graph].emplace(*painters[graph], QRectF(QPointF(0, 0), graphs[graph].size), font, context);
+    Place(all, graph) = &*surfaces[graph];
+  }
+  PlotData(airfoil, request, all);
+}
+
+}  // namespace tavilo
