@@ -1,6 +1,6 @@
 #pragma once
-// Line-by-line reading of text held in memory. A line ends at LF, CR LF or
-// a lone CR, so files from every platform read alike.
+// Line-by-line reading of text held in memory or coming in pieces. A line
+// ends at LF, CR LF or a lone CR, so files from every platform read alike.
 
 #ifdef __SSE2__
 #include <emmintrin.h>

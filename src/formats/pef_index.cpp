@@ -4,6 +4,7 @@
 #include <cstring>
 
 #include "formats/file_text.h"
+#include "formats/line_reader.h"
 #include "formats/number_text.h"
 #include "model/errors.h"
 
@@ -127,8 +128,7 @@ void ForEachLine(std::string_view text, Visit visit) {
   const char* p = text.data();
   const char* end = p + text.size();
   while (p < end) {
-    const char* q = p;
-    while (q < end && *q != '\n' && *q != '\r') ++q;
+    const char* q = FindLineEnd(p, end);
     visit(std::string_view(p, static_cast<size_t>(q - p)));
     if (q < end && *q == '\r' && q + 1 < end && q[1] == '\n') ++q;
     p = q + 1;
@@ -158,8 +158,7 @@ void PefIndex::Scan(NextPiece next) {
     const char* p = start;
     while (p < end) {
       if (inLine) {
-        const char* q = p;
-        while (q < end && *q != '\n' && *q != '\r') ++q;
+        const char* q = FindLineEnd(p, end);
         sectionText_.insert(sectionText_.end(), p, q);
         if (q == end) break;
         Section& section = sections_.back();
