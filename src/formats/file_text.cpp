@@ -72,6 +72,14 @@ InputFile::InputFile(const std::string& path) : path_(path) {
 
 InputFile::~InputFile() { ::close(fd_); }
 
+size_t InputFile::Read(char* data, size_t size) const {
+  for (;;) {
+    ssize_t n = ::read(fd_, data, size);
+    if (n >= 0) return static_cast<size_t>(n);
+    if (errno != EINTR) throw FileAccessError("cannot read " + path_ + ": " + std::strerror(errno));
+  }
+}
+
 size_t InputFile::ReadAt(char* data, size_t size, uint64_t offset) const {
   size_t filled = 0;
   while (filled < size) {
@@ -120,16 +128,12 @@ int FileTextSource::LineEndsBefore(uint64_t offset) {
 }
 
 std::string ReadFileBytes(const std::string& path) {
-  Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
-  if (file.fd < 0) throw FileNotFoundError(path);
-  struct stat info {};
-  if (::fstat(file.fd, &info) != 0 || S_ISDIR(info.st_mode)) throw FileNotFoundError(path);
-
+  const InputFile file(path);
   // A regular file is read straight into a buffer of its size; anything
   // else (a pipe, a file that grows meanwhile) in chunks until it ends.
   std::string bytes;
   size_t filled = 0;
-  size_t expected = S_ISREG(info.st_mode) && info.st_size > 0 ? static_cast<size_t>(info.st_size) : 0;
+  const size_t expected = static_cast<size_t>(file.Size());
   if (expected > 0) {
     bytes.reserve(expected + 1);
     PreferLargePages(bytes.data(), expected + 1);
@@ -137,13 +141,9 @@ std::string ReadFileBytes(const std::string& path) {
   bytes.resize(std::max<size_t>(expected + 1, 1 << 16));
   for (;;) {
     if (filled == bytes.size()) bytes.resize(bytes.size() * 2);
-    ssize_t n = ::read(file.fd, bytes.data() + filled, bytes.size() - filled);
-    if (n < 0) {
-      if (errno == EINTR) continue;
-      throw FileAccessError("cannot read " + path + ": " + std::strerror(errno));
-    }
+    const size_t n = file.Read(bytes.data() + filled, bytes.size() - filled);
     if (n == 0) break;
-    filled += static_cast<size_t>(n);
+    filled += n;
   }
   bytes.resize(filled);
   return bytes;

@@ -32,6 +32,8 @@ class InputFile {
   // Up to `size` bytes from `offset` into `data`; fewer only where the file
   // ends. FileAccessError when reading fails.
   size_t ReadAt(char* data, size_t size, uint64_t offset) const;
+  // The next bytes of the file read in order, up to `size`; none at its end.
+  size_t Read(char* data, size_t size) const;
 
  private:
   int fd_ = -1;
