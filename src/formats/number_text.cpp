@@ -32,11 +32,9 @@ long DecimalMagnitude(std::string_view mantissa, std::string_view exponent) {
   return magnitude + (negative ? -power : power);
 }
 
-// Integers below 2^53 and powers of ten up to 10^22 are exact doubles.
-constexpr uint64_t kExactIntegerLimit = uint64_t(1) << 53;
-constexpr double kExactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                        1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                        1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+// Integers of up to 15 digits and powers of ten up to 10^15 are exact doubles.
+constexpr double kExactPowersOfTen[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 }  // namespace
 
@@ -49,27 +47,18 @@ double LeadingNumber(std::string_view text) {
     ++i;
   }
   const size_t mantissaStart = i;
-  size_t digits = 0;
-  bool period = false;
-  // The digits as one integer while it stays exact, and the decimals.
+  // The digits as one integer, exact up to 15 of them (it wraps harmlessly
+  // beyond), and the decimals.
   uint64_t whole = 0;
-  int decimals = 0;
-  bool exact = true;
-  for (; i < text.size(); ++i) {
-    if (IsDigit(text[i])) {
-      ++digits;
-      if (whole < kExactIntegerLimit / 10) {
-        whole = whole * 10 + uint64_t(text[i] - '0');
-        decimals += period;
-      } else {
-        exact = false;
-      }
-    } else if (text[i] == '.' && !period) {
-      period = true;
-    } else {
-      break;
-    }
+  for (; i < text.size() && IsDigit(text[i]); ++i) whole = whole * 10 + uint64_t(text[i] - '0');
+  const size_t integerDigits = i - mantissaStart;
+  size_t decimals = 0;
+  if (i < text.size() && text[i] == '.') {
+    const size_t fractionStart = ++i;
+    for (; i < text.size() && IsDigit(text[i]); ++i) whole = whole * 10 + uint64_t(text[i] - '0');
+    decimals = i - fractionStart;
   }
+  const size_t digits = integerDigits + decimals;
   if (digits == 0) return 0.0;
   const std::string_view mantissa = text.substr(mantissaStart, i - mantissaStart);
   std::string_view exponent;
@@ -82,9 +71,9 @@ double LeadingNumber(std::string_view text) {
     if (j > start) exponent = text.substr(i + 1, j - i - 1);
   }
   // The usual number, a few digits without an exponent: an exact integer
-  // times or over an exact power of ten is one correctly rounded operation,
+  // over an exact power of ten is one correctly rounded operation,
   // so the value is that of from_chars, at a fraction of its cost.
-  if (exact && exponent.empty() && decimals <= 22) {
+  if (digits <= 15 && exponent.empty()) {
     const double value = double(whole) / kExactPowersOfTen[decimals];
     return negative ? -value : value;
   }
@@ -230,8 +219,10 @@ std::string ShortestNumberText(double value) {
 }
 
 std::string_view RestAfterFirstBlank(std::string_view line) {
-  size_t p = line.find(' ');
-  if (p == std::string_view::npos) return {};
+  // A field is a few characters long: a plain loop beats a call to memchr.
+  size_t p = 0;
+  while (p < line.size() && line[p] != ' ') ++p;
+  if (p == line.size()) return {};
   if (p >= 32767) throw OverflowError("blank beyond position 32767");
   return TrimLeadingBlanks(line.substr(p));
 }
