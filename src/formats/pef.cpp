@@ -292,10 +292,6 @@ std::string PefFileText(const std::string& path, LfOnlyFile lfOnly = LfOnlyFile:
   return converted;
 }
 
-}  // namespace
-
-namespace {
-
 ReadReport ReadAirfoil(Airfoil& airfoil, PefIndex index, long missingItemLimit) {
   PefReader reader(std::move(index), missingItemLimit);
   ReadReport report;
