@@ -21,11 +21,6 @@ constexpr int kSavePictureText = 195;
 constexpr int kPictureFilterText = 197;
 constexpr int kPictureErrorText = 198;
 
-GraphView* ViewOf(PlotViews& views, int graph) {
-  GraphView* all[] = {&views.clCd, &views.clAlfa, &views.cmAlfa, &views.blu, &views.bll};
-  return all[graph];
-}
-
 }  // namespace
 
 GraphController::GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
@@ -64,7 +59,7 @@ PlotRequest GraphController::Request() const {
   PlotRequest request;
   request.views = DefaultViews(ranges_());
   for (int g = 0; g < 5; ++g)
-    if (zoom_[g]) *ViewOf(request.views, g) = *zoom_[g];
+    if (zoom_[g]) request.views[g] = *zoom_[g];
   request.language = ui_.Language();
   request.axisNumbers = axisNumbers_;
   request.readableColors = readableColors_;
@@ -74,9 +69,8 @@ PlotRequest GraphController::Request() const {
 void GraphController::Redraw(std::optional<int> graph) {
   try {
     GraphWidgets only;
-    GraphWidget** places[] = {&only.clCd, &only.clAlfa, &only.cmAlfa, &only.blu, &only.bll};
     for (int g = 0; g < 5; ++g)
-      if (!graph || *graph == g) *places[g] = widgets_[g];
+      if (!graph || *graph == g) only[g] = widgets_[g];
     DrawGraphs(&document_.Current(), Request(), only, context_);
   } catch (const RuntimeError&) {
     // A range text beyond every number cannot come from the fixed lists;

@@ -31,9 +31,8 @@ struct Canvas {
 class Canvases {
  public:
   Canvases(const GraphWidgets& graphs, RenderContext& context) {
-    GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
-    for (std::size_t i = 0; i < canvases_.size(); ++i)
-      if (widgets[i] != nullptr) canvases_[i] = std::make_unique<Canvas>(widgets[i], context);
+    for (int i = 0; i < 5; ++i)
+      if (graphs[i] != nullptr) canvases_[i] = std::make_unique<Canvas>(graphs[i], context);
   }
 
   GraphSurfaces Surfaces() const {
@@ -62,28 +61,26 @@ class Canvases {
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
                 RenderContext& context) {
   if (airfoil == nullptr) return;
-  GraphWidget* const widgets[] = {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll};
-  const GraphView* const views[] = {&request.views.clCd, &request.views.clAlfa, &request.views.cmAlfa,
-                                    &request.views.blu, &request.views.bll};
   std::array<GraphImage, 5> images;
-  for (std::size_t i = 0; i < images.size(); ++i)
-    if (widgets[i] != nullptr) images[i] = {&widgets[i]->NewCanvas(), QSizeF(widgets[i]->size())};
+  for (int i = 0; i < 5; ++i)
+    if (graphs[i] != nullptr) images[i] = {&graphs[i]->NewCanvas(), QSizeF(graphs[i]->size())};
   PlotDataOnImages(airfoil, request, images, QGuiApplication::font(), context);
   // Each graph drawn takes its view for its read-out and for whatever is
   // drawn over it later.
-  for (std::size_t i = 0; i < images.size(); ++i) {
-    if (widgets[i] == nullptr) continue;
-    widgets[i]->SetView(*views[i]);
-    widgets[i]->update();
+  for (int i = 0; i < 5; ++i) {
+    if (graphs[i] == nullptr) continue;
+    graphs[i]->SetView(request.views[i]);
+    graphs[i]->update();
   }
 }
 
 void DrawOverGraphs(const PlotOverlay& overlay, const GraphWidgets& graphs, RenderContext& context) {
   // A graph never drawn has no picture to draw over.
-  for (GraphWidget* graph : {graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll})
-    if (graph->Canvas().isNull()) return;
-  const PlotViews views{graphs.clCd->View(), graphs.clAlfa->View(), graphs.cmAlfa->View(), graphs.blu->View(),
-                        graphs.bll->View()};
+  PlotViews views;
+  for (int i = 0; i < 5; ++i) {
+    if (graphs[i]->Canvas().isNull()) return;
+    views[i] = graphs[i]->View();
+  }
   Canvases canvases(graphs, context);
   DrawOverlay(overlay, views, canvases.Surfaces());
   canvases.Finish();

@@ -21,6 +21,13 @@ struct GraphWidgets {
   GraphWidget* cmAlfa = nullptr;  // CmAlfaPicture
   GraphWidget* blu = nullptr;     // BLUPicture
   GraphWidget* bll = nullptr;     // BLLPicture
+
+  // Graph 0 to 4, in the order above.
+  GraphWidget*& operator[](int graph) {
+    GraphWidget** all[] = {&clCd, &clAlfa, &cmAlfa, &blu, &bll};
+    return *all[graph];
+  }
+  GraphWidget* operator[](int graph) const { return const_cast<GraphWidgets&>(*this)[graph]; }
 };
 
 // The four range lists in the order the window builds them.

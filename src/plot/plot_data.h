@@ -23,6 +23,12 @@ struct GraphSurfaces {
   DrawingSurface* cmAlfa = nullptr;
   DrawingSurface* blu = nullptr;
   DrawingSurface* bll = nullptr;
+
+  // Graph 0 to 4, in the order above.
+  DrawingSurface*& operator[](int graph) {
+    DrawingSurface** all[] = {&clCd, &clAlfa, &cmAlfa, &blu, &bll};
+    return *all[graph];
+  }
 };
 
 // A transition location or moment at or below this is "no value".

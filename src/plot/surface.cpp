@@ -11,7 +11,7 @@ void DrawingSurface::DrawHalo(std::string_view text, Color color) {
   const double dx = ScaleWidth() / Width(), dy = ScaleHeight() / Height();
   const Color foreground = ForeColor();
   SetForeColor(color);
-  for (const auto& [i, j] : {std::pair{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}}) {
+  for (const auto& [i, j] : kHaloOffsets) {
     SetCurrentX(x + i * dx);
     SetCurrentY(y + j * dy);
     Print(text);

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 
 namespace tavilo {
 
@@ -146,8 +147,12 @@ class DrawingSurface {
       DrawLine(points[k - 1].x, points[k - 1].y, points[k].x, points[k].y, color, LineKind::Plain);
   }
   // PrintHalo. The text is written eight times, one device unit off in
-  // each direction; a surface that can stroke the glyphs' outline may.
+  // each direction (kHaloOffsets); a surface that can stroke the glyphs'
+  // outline may.
   virtual void DrawHalo(std::string_view text, Color color);
+  // The eight device-unit offsets of a halo's copies.
+  static constexpr std::pair<int, int> kHaloOffsets[] = {{-1, -1}, {0, -1}, {1, -1}, {-1, 0},
+                                                         {1, 0},   {-1, 1}, {0, 1},  {1, 1}};
 
   // Figures, given a centre and at least two offsets.
   virtual void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets,

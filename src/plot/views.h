@@ -32,6 +32,13 @@ struct PlotViews {
   GraphView cmAlfa;  // x Alfa, y Cm
   GraphView blu;     // x upper transition x/c, y Cl
   GraphView bll;     // x lower transition x/c, y Cl
+
+  // Graph 0 to 4, in the order above.
+  GraphView& operator[](int graph) {
+    GraphView* all[] = {&clCd, &clAlfa, &cmAlfa, &blu, &bll};
+    return *all[graph];
+  }
+  const GraphView& operator[](int graph) const { return const_cast<PlotViews&>(*this)[graph]; }
 };
 
 // The views the range lists ask for: lift from clMin up to clMax on every

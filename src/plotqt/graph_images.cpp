@@ -8,15 +8,6 @@
 
 namespace tavilo {
 
-namespace {
-
-DrawingSurface*& Place(GraphSurfaces& surfaces, int graph) {
-  DrawingSurface** places[] = {&surfaces.clCd, &surfaces.clAlfa, &surfaces.cmAlfa, &surfaces.blu, &surfaces.bll};
-  return *places[graph];
-}
-
-}  // namespace
-
 void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const std::array<GraphImage, 5>& graphs,
                       const QFont& font, RenderContext& context) {
   if (airfoil == nullptr) return;
@@ -26,7 +17,7 @@ void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const 
     QPainter painter(graphs[graph].image);
     QtSurface surface(painter, QRectF(QPointF(0, 0), graphs[graph].size), font, own);
     GraphSurfaces one;
-    Place(one, graph) = &surface;
+    one[graph] = &surface;
     if (!PlotData(airfoil, request, one)) cut = true;
   });
   if (!cut) return;
@@ -40,7 +31,7 @@ void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const 
     if (graphs[graph].image == nullptr) continue;
     painters[graph].emplace(graphs[graph].image);
     surfaces[graph].emplace(*painters[graph], QRectF(QPointF(0, 0), graphs[graph].size), font, context);
-    Place(all, graph) = &*surfaces[graph];
+    all[graph] = &*surfaces[graph];
   }
   PlotData(airfoil, request, all);
 }

@@ -352,7 +352,7 @@ void QtSurface::DrawHalo(std::string_view text, Color color) {
     painter.setFont(font_);
     painter.setPen(ToQColor(color));
     const QPointF origin = (QPointF(margin, margin) + fraction) / scale;
-    for (const auto& [i, j] : {std::pair{-1, -1}, {0, -1}, {1, -1}, {-1, 0}, {1, 0}, {-1, 1}, {0, 1}, {1, 1}})
+    for (const auto& [i, j] : kHaloOffsets)
       painter.drawStaticText(origin + QPointF(i, j), laidOut.text);
     return image;
   });

@@ -131,8 +131,7 @@ void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& req
   RenderContext context;
   QtSurface surface(painter, QRectF(QPointF(0, 0), size), QGuiApplication::font(), context);
   GraphSurfaces surfaces;
-  DrawingSurface** places[] = {&surfaces.clCd, &surfaces.clAlfa, &surfaces.cmAlfa, &surfaces.blu, &surfaces.bll};
-  *places[std::clamp(graph, 0, 4)] = &surface;
+  surfaces[std::clamp(graph, 0, 4)] = &surface;
   PlotData(&airfoil, request, surfaces);
 }
 
