@@ -1,10 +1,12 @@
 #include "approx_dialog.h"
 
 #include <QGridLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <algorithm>
 #include <charconv>
 
 #include "caption_apply.h"
@@ -51,6 +53,7 @@ ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink sho
     fields_[i] = new QLineEdit(this);
     fields_[i]->setObjectName("txtValue");
     fields_[i]->setProperty(kItemProperty, i);
+    fields_[i]->installEventFilter(this);
     auto* label = new QLabel(this);
     label->setObjectName("lblValue");
     label->setProperty(kItemProperty, i);
@@ -72,6 +75,7 @@ ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink sho
   status_->setObjectName("lblStatus");
   status_->setWordWrap(true);
   status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  status_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
   grid->addWidget(status_, kApproxFieldCount, 0, 1, 3);
   setLayout(grid);
   setMinimumWidth(420);
@@ -79,11 +83,38 @@ ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink sho
   SwitchLanguage(ui_.Language());
 }
 
+void ApproxDialog::resizeEvent(QResizeEvent* event) {
+  QDialog::resizeEvent(event);
+  FitReport();
+}
+
+bool ApproxDialog::eventFilter(QObject* watched, QEvent* event) {
+  // A field claims Ctrl+Z and Ctrl+Y for its own typing even when it has
+  // none to take back, which would leave the document's keys dead in this
+  // window; they pass to the document once the field has nothing left.
+  auto* field = qobject_cast<QLineEdit*>(watched);
+  if (field != nullptr && event->type() == QEvent::ShortcutOverride) {
+    const auto* key = static_cast<QKeyEvent*>(event);
+    if ((key->matches(QKeySequence::Undo) && !field->isUndoAvailable()) ||
+        (key->matches(QKeySequence::Redo) && !field->isRedoAvailable()))
+      return true;
+  }
+  return QDialog::eventFilter(watched, event);
+}
+
+void ApproxDialog::FitReport() {
+  // A window does not grow for a label's wrapped lines by itself; as the
+  // label's least height they raise the window's, which then grows to it.
+  // Two lines are kept free so that a fit's usual report needs no growth.
+  const int reserved = 2 * status_->fontMetrics().lineSpacing();
+  status_->setMinimumHeight(std::max(reserved, status_->heightForWidth(status_->width())));
+}
+
 void ApproxDialog::SwitchLanguage(int language) {
   ApplyCaptions(this, ApproxCaptions(), language);
   fit_->setText(QString::fromStdString(GetResString(kFitCaption, language)));
   fit_->setToolTip(QString::fromStdString(GetResString(kFitTipText, language)));
-  status_->clear();
+  SetStatus({});
 }
 
 void ApproxDialog::UpdateFitButton() { fit_->setEnabled(polar_ && polar_() != nullptr); }
@@ -100,7 +131,10 @@ void ApproxDialog::ShowError(const std::string& text) {
   ui_.ShowMessage(text, ErrorTitle(ui_.Language()), MessageIcon::Critical);
 }
 
-void ApproxDialog::SetStatus(const std::string& text) { status_->setText(QString::fromStdString(text)); }
+void ApproxDialog::SetStatus(const std::string& text) {
+  status_->setText(QString::fromStdString(text));
+  FitReport();
+}
 
 std::optional<ApproxValues> ApproxDialog::ReadValues() {
   ApproxValues values;

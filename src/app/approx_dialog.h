@@ -3,6 +3,8 @@
 // the model into the graphs, "&Copy" puts it on the clipboard as a C
 // initializer, "Fit to polar" fills the fields from the polar that is the
 // structure tree's current node. The model and the fit live in the core.
+// The report below the fields wraps, and the window grows to show all of
+// it; the main window lends its keys (Ctrl+Z, Ctrl+S ...) to this one.
 
 #include <QDialog>
 #include <array>
@@ -47,7 +49,13 @@ class ApproxDialog : public QDialog {
   void CopyInitializer();
   void FitToPolar();
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
+  // Makes the report's every line fit at the label's width.
+  void FitReport();
   // The field's name in messages: its label without the colon; the second
   // stall drag's label repeats the first one's text, so it has its own.
   std::string FieldName(ApproxField field) const;

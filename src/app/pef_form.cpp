@@ -88,6 +88,7 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
       *ui_, [this] { return CurrentTreePolar(); },
       [this](const std::vector<PolarPoint>& curve) { ShowApproximation(curve); }, this);
   connect(tree_, &QTreeWidget::currentItemChanged, approx_, &ApproxDialog::UpdateFitButton);
+  LendKeysTo(approx_);
   points_ = new PointsWindows(this, *document_, *ui_, *undo_);
   connect(treeController_, &TreeController::PointsRequested, this,
           [this](const QString& key) { points_->Show(key.toStdString()); });

@@ -123,6 +123,9 @@ class PEFForm : public QMainWindow {
   // Draws the approximation's curve over the graphs until their next redraw.
   void ShowApproximation(const std::vector<PolarPoint>& curve);
   QAction* AddAction(QMenu* menu, const char* name, void (PEFForm::*slot)());
+  // Adds the menus' and the toolbar's entries that have keys to `window`,
+  // so that the keys work while that window is the active one.
+  void LendKeysTo(QWidget* window);
   PlotRanges CurrentRanges() const;
   double Dpi() const;
   int Px(double twips) const;

@@ -141,6 +141,14 @@ void PEFForm::BuildMenus() {
   AddAction(editPolar, "mnuEditPolarPoints", nullptr);
 }
 
+void PEFForm::LendKeysTo(QWidget* window) {
+  QList<QAction*> entries = toolbar_->actions();
+  for (QAction* menu : menuBar()->actions())
+    if (menu->menu() != nullptr) entries += menu->menu()->actions();
+  for (QAction* entry : entries)
+    if (!entry->shortcut().isEmpty() && entry->shortcutContext() == Qt::WindowShortcut) window->addAction(entry);
+}
+
 void PEFForm::BuildToolbar() {
   toolbar_ = addToolBar(QStringLiteral("Toolbar"));
   toolbar_->setObjectName("Toolbar1");

@@ -1,6 +1,7 @@
 // frmApprox: opened from the Tools menu, Show draws over both lift graphs
 // until the next redraw, Copy fills the clipboard, Fit takes the tree's
-// current polar, and bad input is named.
+// current polar and reports in full, bad input is named, and the main
+// window's keys work while the dialog is active.
 #include <QClipboard>
 #include <QLabel>
 #include <QLineEdit>
@@ -19,9 +20,9 @@ namespace {
 
 class ApproxDialogTest : public MainWindowTest {
  protected:
-  QDialog* Open(const char* file = "naca4412_re1m_sweep.pol") {
+  QDialog* Open(const char* file = "xfoil/naca4412_re1m_sweep.pol") {
     Start();
-    window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/xfoil/" + file);
+    window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/" + file);
     Action("mnuToolsApproximate")->trigger();
     QApplication::processEvents();
     return Find<QDialog>("frmApprox");
@@ -81,6 +82,49 @@ TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolar) {
   EXPECT_NEAR(Field(8)->text().toDouble(), 1.61, 0.05) << "Cl Max";
   EXPECT_TRUE(Find<QLabel>("lblStatus")->text().startsWith("Fitted to 78 points: rms Cl 0.03"))
       << Find<QLabel>("lblStatus")->text().toStdString();
+}
+
+TEST_F(ApproxDialogTest, AReportOfManyEstimatesWrapsAndShowsInFull) {
+  Open("uiuc/E387A.DRG");
+  Action("mnuLangDeutsch")->trigger();
+  SelectNode("c 1|p 1");
+  Click("btnFit");
+  QApplication::processEvents();
+  auto* report = Find<QLabel>("lblStatus");
+  ASSERT_TRUE(report->text().contains("Stall Bereich Ca Max")) << report->text().toStdString();
+  EXPECT_GE(report->height(), report->heightForWidth(report->width())) << "every wrapped line has room";
+  EXPECT_TRUE(Find<QDialog>("frmApprox")->rect().contains(report->geometry()));
+}
+
+TEST_F(ApproxDialogTest, TheMainWindowsKeysWorkWhileTheDialogIsActive) {
+  QDialog* dialog = Open();
+  auto polars = [this] {
+    const Airfoil& airfoil = window->Document().Current();
+    return airfoil.ConfigCount() == 0 ? 0 : airfoil.Configuration(1)->PolarCount();
+  };
+  ASSERT_EQ(polars(), 1);
+  Field(3)->setFocus();
+  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
+  EXPECT_EQ(polars(), 0) << "Ctrl+Z undid the open";
+  for (const QKeyCombination redo : {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z}) {
+    PressKeys(dialog, QKeySequence(redo));
+    EXPECT_EQ(polars(), 1) << QKeySequence(redo).toString().toStdString();
+    PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
+  }
+  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Y));
+  const QString typed = Field(3)->text();
+  QTest::keyClicks(Field(3), "5");
+  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
+  EXPECT_EQ(polars(), 1) << "the field's own typing is taken back first";
+  EXPECT_EQ(Field(3)->text(), typed);
+
+  int asked = 0;
+  window->UserInterfaceImpl().SetFileChooser([&](const FileDialogRequest&, const QString&) {
+    ++asked;
+    return std::string();
+  });
+  for (const QKeyCombination key : {Qt::CTRL | Qt::Key_O, Qt::CTRL | Qt::Key_S}) PressKeys(dialog, QKeySequence(key));
+  EXPECT_EQ(asked, 2) << "Import and Export asked for a file";
 }
 
 TEST_F(ApproxDialogTest, BadInputIsNamedInTheWindowsLanguage) {
