@@ -128,7 +128,7 @@ std::string ApproxDialog::FieldName(ApproxField field) const {
 }
 
 void ApproxDialog::ShowError(const std::string& text) {
-  ui_.ShowMessage(text, ErrorTitle(ui_.Language()), MessageIcon::Critical);
+  ui_.ShowMessageIn(this, text, ErrorTitle(ui_.Language()), MessageIcon::Critical);
 }
 
 void ApproxDialog::SetStatus(const std::string& text) {

@@ -1,6 +1,7 @@
 #include "points_model.h"
 
 #include <QTimer>
+#include <QWidget>
 
 #include "document/points_table.h"
 #include "document_controller.h"
@@ -10,8 +11,8 @@
 
 namespace tavilo {
 
-PointsModel::PointsModel(PolarPtr polar, DocumentController& document, QtUserInterface& ui, QObject* parent)
-    : QAbstractTableModel(parent), polar_(std::move(polar)), document_(document), ui_(ui),
+PointsModel::PointsModel(PolarPtr polar, DocumentController& document, QtUserInterface& ui, QWidget* window)
+    : QAbstractTableModel(window), polar_(std::move(polar)), document_(document), ui_(ui), window_(window),
       shownRows_(polar_->PointCount()) {}
 
 void PointsModel::Refresh() {
@@ -60,13 +61,14 @@ Qt::ItemFlags PointsModel::flags(const QModelIndex& index) const {
 
 bool PointsModel::setData(const QModelIndex& index, const QVariant& value, int role) {
   if (role != Qt::EditRole || !index.isValid() || index.row() >= polar_->PointCount()) return false;
-  const CellReading reading = ReadPointCell(index.column(), value.toString().toStdString(), ui_.Language());
+  std::vector<PolarPoint> points(polar_->Points().begin(), polar_->Points().end());
+  PolarPoint& point = points[static_cast<size_t>(index.row())];
+  const CellReading reading =
+      ReadEditedCell(index.column(), value.toString().toStdString(), PointValue(point, index.column()), ui_.Language());
   if (!reading.Accepted()) {
     Refuse(reading.refusal);
     return false;
   }
-  std::vector<PolarPoint> points(polar_->Points().begin(), polar_->Points().end());
-  PolarPoint& point = points[static_cast<size_t>(index.row())];
   if (PointValue(point, index.column()) == reading.value) return true;
   SetPointValue(point, index.column(), reading.value);
   return document_.Run(
@@ -79,7 +81,7 @@ void PointsModel::Refuse(const std::string& message) {
   if (refusing_) return;
   refusing_ = true;
   QTimer::singleShot(0, this, [this, message] {
-    ui_.ShowMessage(message, ErrorTitle(ui_.Language()), MessageIcon::Warning);
+    ui_.ShowMessageIn(window_, message, ErrorTitle(ui_.Language()), MessageIcon::Warning);
     refusing_ = false;
   });
 }

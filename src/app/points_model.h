@@ -1,7 +1,8 @@
 #pragma once
 // The points of one polar as a table model: Alfa, Cl, Cd, Cm, TU, TL, each
 // cell as text with a period decimal, unknown values empty. An accepted
-// entry is one step of the document; a refused one is said in a message.
+// entry is one step of the document; a refused one is said in a message
+// in front of the table's window.
 
 #include <QAbstractTableModel>
 
@@ -19,7 +20,8 @@ class PointsModel : public QAbstractTableModel {
   // The role whose data is a cell's value as a number, for sorting.
   static constexpr int kValueRole = Qt::UserRole;
 
-  PointsModel(PolarPtr polar, DocumentController& document, QtUserInterface& ui, QObject* parent);
+  // `window`, the table's, is the model's parent too.
+  PointsModel(PolarPtr polar, DocumentController& document, QtUserInterface& ui, QWidget* window);
 
   const PolarPtr& Polar() const { return polar_; }
   // Shows the polar's points as they are now.
@@ -38,6 +40,7 @@ class PointsModel : public QAbstractTableModel {
   PolarPtr polar_;
   DocumentController& document_;
   QtUserInterface& ui_;
+  QWidget* window_;
   int shownRows_ = 0;
   bool refusing_ = false;  // a refusal's message is on its way
 };

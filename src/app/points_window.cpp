@@ -84,6 +84,13 @@ PointsWindow::PointsWindow(PolarPtr polar, DocumentController& document, QtUserI
     connect(action, &QAction::triggered, this, entry.handler);
     table_->addAction(action);
   }
+  // Escape closes the table as it closes a dialog; in a cell's editor it
+  // only drops the entry, since the editor claims the key first.
+  auto* closeKey = new QAction(this);
+  closeKey->setObjectName("mnuPointsClose");
+  closeKey->setShortcut(QKeySequence(Qt::Key_Escape));
+  connect(closeKey, &QAction::triggered, this, &QWidget::close);
+  addAction(closeKey);
   connect(addRow_, &QPushButton::clicked, this, &PointsWindow::AddRow);
   connect(deleteRows_, &QPushButton::clicked, this, &PointsWindow::DeleteRows);
   undo.AddTo(this);
@@ -175,7 +182,7 @@ void PointsWindow::CopyRows() {
 void PointsWindow::PasteRows() {
   const PastedRows pasted = ReadPointRows(ui_.ClipboardText(), ui_.Language());
   if (!pasted.refusal.empty()) {
-    ui_.ShowMessage(pasted.refusal, ErrorTitle(ui_.Language()), MessageIcon::Warning);
+    ui_.ShowMessageIn(this, pasted.refusal, ErrorTitle(ui_.Language()), MessageIcon::Warning);
     return;
   }
   const std::vector<int> rows = SelectedRows();

@@ -3,7 +3,8 @@
 // to edit, rows to add, delete, copy and paste, each change one step of the
 // document; sorting by a column only orders the view. It follows the
 // document: renames and undo show at once, and it closes when its polar is
-// no longer in the current airfoil. PointsWindows keeps one per polar.
+// no longer in the current airfoil; Escape closes it too. PointsWindows
+// keeps one per polar.
 
 #include <QPointer>
 #include <QWidget>

@@ -57,10 +57,15 @@ QtUserInterface::QtUserInterface(QMainWindow* window, QStatusBar* status, QLabel
     : window_(window), status_(status), airfoilName_(airfoilName) {}
 
 void QtUserInterface::ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) {
+  ShowMessageIn(window_, text, title, icon);
+}
+
+void QtUserInterface::ShowMessageIn(QWidget* owner, const std::string& text, const std::string& title,
+                                    MessageIcon icon) {
   // A message must not appear under a busy pointer.
   const bool wasBusy = busyDepth_ > 0;
   if (wasBusy) QGuiApplication::restoreOverrideCursor();
-  QMessageBox box(BoxIcon(icon), Text(title), Text(text), QMessageBox::Ok, window_);
+  QMessageBox box(BoxIcon(icon), Text(title), Text(text), QMessageBox::Ok, owner);
   box.setObjectName("MessageBox");
   box.exec();
   if (wasBusy) QGuiApplication::setOverrideCursor(Qt::WaitCursor);

@@ -11,6 +11,7 @@
 class QLabel;
 class QMainWindow;
 class QStatusBar;
+class QWidget;
 
 namespace tavilo {
 
@@ -36,6 +37,9 @@ class QtUserInterface : public UserInterface {
   QtUserInterface(QMainWindow* window, QStatusBar* status, QLabel* airfoilName);
 
   void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) override;
+  // The same box in front of `owner`, a window of its own beside the main
+  // one (a points table), which it would otherwise open behind.
+  void ShowMessageIn(QWidget* owner, const std::string& text, const std::string& title, MessageIcon icon);
   std::string ChooseFile(const FileDialogRequest& request) override;
   // Qt's open dialog with several files to pick.
   std::vector<std::string> ChooseFiles(const FileDialogRequest& request) override;

@@ -1,8 +1,8 @@
 #include "document/points_table.h"
 
-#include <charconv>
-
 #include <array>
+#include <charconv>
+#include <cmath>
 
 #include "formats/number_text.h"
 #include "formats/table_fields.h"
@@ -12,6 +12,13 @@ namespace tavilo {
 
 namespace {
 
+constexpr int kNoNumberText = 232;
+constexpr int kNeedsValueText = 233;
+constexpr int kNoRowsText = 234;
+constexpr int kLineText = 235;
+constexpr int kOutOfRangeText = 272;
+constexpr int kNoNumberEitherDecimalText = 273;
+
 constexpr std::array<std::string_view, kPointColumns> kColumnNames = {"Alfa", "Cl", "Cd", "Cm", "TU", "TL"};
 constexpr std::array<double PolarPoint::*, kPointColumns> kColumnFields = {
     &PolarPoint::Alfa, &PolarPoint::Cl, &PolarPoint::Cd, &PolarPoint::Cm, &PolarPoint::TU, &PolarPoint::TL};
@@ -20,6 +27,17 @@ std::string_view TrimBlanksAndTabs(std::string_view text) {
   const size_t first = text.find_first_not_of(" \t");
   if (first == std::string_view::npos) return {};
   return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+// "" for an unknown value; `digits` significant digits at most, or as
+// many as reading the text back to the very value needs when 0.
+std::string ValueText(double value, int digits) {
+  if (value <= kNoValue) return {};
+  char buffer[32];
+  const std::to_chars_result end =
+      digits > 0 ? std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, digits)
+                 : std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general);
+  return std::string(buffer, end.ptr);
 }
 
 }  // namespace
@@ -32,13 +50,10 @@ void SetPointValue(PolarPoint& point, int column, double value) {
   point.*kColumnFields.at(static_cast<size_t>(column)) = value;
 }
 
-// The shortest text that reads back exactly, an exponent only for the very
-// small or large ("200000" in a cell, not "2e+05", as one would type it).
-std::string PointCellText(double value) {
-  if (value <= kNoValue) return {};
-  char buffer[32];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general).ptr);
-}
+// Fifteen digits hide the last bit of a computed value (a mean of rake
+// readings shows as 0.05294, not 0.05294000000000001); the format's
+// general style writes 200000, not 2e+05, as one would type it.
+std::string PointCellText(double value) { return ValueText(value, 15); }
 
 CellReading ReadPointCell(int column, std::string_view text, int language, bool decimalComma) {
   const std::string_view field = TrimBlanksAndTabs(text);
@@ -46,7 +61,7 @@ CellReading ReadPointCell(int column, std::string_view text, int language, bool 
   double value = kNoValue;
   switch (ReadFieldNumber(field, decimalComma, value)) {
     case FieldValue::Text:
-      reading.refusal = FormatResString(232, language, {field});
+      reading.refusal = FormatResString(decimalComma ? kNoNumberEitherDecimalText : kNoNumberText, language, {field});
       return reading;
     case FieldValue::Empty:
       value = kNoValue;
@@ -54,14 +69,25 @@ CellReading ReadPointCell(int column, std::string_view text, int language, bool 
     case FieldValue::Number:
       break;
   }
+  // Refused rather than kept: one huge value would take its polar out of
+  // every graph.
+  if (std::abs(value) > kPointValueLimit) {
+    reading.refusal = FormatResString(kOutOfRangeText, language, {PointColumnName(column), field});
+    return reading;
+  }
   if (column < kRequiredPointColumns && value <= kNoValue) {
-    reading.refusal = FormatResString(233, language, {PointColumnName(column)});
+    reading.refusal = FormatResString(kNeedsValueText, language, {PointColumnName(column)});
     return reading;
   }
   // Every value at or below the marker means unknown; it is kept as the
   // marker itself so that writers see the one value they know.
   reading.value = value <= kNoValue ? kNoValue : value;
   return reading;
+}
+
+CellReading ReadEditedCell(int column, std::string_view text, double stored, int language) {
+  if (TrimBlanksAndTabs(text) == PointCellText(stored)) return {stored, {}};
+  return ReadPointCell(column, text, language);
 }
 
 std::string PointRowsText(std::span<const PolarPoint> points, std::span<const int> rows) {
@@ -75,7 +101,7 @@ std::string PointRowsText(std::span<const PolarPoint> points, std::span<const in
     const PolarPoint& point = points[static_cast<size_t>(row)];
     for (int column = 0; column < kPointColumns; ++column) {
       if (column > 0) text += '\t';
-      text += PointCellText(PointValue(point, column));
+      text += ValueText(PointValue(point, column), 0);
     }
     text += '\n';
   }
@@ -106,13 +132,13 @@ PastedRows ReadPointRows(std::string_view text, int language) {
       const CellReading cell = ReadPointCell(column, fields[static_cast<size_t>(column)], language, true);
       if (!cell.Accepted()) {
         const std::string where = FormatNumber(lineNumber, "0");
-        return {{}, FormatResString(235, language, {where, cell.refusal})};
+        return {{}, FormatResString(kLineText, language, {where, cell.refusal})};
       }
       SetPointValue(point, column, cell.value);
     }
     pasted.points.push_back(point);
   }
-  if (pasted.points.empty()) pasted.refusal = GetResString(234, language);
+  if (pasted.points.empty()) pasted.refusal = GetResString(kNoRowsText, language);
   return pasted;
 }
 

@@ -22,8 +22,13 @@ std::string_view PointColumnName(int column);
 double PointValue(const PolarPoint& point, int column);
 void SetPointValue(PolarPoint& point, int column, double value);
 
-// "" for an unknown value (kNoValue and below), else the shortest text
-// that reads back to the value.
+// The largest magnitude a cell takes: far beyond any coefficient or angle,
+// yet small enough for every graph to draw.
+inline constexpr double kPointValueLimit = 1e6;
+
+// "" for an unknown value (kNoValue and below), else the value with at
+// most 15 significant digits and no trailing zeros ("0.05294" for
+// 0.05294000000000001), a period decimal, an exponent only below 1e-4.
 std::string PointCellText(double value);
 
 // An entry read from a cell: its value, or why it is refused (a message
@@ -36,13 +41,21 @@ struct CellReading {
 
 // `text` typed into column `column`: a number with a period decimal
 // (blanks around it do not matter); empty means unknown, which Alfa, Cl
-// and Cd refuse, as they refuse a value at or below kNoValue. With
-// `decimalComma` a comma is taken for the period too (pasted rows).
+// and Cd refuse, as they refuse a value at or below kNoValue. A magnitude
+// above kPointValueLimit is refused in every column. With `decimalComma` a
+// comma is taken for the period too (pasted rows), and the refusal of a
+// text says so.
 CellReading ReadPointCell(int column, std::string_view text, int language, bool decimalComma = false);
+
+// As ReadPointCell for a cell that holds `stored`; its own text, left as
+// PointCellText shows it, keeps `stored` with all its digits.
+CellReading ReadEditedCell(int column, std::string_view text, double stored, int language);
 
 // The points `rows` (0-based) of `points` as a header line of the column
 // names and one line per row, fields separated by tabs, unknown values
-// empty, each line ended by "\n".
+// empty, each line ended by "\n". Each value is written in full, the
+// shortest text that reads back to it, so that pasting the rows gives the
+// very same values back.
 std::string PointRowsText(std::span<const PolarPoint> points, std::span<const int> rows);
 
 // Rows pasted from a spreadsheet: per line, tab-separated Alfa, Cl, Cd and

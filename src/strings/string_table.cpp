@@ -338,9 +338,10 @@ const LaterEntry kLaterStrings[] = {
            "'%1' ist keine Zahl. Bitte Zahlen mit einem Punkt als Dezimaltrennzeichen eingeben, etwa 0.25."}},
     {233, {"%1 needs a value above -99.999: only Cm, TU and TL may be left empty (unknown).",
            "%1 braucht einen Wert über -99.999: Nur Cm, TU und TL dürfen leer (unbekannt) bleiben."}},
-    {234, {"The clipboard holds no rows of points: each needs Alfa, Cl and Cd, in this order, separated by tabs.",
+    {234, {"The clipboard holds no rows of points: each needs Alfa, Cl and Cd, in this order, separated by tabs; "
+           "a period or a comma may separate the decimals.",
            "Die Zwischenablage enthält keine Punktzeilen: Jede braucht Alfa, Cl und Cd in dieser Reihenfolge, durch "
-           "Tabulatoren getrennt."}},
+           "Tabulatoren getrennt; Dezimaltrennzeichen darf ein Punkt oder ein Komma sein."}},
     {235, {"Line %1 of the clipboard: %2", "Zeile %1 der Zwischenablage: %2"}},
     {236, {"&Recent Files", "&Zuletzt geöffnet"}},
     {237, {"%1 no longer exists and has been removed from the recent files.",
@@ -348,6 +349,10 @@ const LaterEntry kLaterStrings[] = {
     {238, {"&Add Row", "Zeile &hinzufügen"}},
     {239, {"&Delete Rows", "Zeilen &löschen"}},
     {240, {"The graph renderer %1 cannot be started: %2", "Das Grafikprogramm %1 kann nicht gestartet werden: %2"}},
+    {272, {"%1 must lie between -1000000 and 1000000, not %2.",
+           "%1 muss zwischen -1000000 und 1000000 liegen, nicht bei %2."}},
+    {273, {"'%1' is not a number. A period or a comma may separate the decimals, as in 0.25 or 0,25.",
+           "'%1' ist keine Zahl. Dezimaltrennzeichen darf ein Punkt oder ein Komma sein, etwa 0.25 oder 0,25."}},
 };
 
 const Entry* FindEntry(int n) {

@@ -53,20 +53,21 @@ inline std::string WritePolarFile(const TempDir& dir, const std::string& name, c
 }
 
 // Answers every message box that opens while it lives with OK and keeps
-// its title and text.
+// its title, text and the window it stands in front of.
 class MessageBoxCatcher {
  public:
   struct Seen {
     QString title;
     QString text;
     QMessageBox::Icon icon;
+    const QWidget* owner;
   };
 
   MessageBoxCatcher() {
     QObject::connect(&timer_, &QTimer::timeout, [this] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
       if (box == nullptr) return;
-      seen.push_back({box->windowTitle(), box->text(), box->icon()});
+      seen.push_back({box->windowTitle(), box->text(), box->icon(), box->parentWidget()});
       box->accept();
     });
     timer_.start(5);

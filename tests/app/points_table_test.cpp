@@ -1,8 +1,9 @@
-// The points table: opened from the tree, cells edited and refused, rows
-// added, deleted, copied and pasted, each change one step that Ctrl+Z in
-// the table undoes; sorting that orders only the view; a table that
-// follows renames and undo and closes with its polar. The suite runs under
-// a comma-decimal locale too.
+// The points table: opened from the tree, cells edited and refused in a
+// box in front of the table, rows added, deleted, copied and pasted, each
+// change one step that Ctrl+Z in the table undoes; values shown to fifteen
+// digits but kept whole; sorting that orders only the view; a table that
+// follows renames and undo and closes with its polar or on Escape. The
+// suite runs under a comma-decimal locale too.
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -83,6 +84,7 @@ TEST_F(PointsTable, CellsTakePeriodDecimalsAndRefuseTheRestWithAMessage) {
       {1, "0,3", "0.2", "'0,3' is not a number. Enter numbers with a period"},
       {3, "", "", ""},
       {0, "", "0", "Alfa needs a value above -99.999"},
+      {1, "1e10", "0.2", "Cl must lie between -1000000 and 1000000, not 1e10."},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.typed);
@@ -93,6 +95,7 @@ TEST_F(PointsTable, CellsTakePeriodDecimalsAndRefuseTheRestWithAMessage) {
     const QString said = catcher.seen.empty() ? QString() : catcher.seen[0].text;
     EXPECT_EQ(catcher.seen.size(), *c.message == '\0' ? 0u : 1u);
     EXPECT_TRUE(*c.message == '\0' || said.startsWith(c.message)) << said.toStdString();
+    for (const MessageBoxCatcher::Seen& box : catcher.seen) EXPECT_EQ(box.owner, table) << "in front of the table";
   }
   const PolarPoint& point = window->Document().Current().Configuration(1)->Polar(1)->Point(1);
   EXPECT_EQ(point.Cd, 0.0125);
@@ -138,6 +141,7 @@ TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
   ASSERT_EQ(catcher.seen.size(), 1u);
   EXPECT_EQ(catcher.seen[0].text.toStdString(),
             "Line 1 of the clipboard: Cd needs a value above -99.999: only Cm, TU and TL may be left empty (unknown).");
+  EXPECT_EQ(catcher.seen[0].owner, table);
   EXPECT_EQ(polar.PointCount(), 3);
 
   for (size_t k = contents.size() - 1; k > 0; --k) {
@@ -145,6 +149,41 @@ TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
     EXPECT_EQ(Content(), contents[k - 1]) << k;
   }
   EXPECT_EQ(Grid(table)->model()->rowCount(), 3);
+}
+
+TEST_F(PointsTable, AComputedValueShowsFifteenDigitsYetKeepsAllOfItsOwn) {
+  PEFForm& form = StartWith(1);
+  PointsWindow* table = EnterOn("c 1|p 1");
+  QApplication::clipboard()->setText("6\t0.7\t0.05294000000000001\n");
+  SelectRows(table, 2, 2);
+  QTest::keyClick(Grid(table), Qt::Key_V, Qt::ControlModifier);
+  const Polar& polar = *form.Document().Current().Configuration(1)->Polar(1);
+  ASSERT_EQ(polar.PointCount(), 4);
+  EXPECT_EQ(Row(table, 3)[2], "0.05294");
+  const size_t steps = form.Document().Edits().Steps().UndoCount();
+  Type(table, 3, 2, "0.05294");
+  EXPECT_EQ(polar.Cd(4), 0.05294000000000001) << "left as shown, the cell keeps every digit";
+  EXPECT_EQ(form.Document().Edits().Steps().UndoCount(), steps) << "and makes no step";
+  SelectRows(table, 3, 3);
+  QTest::keyClick(Grid(table), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "6\t0.7\t0.05294000000000001\t\t\t");
+}
+
+TEST_F(PointsTable, EscapeDropsAnEntryThenClosesTheTable) {
+  StartWith(1);
+  PointsWindow* table = EnterOn("c 1|p 1");
+  QTableView* grid = Grid(table);
+  Activate(table);
+  grid->setFocus();
+  grid->setCurrentIndex(grid->model()->index(0, 1));
+  QTest::keyClick(grid, Qt::Key_F2);
+  QTest::keyClicks(QApplication::focusWidget(), "9");
+  PressKeys(table, QKeySequence(Qt::Key_Escape));
+  EXPECT_TRUE(table->isVisible()) << "the first Escape leaves the cell's editor";
+  EXPECT_EQ(Row(table, 0)[1], "0.2");
+  PressKeys(table, QKeySequence(Qt::Key_Escape));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(Tables().empty());
 }
 
 TEST_F(PointsTable, OpensOncePerPolarSortsTheViewOnlyAndFollowsRenameUndoAndItsPolar) {

@@ -13,10 +13,10 @@ namespace {
 
 using testing::MakePoint;
 
-TEST(PointsTable, CellsShowTheShortestExactNumberAndUnknownAsEmpty) {
+TEST(PointsTable, CellsShowAtMostFifteenDigitsAndUnknownAsEmpty) {
   const std::pair<double, const char*> cases[] = {
-      {0.0123, "0.0123"}, {-3, "-3"}, {200000, "200000"}, {1e-7, "1e-07"},
-      {0.1 + 0.2, "0.30000000000000004"}, {kNoValue, ""}, {-120, ""}, {-99.998, "-99.998"},
+      {0.05294000000000001, "0.05294"}, {0.1 + 0.2, "0.3"}, {123456.789012345678, "123456.789012346"},
+      {-0.5, "-0.5"}, {200000, "200000"}, {1e-7, "1e-07"}, {kNoValue, ""}, {-120, ""}, {-99.998, "-99.998"},
   };
   for (const auto& [value, text] : cases) EXPECT_EQ(PointCellText(value), text) << value;
 }
@@ -35,9 +35,15 @@ TEST(PointsTable, EntriesAreNumbersWithAPeriodAndOnlyCmTuTlMayBeEmpty) {
       {kCm, "", false, kNoValue, ""},
       {kTL, "  ", false, kNoValue, ""},
       {kCm, "-150", false, kNoValue, ""},
+      {kCm, "1e6", false, 1e6, ""},
+      {kCm, "-1000000", false, kNoValue, ""},
+      {kCm, "1.0000001e6", false, 0, "Cm must lie between -1000000 and 1000000, not 1.0000001e6."},
+      {kCm, "-1e7", false, 0, "Cm must lie between -1000000 and 1000000, not -1e7."},
+      {kCd, "1e10", true, 0, "Cd must lie between"},
       {kCd, "0,25", true, 0.25, ""},
       {kCd, "0,25", false, 0, "'0,25' is not a number. Enter numbers with a period"},
-      {kAlfa, "abc", false, 0, "'abc' is not a number."},
+      {kAlfa, "abc", false, 0, "'abc' is not a number. Enter numbers with a period"},
+      {kAlfa, "abc", true, 0, "'abc' is not a number. A period or a comma may separate the decimals"},
       {kCm, "1e999", false, 0, "'1e999' is not a number."},
       {kCm, "nan", false, 0, "'nan' is not a number."},
       {kAlfa, "", false, 0, "Alfa needs a value above -99.999"},
@@ -54,10 +60,21 @@ TEST(PointsTable, EntriesAreNumbersWithAPeriodAndOnlyCmTuTlMayBeEmpty) {
   EXPECT_EQ(ReadPointCell(1, "", kGerman).refusal.rfind("Cl braucht einen Wert über -99.999", 0), 0u);
 }
 
+TEST(PointsTable, ACellLeftAsShownKeepsItsStoredDigits) {
+  constexpr double kMean = 0.05294000000000001;
+  const std::pair<const char*, double> cases[] = {
+      {"0.05294", kMean}, {" 0.05294\t", kMean}, {"0.052940", 0.05294}, {"0.05295", 0.05295},
+  };
+  for (const auto& [text, value] : cases) EXPECT_EQ(ReadEditedCell(2, text, kMean, kEnglish).value, value) << text;
+  EXPECT_EQ(ReadEditedCell(3, "", -150, kEnglish).value, -150) << "an unknown left empty keeps its own marker";
+  EXPECT_FALSE(ReadEditedCell(2, "2e6", kMean, kEnglish).Accepted());
+}
+
 TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
-  const std::vector<PolarPoint> copied = {MakePoint(4, 0.6, 0.0125, -0.04, 0.5, 0.75), MakePoint(2, 0.4, 0.011)};
+  const std::vector<PolarPoint> copied = {MakePoint(4, 0.6, 0.0125, -0.04, 0.5, 0.75),
+                                          MakePoint(2, 0.1 + 0.2, 0.05294000000000001)};
   const int rows[] = {0, 1};
-  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), kEnglish).points, copied) << "copied rows come back";
+  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), kEnglish).points, copied) << "copied rows come back exactly";
   const PastedRows pasted =
       ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", kEnglish);
   ASSERT_EQ(pasted.refusal, "");
@@ -65,9 +82,11 @@ TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
                                                     MakePoint(3, 0.5, 0.01, -0.1, kNoValue, 0.9)}));
   const std::pair<const char*, const char*> refused[] = {
       {"1\t0.1\t0.01\n2\t0.2\n", "Line 2 of the clipboard: Cd needs a value"},
-      {"1\t0.1\t0.01\n2\t0.2\tx\n", "Line 2 of the clipboard: 'x' is not a number."},
+      {"1\t0.1\t0.01\n2\t0.2\tx\n", "Line 2 of the clipboard: 'x' is not a number. A period or a comma"},
+      {"1\t1e10\t0.01\n", "Line 1 of the clipboard: Cl must lie between -1000000 and 1000000, not 1e10."},
       {"Alfa\tCl\tCd\n", "The clipboard holds no rows of points"},
-      {"", "The clipboard holds no rows of points"},
+      {"", "The clipboard holds no rows of points: each needs Alfa, Cl and Cd, in this order, separated by tabs; "
+           "a period or a comma may separate the decimals."},
   };
   for (const auto& [text, refusal] : refused) {
     const PastedRows rows = ReadPointRows(text, kEnglish);
