@@ -53,34 +53,56 @@ TEST_F(FileCommands, ListsOnlyPolarFilesAndOpensByDoubleClickOrEnter) {
   EXPECT_EQ(form.Document().Current().ConfigCount(), 1);
 }
 
-TEST_F(FileCommands, UnreadableFilesAreReportedInTheCurrentLanguage) {
-  WritePolarFile(dir, "wing.xml", "Wing");
+// Every message about a file names it, so that the user can tell which of
+// several failed; the title names the file the document was opened from,
+// and nothing else moves it.
+TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
+  const std::string wing = WritePolarFile(dir, "wing.xml", "Wing");
+  const std::string tail = WritePolarFile(dir, "tail.xml", "Tail");
   const std::string unknown = dir.Write("notes.abc", "hello");
+  const std::string empty = dir.Write("empty.xml", "");
   PEFForm& form = Start();
-  form.Document().OpenFile(dir.File("wing.xml"));
+  auto shown = [&] { return form.windowTitle().toStdString() + "|" + Find<QLabel>("ProfilName")->text().toStdString(); };
+  EXPECT_EQ(shown(), "Tavilo|");
   MessageBoxCatcher boxes;
-  form.Document().OpenFile(dir.File("vanished.xml"));
-  EXPECT_EQ(form.Document().Current().Name, "Wing");  // a missing file keeps the document
-  form.Document().OpenFile(unknown);
-  EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
-  EXPECT_FALSE(Action("mnuFileExport")->isEnabled());
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  form.Document().OpenFile(wing);
+  EXPECT_EQ(shown(), "Tavilo - " + wing + "|Wing");
 
+  form.Document().OpenFile(unknown);
+  form.Document().OpenFile(dir.File("vanished.xml"));
+  Drop(&form, {QString::fromStdString(dir.Path().string())});
+  form.UserInterfaceImpl().SetFilesChooser(
+      [&](const FileDialogRequest&, const QString&) { return std::vector<std::string>{empty, tail, unknown}; });
+  Action("mnuFileImport")->trigger();
+  EXPECT_EQ(form.Document().Current().ConfigCount(), 2) << "the good file of the three is imported";
+  EXPECT_EQ(shown(), "Tavilo - " + wing + "|Wing") << "neither a failed open nor an import moves the title";
+  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  const std::vector<std::string> expected = {
+      "File: " + unknown + "\r\nUnknown File Format!",
+      "File not found: " + dir.File("vanished.xml"),
+      dir.Path().string() + " is a folder, not a polar file.",
+      "File: " + empty + "\r\nThis is no valid XML file!",
+      "File: " + unknown + "\r\nUnknown File Format!",
+  };
+  ASSERT_EQ(boxes.seen.size(), expected.size());
+  for (size_t i = 0; i < expected.size(); ++i) {
+    EXPECT_EQ(boxes.seen[i].text.toStdString(), expected[i]);
+    EXPECT_EQ(boxes.seen[i].title, "Tavilo: Error");
+  }
+
+  Action("mnuEditUndo")->trigger();
+  Action("mnuEditUndo")->trigger();
+  EXPECT_EQ(shown(), "Tavilo|") << "the first opening undone";
+  Action("mnuEditRedo")->trigger();
   Action("mnuLangDeutsch")->trigger();
-  FileDialogRequest asked;
-  form.UserInterfaceImpl().SetFileChooser([&](const FileDialogRequest& request, const QString&) {
-    asked = request;
-    return unknown;
-  });
-  Action("Toolbar1_OPEN")->trigger();
-  EXPECT_EQ(asked.title, "In bestehende Struktur importieren");
-  ASSERT_EQ(boxes.seen.size(), 3u);
-  EXPECT_EQ(boxes.seen[0].title, "Tavilo: Error");
-  EXPECT_TRUE(boxes.seen[0].text.contains("vanished.xml")) << boxes.seen[0].text.toStdString();
-  EXPECT_EQ(boxes.seen[1].text, "Unknown File Format!");
-  EXPECT_EQ(boxes.seen[1].icon, QMessageBox::Critical);
-  EXPECT_EQ(boxes.seen[2].title, "Tavilo: Fehler");
-  EXPECT_EQ(boxes.seen[2].text, "Umbekanntes Dateiformat!");
+  EXPECT_EQ(shown(), "Tavilo - " + wing + "|Wing") << "the language does not move it";
+  form.Document().OpenFile(unknown);
+  EXPECT_EQ(boxes.seen.back().title, "Tavilo: Fehler");
+  EXPECT_EQ(boxes.seen.back().text.toStdString(), "Datei: " + unknown + "\r\nUmbekanntes Dateiformat!");
+  std::filesystem::remove(tail);
+  Action("mnuFileRecent1")->trigger();  // the imported file, gone
+  EXPECT_TRUE(boxes.seen.back().text.contains("tail.xml"));
+  EXPECT_EQ(shown(), "Tavilo - " + wing + "|Wing");
 }
 
 TEST_F(FileCommands, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
