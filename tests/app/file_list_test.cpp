@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "app_fixture.h"
+#include "formats/pef.h"
 
 namespace tavilo::testing {
 namespace {
@@ -108,6 +109,7 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
 TEST_F(FileCommands, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
   WritePolarFile(dir, "wing.xml", "Wing");
   PEFForm& form = Start();
+  MessageBoxCatcher boxes;
   form.Document().OpenFile(dir.File("wing.xml"));
   FileDialogRequest asked;
   QString filter;
@@ -122,20 +124,44 @@ TEST_F(FileCommands, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
   EXPECT_TRUE(asked.promptOverwrite);
   EXPECT_TRUE(filter.startsWith("Polar Exchange File (*.xml);;")) << filter.toStdString();
   EXPECT_TRUE(std::filesystem::exists(dir.File("copy.xml")));
+  EXPECT_TRUE(boxes.seen.empty());
+
+  // A sweep longer than readers of XML take is written whole, with a warning.
+  Airfoil sweep;
+  auto set = std::make_shared<Configuration>();
+  set->AddPolar(MakePolar(1e5, 0, true, std::vector<PolarPoint>(1001, MakePoint(1, 0.5, 0.01))));
+  sweep.AddConfiguration(set);
+  WriteToPEF(sweep, dir.File("sweep.pef"));
+  form.Document().OpenFile(dir.File("sweep.pef"));
+  Action("mnuFileExport")->trigger();
+  ASSERT_EQ(boxes.seen.size(), 1u);
+  EXPECT_EQ(boxes.seen[0].title, "Tavilo: Warning");
+  EXPECT_EQ(boxes.seen[0].icon, QMessageBox::Warning);
+  EXPECT_TRUE(boxes.seen[0].text.startsWith(QString::fromStdString(dir.File("copy.xml") + " holds a polar of more")));
+  // Read back, the file's first 1000 points are shown, with a warning.
+  form.Document().OpenFile(dir.File("copy.xml"));
+  ASSERT_EQ(boxes.seen.size(), 2u);
+  EXPECT_EQ(boxes.seen[1].icon, QMessageBox::Warning);
+  EXPECT_TRUE(boxes.seen[1].text.startsWith(QString::fromStdString(dir.File("copy.xml") + " holds a polar of more")));
+  EXPECT_EQ(form.Document().Current().Configuration(1)->Polar(1)->PointCount(), 1000);
 }
 
 TEST_F(FileCommands, BatchConvertsThePefFilesOfTheChosenFilesDirectory) {
   const std::string sample = FileBytes(std::string(TAVILO_EXAMPLES) + "/naca2412.pef");
   dir.Write("wing.PEF", sample);
   dir.Write("tail.pef", sample);
+  dir.Write("empty.pef", "[Airfoil]\r\nNumberSets=0\r\n");
   PEFForm& form = Start();
   form.UserInterfaceImpl().SetFileChooser(
       [&](const FileDialogRequest&, const QString&) { return dir.File("wing.PEF"); });
   MessageBoxCatcher boxes;
   Action("mnuBatch")->trigger();
-  EXPECT_TRUE(boxes.seen.empty());
+  ASSERT_EQ(boxes.seen.size(), 1u) << "one summary at the end, nothing on the way";
+  EXPECT_TRUE(boxes.seen[0].text.startsWith("1 of 3 files could not be converted:\r\nempty.pef: "));
   EXPECT_TRUE(std::filesystem::exists(dir.File("wing.xml")));
   EXPECT_TRUE(std::filesystem::exists(dir.File("tail.xml")));
+  EXPECT_FALSE(std::filesystem::exists(dir.File("empty.xml")));
+  EXPECT_EQ(form.windowTitle(), "Tavilo");
   EXPECT_EQ(form.Document().Current().ConfigCount(), 0);  // the document is left alone
 }
 
