@@ -273,8 +273,10 @@ void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
   const int total = ConvertPefDirectory(
       directory, [&](const std::string& path) { return ReadPolarFile(path, nullptr, options); },
       [&](const BatchStep& step) {
-        if (step.stage == BatchStage::Writing) ui.SetStatusText(step.source + " -> " + step.target);
-        if (step.stage == BatchStage::Writing) return true;
+        if (step.stage == BatchStage::Writing) {
+          ui.SetStatusText(step.source + " -> " + step.target);
+          return true;
+        }
         std::string failure;
         for (const Diagnostic& diagnostic : step.report.diagnostics) {
           if (diagnostic.quiet) continue;
