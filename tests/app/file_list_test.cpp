@@ -62,6 +62,7 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
   const std::string tail = WritePolarFile(dir, "tail.xml", "Tail");
   const std::string unknown = dir.Write("notes.abc", "hello");
   const std::string empty = dir.Write("empty.xml", "");
+  const std::string broken = dir.Write("broken.pef", "[Airfoil]\r\nNumberSets=40000\r\n");
   PEFForm& form = Start();
   auto shown = [&] { return form.windowTitle().toStdString() + "|" + Find<QLabel>("ProfilName")->text().toStdString(); };
   EXPECT_EQ(shown(), "Tavilo|");
@@ -71,6 +72,7 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
 
   form.Document().OpenFile(unknown);
   form.Document().OpenFile(dir.File("vanished.xml"));
+  form.Document().OpenFile(broken);
   Drop(&form, {QString::fromStdString(dir.Path().string())});
   form.UserInterfaceImpl().SetFilesChooser(
       [&](const FileDialogRequest&, const QString&) { return std::vector<std::string>{empty, tail, unknown}; });
@@ -81,6 +83,7 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
   const std::vector<std::string> expected = {
       "File: " + unknown + "\r\nUnknown File Format!",
       "File not found: " + dir.File("vanished.xml"),
+      "File: " + broken + "\r\nOverflow: value does not fit a 16-bit count",
       dir.Path().string() + " is a folder, not a polar file.",
       "File: " + empty + "\r\nThis is no valid XML file!",
       "File: " + unknown + "\r\nUnknown File Format!",
