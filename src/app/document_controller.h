@@ -21,8 +21,8 @@ class DocumentController {
   // changes the airfoil only through Edits().
   Airfoil& Current() { return *document_.CurrentPtr(); }
 
-  // Replaces the document with the file at `path` (an unknown kind of file
-  // gives an empty document after its message).
+  // Replaces the document with the file at `path`; one that yields no
+  // polar with a point leaves it as it was, after its message.
   void OpenFile(const std::string& path);
   // Deletes every set ("NEW").
   void NewAirfoil();

@@ -165,6 +165,8 @@ void PEFForm::SwitchLanguage() {
   if (treeController_ != nullptr) treeController_->SwitchLanguage(language);
   undo_->Update(language);
   if (points_ != nullptr) points_->SwitchLanguage();
+  // The captions reset the title to the program's name alone.
+  ShowDocumentName();
 }
 
 void PEFForm::SetLanguage(int language) {
@@ -243,16 +245,17 @@ void PEFForm::DocumentChanged(const DocumentChange& change) {
     for (const std::string& file : change.command->Files()) recent_->Add(QString::fromStdString(file));
   }
   if (change.Changes() & kContentChanged) EnableItems(false);
-  if (change.Changes() & kFileChanged) {
+  if ((change.Changes() & kFileChanged) && change.command->Changed()) {
     // The read-outs spoke of the airfoil that was shown before.
     for (QLabel* readout : readouts_) readout->clear();
   }
-  if ((change.Changes() & kFileChanged) && change.step != ChangeStep::Do) {
-    // Done the first time, LoadFile named the file already.
-    const tavilo::Document& document = document_->Edits();
-    if (!document.FileName().empty()) ui_->SetWindowTitle(WindowTitleOf(document.FileName()));
-    ui_->SetAirfoilName(document.Current().Name);
-  }
+  ShowDocumentName();
+}
+
+void PEFForm::ShowDocumentName() {
+  const tavilo::Document& document = document_->Edits();
+  ui_->SetWindowTitle(WindowTitleOf(document.FileName()));
+  ui_->SetAirfoilName(document.Current().Name);
 }
 
 PlotRanges PEFForm::CurrentRanges() const {

@@ -112,6 +112,10 @@ class PEFForm : public QMainWindow {
   void SwitchLanguage();
   // Shows a change of the document: tree, graphs, menus, title.
   void DocumentChanged(const DocumentChange& change);
+  // The title names the file the document was opened from ("Tavilo" alone
+  // before any, or once that opening is undone); the label beside the tree
+  // shows the airfoil's name. The one place that sets either.
+  void ShowDocumentName();
   void NotAvailableYet();
   void RunPrint(QPrinter& printer);
   // Sets the View menu's switches and the graphs from stored settings.

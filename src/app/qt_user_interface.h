@@ -45,8 +45,9 @@ class QtUserInterface : public UserInterface {
   std::vector<std::string> ChooseFiles(const FileDialogRequest& request) override;
   int ChooseAirfoil(const std::vector<std::string>& entries) override;
   void SetStatusText(const std::string& text) override;
-  void SetWindowTitle(const std::string& title) override;
-  void SetAirfoilName(const std::string& name) override;
+  // The window's own: the core reads files but names none in the title.
+  void SetWindowTitle(const std::string& title);
+  void SetAirfoilName(const std::string& name);
   void SetBusy(bool busy) override;
   std::string ClipboardText() override;
   void SetClipboardText(const std::string& text) override;

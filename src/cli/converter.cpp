@@ -55,8 +55,6 @@ constexpr const char* kUsage =
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
 
 // String ids of the converter's own messages.
-constexpr int kBatchFailuresText = 117;
-constexpr int kWarningText = 121;
 constexpr int kAirfoilPastEndText = 122;
 constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
@@ -72,7 +70,7 @@ class Messages {
   int Language() const { return language_; }
   void Error(const std::string& text, const std::string& file) { Print(ErrorTitle(language_), text, file); }
   void Warning(const std::string& text, const std::string& file) {
-    Print(GetResString(1, language_) + ": " + GetResString(kWarningText, language_), text, file);
+    Print(WarningTitle(language_), text, file);
   }
   void Report(const ReadReport& report) {
     for (const Diagnostic& diagnostic : report.diagnostics) {
@@ -98,15 +96,19 @@ class Messages {
   int language_;
 };
 
-// What the export code shows (an unknown output format) goes to standard error.
+// What the export code shows (an unknown output format, a writer's warning)
+// goes to standard error.
 class ConsoleUserInterface : public SilentUserInterface {
  public:
   ConsoleUserInterface(Messages& messages, const std::string& output) : messages_(messages), output_(output) {
     SetLanguage(messages.Language());
   }
 
-  void ShowMessage(const std::string& text, const std::string&, MessageIcon) override {
-    messages_.Error(text, output_);
+  void ShowMessage(const std::string& text, const std::string&, MessageIcon icon) override {
+    if (icon == MessageIcon::Warning)
+      messages_.Warning(text, output_);
+    else
+      messages_.Error(text, output_);
   }
 
  private:
@@ -311,9 +313,7 @@ bool RunBatch(const std::string& directory, int jobs, Reader& reader, Messages& 
       },
       jobs);
   if (failed.empty()) return true;
-  const std::string failedCount = FormatNumber(static_cast<double>(failed.size()), "0");
-  messages.Error(FormatResString(kBatchFailuresText, messages.Language(), {failedCount, FormatNumber(fileCount, "0")}),
-                 "");
+  messages.Error(BatchFailuresText(static_cast<int>(failed.size()), fileCount, messages.Language()), "");
   for (const std::string& name : failed) messages.Line("  " + name);
   return false;
 }

@@ -14,7 +14,6 @@ unsigned ChangesOf(EditKind kind) {
     case EditKind::Tick:
       return kTicksChanged;
     case EditKind::Open:
-    case EditKind::Import:
       return kContentChanged | kTicksChanged | kFileChanged;
     case EditKind::EditPoint:
     case EditKind::AddPoint:

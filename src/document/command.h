@@ -21,7 +21,7 @@ enum class EditKind {
 enum ChangeFlag : unsigned {
   kTicksChanged = 1,    // which polars are ticked: tree marks and graphs
   kContentChanged = 2,  // sets, polars or names: the tree is rebuilt, the menus follow
-  kFileChanged = 4,     // another file came in: the title and the airfoil name label
+  kFileChanged = 4,     // another file replaced the document: the title, the read-outs
   kPointsChanged = 8,   // the points of one polar: the graphs and its points table
 };
 unsigned ChangesOf(EditKind kind);

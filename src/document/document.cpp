@@ -29,7 +29,6 @@ void Document::Notify(const CommandPtr& command, ChangeStep step) {
 }
 
 void Document::ReadFile(const std::string& path) {
-  fileName_ = path;
   if (running_) running_->files_.push_back(path);
 }
 
@@ -79,7 +78,9 @@ CommandPtr Document::Redo() {
 CommandPtr Document::Open(const std::string& path, UserInterface& ui) {
   return Execute(EditKind::Open, [&](AirfoilPtr& airfoil) {
     AirfoilPtr loaded = LoadFile(path, ui);
+    if (!loaded) return;
     airfoil = std::move(loaded);
+    fileName_ = path;
     ReadFile(path);
   });
 }
@@ -97,8 +98,11 @@ CommandPtr Document::ImportFiles(const std::vector<std::string>& paths, UserInte
   if (paths.empty()) return nullptr;
   return Execute(EditKind::Import, [&](AirfoilPtr& airfoil) {
     for (const std::string& path : paths) {
-      ImportInto(*airfoil, *LoadFile(path, ui));
-      ReadFile(path);
+      // A file with nothing to add has said so; the others still come in.
+      if (AirfoilPtr loaded = LoadFile(path, ui)) {
+        ImportInto(*airfoil, *loaded);
+        ReadFile(path);
+      }
     }
   });
 }

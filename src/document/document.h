@@ -39,7 +39,8 @@ class Document {
 
   const Airfoil& Current() const { return *current_; }
   const AirfoilPtr& CurrentPtr() const { return current_; }
-  // The file last opened or imported, which the title names; "" at first.
+  // The file whose opening made the document what it is, which the title
+  // names; "" at first and once that opening is undone. An import keeps it.
   const std::string& FileName() const { return fileName_; }
   const History& Steps() const { return history_; }
 
@@ -61,13 +62,17 @@ class Document {
   CommandPtr Redo();
 
   // The edits. Each runs one command and returns it.
-  // Replaces the airfoil with the file at `path` (LoadFile).
+  // Replaces the airfoil with the file at `path` (LoadFile). A file that
+  // yields no polar with a point leaves the document as it was, after its
+  // message: the command changed nothing and is no step.
   CommandPtr Open(const std::string& path, UserInterface& ui);
   // Deletes every set ("NEW"); the name stays.
   CommandPtr New();
   // File/Import: the sets of each chosen file are added, file by file, as
-  // one step; null on cancel. A file that fails ends it there, the files
-  // before it imported.
+  // one step; null on cancel. A file that yields no polar with a point is
+  // passed over after its message (an import that adds nothing is no
+  // step); a file whose reading raises ends it there, the files before it
+  // imported.
   CommandPtr Import(UserInterface& ui);
   // The same for files given, such as files dropped on the window.
   CommandPtr ImportFiles(const std::vector<std::string>& paths, UserInterface& ui);
@@ -99,7 +104,7 @@ class Document {
   Command::State State(const PolarPtr& pointsOf) const;
   void Restore(const Command::State& state);
   void Notify(const CommandPtr& command, ChangeStep step);
-  // Notes a file read by the command running now.
+  // Notes a file read by the command running now (recent files, its name).
   void ReadFile(const std::string& path);
 
   AirfoilPtr current_;

@@ -1,5 +1,8 @@
 #include "fileio/load.h"
 
+#include <filesystem>
+#include <system_error>
+
 #include "fileio/file_names.h"
 #include "formats/drg.h"
 #include "formats/pef.h"
@@ -50,10 +53,24 @@ bool HasPoints(const Airfoil& airfoil) {
   return false;
 }
 
+namespace {
+
+bool HasShownError(const ReadReport& report) {
+  for (const Diagnostic& diagnostic : report.diagnostics)
+    if (diagnostic.severity == Severity::Error && !diagnostic.quiet) return true;
+  return false;
+}
+
+}  // namespace
+
 LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options) {
   auto airfoil = std::make_shared<Airfoil>();
   ReadReport report;
-  switch (InputFormatOf(fileName)) {
+  std::error_code error;
+  // Said plainly: by its name a folder would be an unknown format, or a
+  // file that is not found.
+  const bool folder = std::filesystem::is_directory(fileName, error);
+  switch (folder ? InputFormat::Unknown : InputFormatOf(fileName)) {
     case InputFormat::Xfoil:
       report = ReadFromPOL(*airfoil, fileName);
       break;
@@ -71,11 +88,12 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
       report = ReadFromTable(*airfoil, fileName, choose);
       break;
     case InputFormat::Unknown:
-      report = MessageReport(73);
+      report = MessageReport(folder ? kFolderText : 73);
       break;
   }
-  // A reader's own error already says why nothing came of the file.
-  if (options.requirePoints && !report.HasError() && !HasPoints(*airfoil))
+  // A reader's own error already says why nothing came of the file, unless
+  // the window keeps quiet about it.
+  if (options.requirePoints && !HasShownError(report) && !HasPoints(*airfoil))
     report.diagnostics.push_back({Severity::Error, kNoPolarsText, {}, false, {}, 0});
   report.InFile(fileName);
   return {std::move(airfoil), std::move(report)};
@@ -88,27 +106,34 @@ std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
   return text + FormatResString(diagnostic.messageId, language, {diagnostic.text, diagnostic.file});
 }
 
+std::string DiagnosticTextNamingFile(const Diagnostic& diagnostic, int language) {
+  const std::string text = DiagnosticText(diagnostic, language);
+  if (diagnostic.file.empty() || text.find(diagnostic.file) != std::string::npos) return text;
+  return FormatResString(114, language, {diagnostic.file, text});
+}
+
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (diagnostic.quiet) continue;
-    const MessageIcon icon = diagnostic.severity == Severity::Warning ? MessageIcon::Warning : MessageIcon::Critical;
-    std::string text = DiagnosticText(diagnostic, ui.Language());
-    // "No polars" says nothing on its own when a table was one of several
-    // files dropped or imported: it names the file.
-    if (diagnostic.messageId == kNoPolarsMessage && diagnostic.line == 0 && !diagnostic.file.empty())
-      text = FormatResString(114, ui.Language(), {diagnostic.file, text});
-    ui.ShowMessage(text, ErrorTitle(ui.Language()), icon);
+    const int language = ui.Language();
+    const std::string text = DiagnosticTextNamingFile(diagnostic, language);
+    if (diagnostic.severity == Severity::Warning)
+      ui.ShowMessage(text, WarningTitle(language), MessageIcon::Warning);
+    else
+      ui.ShowMessage(text, ErrorTitle(language), MessageIcon::Critical);
   }
 }
 
 AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui) {
   BusyScope busy(ui);
-  ui.SetWindowTitle(WindowTitleOf(fileName));
+  ReadOptions options;
+  options.requirePoints = true;
   LoadResult result = AboutFile(fileName, [&] {
-    return ReadPolarFile(fileName, [&ui](const std::vector<std::string>& entries) { return ui.ChooseAirfoil(entries); });
+    return ReadPolarFile(
+        fileName, [&ui](const std::vector<std::string>& entries) { return ui.ChooseAirfoil(entries); }, options);
   });
   ShowDiagnostics(result.report, ui);
-  ui.SetAirfoilName(result.airfoil->Name);
+  if (!HasPoints(*result.airfoil)) return nullptr;
   return result.airfoil;
 }
 

@@ -21,11 +21,11 @@ enum class InputFormat { Xfoil, Pef, Xml, Drag, Table, Unknown };
 // column tables (formats/table.h).
 InputFormat InputFormatOf(std::string_view fileName);
 
-// "File contains no polars!", which the window shows with the file's name.
-inline constexpr int kNoPolarsMessage = 77;
-
 // "File contains no polars!"
 inline constexpr int kNoPolarsText = 77;
+
+// "%2 is a folder, not a polar file."
+inline constexpr int kFolderText = 250;
 
 // True when some polar of `airfoil` has a point.
 bool HasPoints(const Airfoil& airfoil);
@@ -35,8 +35,8 @@ struct ReadOptions {
   // memory instead of being rewritten with CR LF first (the window's way).
   bool leaveFileUnchanged = false;
   // A file that yields no polar with a point is an error, kNoPolarsText
-  // (unless the reader has already reported an error). The window loads
-  // such a file empty; the converter has nothing to write from it.
+  // (unless the reader has already reported an error that the window
+  // shows): there is nothing to show or write from it.
   bool requirePoints = false;
 };
 
@@ -48,7 +48,7 @@ struct LoadResult {
 // A new airfoil read from `fileName` by the reader its name picks, without
 // showing or asking anything; `choose` picks the airfoil of a drag file with
 // several (none: the first). An unknown format gives error message 73, a
-// table without a polar error message 77.
+// folder kFolderText, a table without a polar error message 77.
 // Raises what the reader raises (FileNotFoundError for a missing file, ...).
 LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options = {});
 
@@ -57,17 +57,25 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
 // and line where it names a line.
 std::string DiagnosticText(const Diagnostic& diagnostic, int language);
 
-// Shows the diagnostics that the window shows, one message box each; quiet
-// ones stay unseen.
+// DiagnosticText after "File: " and the file on a line of its own (114),
+// unless the text names its file already: what the window shows, so that
+// the user can tell which of several files a message is about.
+std::string DiagnosticTextNamingFile(const Diagnostic& diagnostic, int language);
+
+// Shows the diagnostics that the window shows, one message box each, each
+// naming its file; quiet ones stay unseen.
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui);
 
-// The window's title while `fileName` is the document's file.
-inline std::string WindowTitleOf(const std::string& fileName) { return "Tavilo - " + fileName; }
+// The window's title while `fileName` is the document's file; "Tavilo"
+// alone for none ("").
+inline std::string WindowTitleOf(const std::string& fileName) {
+  return fileName.empty() ? "Tavilo" : "Tavilo - " + fileName;
+}
 
 // ReadPolarFile for the window: shows "Reading..." and the busy pointer
-// while it reads, then "Ready."; sets the window title to "Tavilo - " +
-// fileName and the airfoil name label; the user picks a drag file's airfoil;
-// the report's messages are shown.
+// while it reads, then "Ready."; the user picks a drag file's airfoil; the
+// report's messages are shown. Null, after its message, when the file
+// yields no polar with a point: there is nothing to show of it.
 AirfoilPtr LoadFile(const std::string& fileName, UserInterface& ui);
 
 }  // namespace tavilo

@@ -11,6 +11,7 @@
 #include "fileio/file_names.h"
 #include "fileio/load.h"
 #include "formats/csv.h"
+#include "formats/number_text.h"
 #include "formats/pef.h"
 #include "formats/pol.h"
 #include "formats/xml.h"
@@ -40,7 +41,7 @@ bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterf
       WriteToPOL(airfoil, fileName);
       return true;
     case OutputFormat::Xml:
-      WriteToXML(airfoil, fileName);
+      ShowDiagnostics(WriteToXML(airfoil, fileName), ui);
       return true;
     case OutputFormat::Csv:
       WriteToCSV(airfoil, fileName);
@@ -125,8 +126,8 @@ std::string DirectoryPrefix(const std::string& directory) {
   return directory.empty() || directory.back() == '/' ? directory : directory + '/';
 }
 
-// How one file of a batch run went: what reading it reported, whether it got
-// as far as its write, and what raised on the way.
+// How one file of a batch run went: what reading and writing it reported,
+// whether it got as far as its write, and what raised on the way.
 struct BatchOutcome {
   ReadReport report;
   bool writing = false;
@@ -152,7 +153,9 @@ BatchOutcome ConvertPefFile(const std::string& prefix, const std::string& name, 
   if (writing) writing(outcome.report);
   const std::string target = prefix + BatchTargetName(name);
   try {
-    AboutFile(target, [&] { WriteToXML(*loaded.airfoil, target); });
+    const WriteReport written = AboutFile(target, [&] { return WriteToXML(*loaded.airfoil, target); });
+    outcome.report.diagnostics.insert(outcome.report.diagnostics.end(), written.diagnostics.begin(),
+                                      written.diagnostics.end());
   } catch (...) {
     outcome.error = std::current_exception();
   }
@@ -246,27 +249,56 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
   return static_cast<int>(names.size());
 }
 
+std::string BatchFailuresText(int failed, int total, int language) {
+  if (failed != 1) return FormatResString(117, language, {FormatNumber(failed, "0"), FormatNumber(total, "0")});
+  return total == 1 ? GetResString(252, language) : FormatResString(251, language, {"1", FormatNumber(total, "0")});
+}
+
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
   struct ReadyAtEnd {
     UserInterface& ui;
-    ~ReadyAtEnd() { ui.SetStatusText(GetResString(3, ui.Language())); }
+    ~ReadyAtEnd() {
+      ui.SetStatusText(GetResString(3, ui.Language()));
+      ui.SetBusy(false);
+    }
   } ready{ui};
+  ui.SetBusy(true);
   // A file that fails is passed over, so that one bad file does not leave
-  // the rest unconverted; the failures are listed once at the end.
+  // the rest unconverted, and nothing stops the run to ask: the failures
+  // and warnings are listed once at the end.
   const int language = ui.Language();
-  std::vector<std::string> failures;
+  std::vector<std::string> failures, warnings;
+  ReadOptions options;
+  options.requirePoints = true;
   const int total = ConvertPefDirectory(
-      directory, [&ui](const std::string& path) { return LoadResult{LoadFile(path, ui), {}}; },
+      directory, [&](const std::string& path) { return ReadPolarFile(path, nullptr, options); },
       [&](const BatchStep& step) {
-        if (step.stage == BatchStage::Writing) ui.SetStatusText(step.source + " -> " + step.target);
-        if (step.stage == BatchStage::Failed)
-          failures.push_back(step.source + ": " + (step.error ? ErrorText(*step.error, language, false) : std::string()));
+        if (step.stage == BatchStage::Writing) {
+          ui.SetStatusText(step.source + " -> " + step.target);
+          return true;
+        }
+        std::string failure;
+        for (const Diagnostic& diagnostic : step.report.diagnostics) {
+          if (diagnostic.quiet) continue;
+          if (diagnostic.severity == Severity::Warning)
+            warnings.push_back(DiagnosticTextNamingFile(diagnostic, language));
+          else if (failure.empty())
+            failure = DiagnosticText(diagnostic, language);
+        }
+        if (step.error) failure = ErrorText(*step.error, language, false);
+        if (step.stage == BatchStage::Failed) failures.push_back(step.source + ": " + failure);
         return true;
       });
-  if (failures.empty()) return;
-  std::string text = FormatResString(117, language, {std::to_string(failures.size()), std::to_string(total)});
+  if (failures.empty() && warnings.empty()) return;
+  std::string text;
+  if (!failures.empty()) text = BatchFailuresText(static_cast<int>(failures.size()), total, language);
   for (const std::string& failure : failures) text += "\r\n" + failure;
-  ui.ShowMessage(text, ErrorTitle(language), MessageIcon::Critical);
+  if (!failures.empty() && !warnings.empty()) text += "\r\n";
+  for (const std::string& warning : warnings) text += (text.empty() ? "" : "\r\n") + warning;
+  if (failures.empty())
+    ui.ShowMessage(text, WarningTitle(language), MessageIcon::Warning);
+  else
+    ui.ShowMessage(text, ErrorTitle(language), MessageIcon::Critical);
 }
 
 bool BatchConvert(UserInterface& ui) {

@@ -30,9 +30,10 @@ void ImportInto(Airfoil& current, const Airfoil& imported);
 std::vector<std::string> ChooseImportFiles(UserInterface& ui);
 
 // Writes the selected polars of `airfoil` to `fileName` in the format its
-// extension names. An unknown extension shows "Unknown File Format!", a line
-// break and the name in single quotes, and writes nothing. Returns whether
-// a file was written; raises FileAccessError when it cannot be.
+// extension names; what the writer warns of is shown (ShowDiagnostics). An
+// unknown extension shows "Unknown File Format!", a line break and the name
+// in single quotes, and writes nothing. Returns whether a file was written;
+// raises FileAccessError when it cannot be.
 bool ExportAirfoil(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui);
 
 // Writes `set` alone, under the airfoil name `airfoilName`, as a PEF file
@@ -58,9 +59,14 @@ enum class BatchStage {
   Failed,   // reading or writing raised, or its report holds an error: not written
 };
 
+// The head of the list of a batch run's failures, agreeing in number:
+// "1 file could not be converted:", "1 of 3 files ...", "2 of 3 files ...".
+std::string BatchFailuresText(int failed, int total, int language);
+
 // One file of a batch run: its name in the directory, the name of the XML
-// file it goes to, what reading it reported (empty when reading raised) and
-// how far it got; for a failure that raised, the error.
+// file it goes to, what reading it reported (empty when reading raised;
+// once written, with what the writer warned of) and how far it got; for a
+// failure that raised, the error.
 struct BatchStep {
   const std::string& source;
   const std::string& target;
@@ -92,11 +98,13 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
 int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress,
                         int jobs);
 
-// The window's batch run: each file read as LoadFile reads it, then
-// "name -> target" as status text, and "Ready." at the end. A file that
-// cannot be read or written is passed over; one message at the end names
-// each with what went wrong. FileNotFoundError (after "Ready.") when the
-// directory cannot be listed.
+// The window's batch run, under the busy pointer: each file read as the
+// window reads it but without a message box (a file without a polar with a
+// point fails: nothing is written for it), then "name -> target" as status
+// text, and "Ready." at the end. A file that cannot be read or written is
+// passed over; one message at the end names each with what went wrong, and
+// lists the warnings (a warning box when nothing failed).
+// FileNotFoundError (after "Ready.") when the directory cannot be listed.
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui);
 
 // The batch command: asks for any file of the directory to convert. False

@@ -1,6 +1,6 @@
 #pragma once
 // What a reader found wrong with a file, handed back beside the airfoil it
-// filled. Readers never show anything: the window turns the diagnostics
+// filled (and what a writer warns of). Readers never show anything: the window turns the diagnostics
 // into its message boxes, the converter into its exit status.
 
 #include <string>
@@ -40,6 +40,10 @@ struct ReadReport {
     return *this;
   }
 };
+
+// What a writer has to tell of the file it wrote: warnings, such as a
+// polar longer than readers of the format take.
+using WriteReport = ReadReport;
 
 // String id of the warning that a file holds fewer polars or points than its
 // own counts announce (it names the file as "%2").

@@ -20,6 +20,15 @@ namespace tavilo {
 
 namespace {
 
+// Readers of the format take at most this many sets, polars of a set and
+// points of a polar. The limit stays, so that a file reads here as every
+// other reader of the format reads it, but what it leaves out is told.
+constexpr int kMaxItems = 1000;
+constexpr int kSetsLeftOutText = 254;
+constexpr int kPolarsLeftOutText = 255;
+constexpr int kPointsLeftOutText = 256;
+constexpr int kLongPolarWrittenText = 257;
+
 // One line "<indent><tag>value</tag>" with the value in the fixed pattern of
 // `decimals` decimals.
 void AppendValueLine(std::string& out, std::string_view open, double value, int decimals,
@@ -98,8 +107,22 @@ std::string XmlText(const Airfoil& airfoil) {
   return out;
 }
 
-void WriteToXML(const Airfoil& airfoil, const std::string& path) {
+WriteReport WriteToXML(const Airfoil& airfoil, const std::string& path) {
   WriteFileAtomically(path, XmlText(airfoil));
+  WriteReport report;
+  // A long XFOIL sweep or a table easily passes the points that readers of
+  // the format take; it is written whole, and the user is told.
+  for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
+    const Configuration& config = *airfoil.Configuration(i);
+    for (int j = 1; j <= config.PolarCount(); ++j) {
+      const Polar& polar = *config.Polar(j);
+      if (polar.Selected && polar.PointCount() > kMaxItems) {
+        report.diagnostics.push_back({Severity::Warning, kLongPolarWrittenText, {}, false, path, 0});
+        return report;
+      }
+    }
+  }
+  return report;
 }
 
 // ---------------------------------------------------------------- reading
@@ -252,7 +275,11 @@ std::string_view DropFront(std::string_view text, size_t count) {
 }
 
 constexpr std::string_view kEnd = "#END#";
-constexpr int kMaxItems = 1000;
+
+// Which limits a file passed, a warning each.
+struct LeftOut {
+  bool sets = false, polars = false, points = false;
+};
 
 PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
   PolarPoint point;
@@ -273,7 +300,7 @@ PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
 
 // Reads the first polar of `text` into `polar`; returns the text after it,
 // or "#END#" when there is none.
-std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& polar) {
+std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& polar, LeftOut& leftOut) {
   polar.Selected = true;
   std::string_view e = Extract(search, text, kPolar);
   if (e.empty()) return kEnd;
@@ -283,26 +310,34 @@ std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& pola
   polar.Name = NameFromFileBytes(Content(search, Extract(search, e, kName), kName));
 
   std::string_view dp = Trim(Content(search, Extract(search, e, kDatapoints), kDatapoints));
-  for (int i = 0; i < kMaxItems; ++i) {
+  for (int i = 0;; ++i) {
     std::string_view d = Extract(search, Trim(dp), kDatapoint);
     // Once no data point is left, the remaining passes change nothing.
     if (d.empty()) break;
+    if (i == kMaxItems) {
+      leftOut.points = true;
+      break;
+    }
     polar.AddPoint(ReadPoint(search, d));
     dp = Trim(DropFront(dp, d.size()));
   }
   return rest;
 }
 
-std::string_view ReadConfiguration(XmlSearch& search, std::string_view text,
-                                   Configuration& config) {
+std::string_view ReadConfiguration(XmlSearch& search, std::string_view text, Configuration& config,
+                                   LeftOut& leftOut) {
   std::string_view e = Extract(search, text, kConfiguration);
   if (e.empty()) return kEnd;
   std::string_view rest = text.substr(search.Find(text, "</configuration>") + 16);
   config.Name = NameFromFileBytes(Content(search, Extract(search, e, kName), kName));
   std::string_view polars = Extract(search, e, kPolars);
-  for (int j = 0; j < kMaxItems; ++j) {
+  for (int j = 0;; ++j) {
+    if (j == kMaxItems) {
+      leftOut.polars = !Extract(search, polars, kPolar).empty();
+      break;
+    }
     auto polar = std::make_shared<Polar>();
-    std::string_view r = ReadPolar(search, polars, *polar);
+    std::string_view r = ReadPolar(search, polars, *polar, leftOut);
     if (r == kEnd) break;
     polars = r;
     config.AddPolar(polar);
@@ -333,14 +368,23 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
   airfoil.Name = name.empty() ? "unknown airfoil" : NameFromFileBytes(Content(search, name, kName));
   airfoil.ResetConfigurations(0);
   if (cfgs.empty()) return MessageReport(76);
-  for (int i = 0; i < kMaxItems; ++i) {
+  LeftOut leftOut;
+  for (int i = 0;; ++i) {
+    if (i == kMaxItems) {
+      leftOut.sets = !Extract(search, cfgs, kConfiguration).empty();
+      break;
+    }
     auto config = std::make_shared<Configuration>();
-    std::string_view rest = ReadConfiguration(search, cfgs, *config);
+    std::string_view rest = ReadConfiguration(search, cfgs, *config, leftOut);
     if (rest == kEnd) break;
     cfgs = rest;
     airfoil.AddConfiguration(config);
   }
-  return {};
+  ReadReport report;
+  for (const auto& [left, id] : {std::pair{leftOut.sets, kSetsLeftOutText}, std::pair{leftOut.polars, kPolarsLeftOutText},
+                                 std::pair{leftOut.points, kPointsLeftOutText}})
+    if (left) report.diagnostics.push_back({Severity::Warning, id, {}, false, {}, 0});
+  return report;
 }
 
 ReadReport ReadFromXML(Airfoil& airfoil, const std::string& path) {

@@ -15,14 +15,18 @@ namespace tavilo {
 // every line ended by CR LF.
 std::string XmlText(const Airfoil& airfoil);
 
-// Writes XmlText(airfoil) to `path`, replacing the file atomically.
+// Writes XmlText(airfoil) to `path`, replacing the file atomically. The
+// report warns (naming `path`) when a written polar has more than the 1000
+// points that readers of the format take; it is written whole all the same.
 // FileAccessError when it cannot be written.
-void WriteToXML(const Airfoil& airfoil, const std::string& path);
+WriteReport WriteToXML(const Airfoil& airfoil, const std::string& path);
 
 // Fills `airfoil` from the file at `path`. Reports error message 72 when the
 // first line is not the XML declaration (the airfoil is left unchanged) and
-// 76 when there is no `configurations` element. FileNotFoundError for a file
-// that cannot be opened; OverflowError for a number beyond the double range.
+// 76 when there is no `configurations` element. Reads at most 1000 sets,
+// polars of a set and points of a polar, and warns of each limit passed
+// (254 sets, 255 polars, 256 points). FileNotFoundError for a file that
+// cannot be opened; OverflowError for a number beyond the double range.
 ReadReport ReadFromXML(Airfoil& airfoil, const std::string& path);
 
 // The same on the bytes of a file already in memory.

@@ -349,6 +349,21 @@ const LaterEntry kLaterStrings[] = {
     {238, {"&Add Row", "Zeile &hinzufügen"}},
     {239, {"&Delete Rows", "Zeilen &löschen"}},
     {240, {"The graph renderer %1 cannot be started: %2", "Das Grafikprogramm %1 kann nicht gestartet werden: %2"}},
+    {250, {"%2 is a folder, not a polar file.", "%2 ist ein Ordner, keine Polarendatei."}},
+    {251, {"1 of %2 files could not be converted:", "1 von %2 Dateien konnte nicht umgewandelt werden:"}},
+    {252, {"1 file could not be converted:", "1 Datei konnte nicht umgewandelt werden:"}},
+    {254, {"%2 holds more than 1000 sets; only the first 1000 were read.",
+           "%2 enthält mehr als 1000 Konfigurationen; nur die ersten 1000 wurden gelesen."}},
+    {255, {"%2 holds a set of more than 1000 polars; only the first 1000 polars of each set were read.",
+           "%2 enthält eine Konfiguration mit mehr als 1000 Polaren; von jeder Konfiguration wurden nur die ersten "
+           "1000 Polaren gelesen."}},
+    {256, {"%2 holds a polar of more than 1000 points; only the first 1000 points of each polar were read.",
+           "%2 enthält eine Polare mit mehr als 1000 Punkten; von jeder Polare wurden nur die ersten 1000 Punkte "
+           "gelesen."}},
+    {257, {"%2 holds a polar of more than 1000 points: readers of the XML format leave out the points past the "
+           "1000th.",
+           "%2 enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem "
+           "1000. aus."}},
     {272, {"%1 must lie between -1000000 and 1000000, not %2.",
            "%1 muss zwischen -1000000 und 1000000 liegen, nicht bei %2."}},
     {273, {"'%1' is not a number. A period or a comma may separate the decimals, as in 0.25 or 0,25.",
@@ -404,6 +419,10 @@ std::string ErrorText(const std::exception& error, int language, bool namingFile
 
 std::string ErrorTitle(int language) {
   return GetResString(1, language) + ": " + GetResString(75, language);
+}
+
+std::string WarningTitle(int language) {
+  return GetResString(1, language) + ": " + GetResString(121, language);
 }
 
 }  // namespace tavilo

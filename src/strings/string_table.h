@@ -37,4 +37,7 @@ std::string ErrorText(const std::exception& error, int language, bool namingFile
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
 std::string ErrorTitle(int language);
 
+// "Tavilo: Warning" in `language`: string 1, ": ", string 121.
+std::string WarningTitle(int language);
+
 }  // namespace tavilo

@@ -44,8 +44,6 @@ class UserInterface {
   virtual int ChooseAirfoil(const std::vector<std::string>& entries) = 0;
 
   virtual void SetStatusText(const std::string& text) = 0;
-  virtual void SetWindowTitle(const std::string& title) = 0;
-  virtual void SetAirfoilName(const std::string& name) = 0;
 
   // Shows the busy pointer while `busy` and lets pending window events run.
   virtual void SetBusy(bool busy) = 0;
@@ -65,8 +63,6 @@ class SilentUserInterface : public UserInterface {
   std::string ChooseFile(const FileDialogRequest&) override { return {}; }
   int ChooseAirfoil(const std::vector<std::string>&) override { return 0; }
   void SetStatusText(const std::string&) override {}
-  void SetWindowTitle(const std::string&) override {}
-  void SetAirfoilName(const std::string&) override {}
   void SetBusy(bool) override {}
   std::string ClipboardText() override { return clipboard_; }
   void SetClipboardText(const std::string& text) override { clipboard_ = text; }

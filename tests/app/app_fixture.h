@@ -10,6 +10,9 @@
 #include <QDir>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QMimeData>
+#include <QDropEvent>
+#include <QUrl>
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
@@ -78,6 +81,18 @@ class MessageBoxCatcher {
  private:
   QTimer timer_;
 };
+
+// Drops `paths` on `target` as the window system would.
+inline void Drop(QWidget* target, const QStringList& paths, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QMimeData data;
+  QList<QUrl> urls;
+  for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
+  data.setUrls(urls);
+  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(target, &enter);
+  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, modifiers);
+  QApplication::sendEvent(target, &drop);
+}
 
 // A main window on an empty settings store whose working directory is a
 // fresh scratch folder.

@@ -139,17 +139,6 @@ TEST_F(Graphs, PicturesGoToFilesAndTheClipboard) {
   EXPECT_TRUE(boxes.seen[0].text.contains("graphs.png"));
 }
 
-void Drop(QWidget* target, const QStringList& paths, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-  QMimeData data;
-  QList<QUrl> urls;
-  for (const QString& path : paths) urls << QUrl::fromLocalFile(path);
-  data.setUrls(urls);
-  QDragEnterEvent enter(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, modifiers);
-  QApplication::sendEvent(target, &enter);
-  QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, modifiers);
-  QApplication::sendEvent(target, &drop);
-}
-
 TEST_F(Graphs, OneDroppedFileOpensSeveralAreImported) {
   WritePolarFile(dir, "a.xml", "Alpha");
   WritePolarFile(dir, "b.xml", "Beta", 2);
@@ -162,9 +151,6 @@ TEST_F(Graphs, OneDroppedFileOpensSeveralAreImported) {
   EXPECT_EQ(form.Document().Current().ConfigCount(), 3);
   Drop(&form, {b}, Qt::ControlModifier);
   EXPECT_EQ(form.Document().Current().ConfigCount(), 4);
-  MessageBoxCatcher boxes;
-  Drop(&form, {QString::fromStdString(dir.Path().string())});  // a folder
-  EXPECT_FALSE(boxes.seen.empty());
 }
 
 }  // namespace

@@ -63,16 +63,6 @@ TEST_F(WindowPolish, AnotherAirfoilClearsTheReadouts) {
   EXPECT_EQ(readout->text(), "");
 }
 
-TEST_F(WindowPolish, AnErrorNamesTheFileItIsAbout) {
-  const std::string broken = dir.Write("broken.pef", "[Airfoil]\r\nNumberSets=40000\r\n");
-  PEFForm& form = Start();
-  MessageBoxCatcher boxes;
-  form.Document().OpenFile(broken);
-  ASSERT_EQ(boxes.seen.size(), 1u);
-  EXPECT_EQ(boxes.seen[0].text.toStdString(), "File: " + broken + "\r\nOverflow: value does not fit a 16-bit count")
-      << "the text after the file is the error's own";
-}
-
 TEST_F(WindowPolish, TheEnvelopeIsShownBeforeItIsWrittenAndItsPathAfterwards) {
   WritePolarFile(dir, "wing.xml", "Wing", 2);
   PEFForm& form = Start();

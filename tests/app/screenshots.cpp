@@ -6,7 +6,9 @@
 #include <QComboBox>
 #include <QDialog>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QMessageBox>
 #include <QContextMenuEvent>
 #include <QMenu>
 #include <QMenuBar>
@@ -192,6 +194,32 @@ void SavePointsAndUndo(tavilo::PEFForm& window, const QString& prefix) {
   window.SetLanguage(tavilo::kEnglish);
 }
 
+// The box that a file without polars brings up, naming the file, in both
+// languages: a text file named as an XFOIL polar, imported.
+void SaveErrorBoxes(tavilo::PEFForm& window, const QString& prefix) {
+  QTemporaryDir scratch;
+  const QString path = scratch.filePath("notes.pol");
+  QFile notes(path);
+  if (!notes.open(QIODevice::WriteOnly)) return;
+  notes.write("Measured on Tuesday; the table follows by mail.\n");
+  notes.close();
+  for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
+    window.SetLanguage(language);
+    const QString name = prefix + "-error-names-file-" + (language == tavilo::kEnglish ? "en" : "de") + ".png";
+    QTimer grabber;
+    QObject::connect(&grabber, &QTimer::timeout, [&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return;
+      QTest::qWait(100);
+      Save(box, name);
+      box->accept();
+    });
+    grabber.start(20);
+    window.Document().ImportFiles({path.toStdString()});
+  }
+  window.SetLanguage(tavilo::kEnglish);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -253,5 +281,6 @@ int main(int argc, char** argv) {
   SaveTreeViews(window, prefix);
   SavePointsAndUndo(window, prefix);
   SaveApproximationReport(window, prefix, std::string(TAVILO_TEST_DATA) + "/uiuc/E387A.DRG");
+  SaveErrorBoxes(window, prefix);
   return 0;
 }

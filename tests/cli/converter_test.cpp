@@ -200,15 +200,30 @@ TEST(Converter, AnInputWithoutAPointIsAnErrorInEveryMode) {
   EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")) || std::filesystem::exists(dir.File("out.png")));
 }
 
-TEST(Converter, AFileShortOfItsCountsConvertsWhatItHoldsWithAWarning) {
+// A warning is one line on standard error; the file is converted all the same.
+TEST(Converter, AWarnedFileIsConvertedWithOneLineOnStandardError) {
   TempDir dir;
   const std::string drg =
       dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
   std::string cut = kOnePointPef;
   const std::string pef = dir.Write("cut.pef", cut.replace(cut.find("NumberPoints=1"), 14, "NumberPoints=3"));
+  // A sweep longer than readers of XML take, as PEF and as XML.
+  Airfoil sweep;
+  auto set = std::make_shared<Configuration>();
+  auto polar = std::make_shared<Polar>();
+  polar->Selected = true;
+  polar->SetPoints(std::vector<PolarPoint>(1001, PolarPoint{1, 0.1, 0.01, 0, 0, 0, 0, 0}));
+  set->AddPolar(polar);
+  sweep.AddConfiguration(set);
+  WriteToPEF(sweep, dir.File("sweep.pef"));
+  WriteToXML(sweep, dir.File("sweep.xml"));
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {drg, "en", "Tavilo: Warning: " + drg + " holds fewer polars or points than its counts announce; what it"},
       {pef, "de", "Tavilo: Warnung: " + pef + " enthält weniger Polaren oder Punkte, als die Anzahlen darin"},
+      {dir.File("sweep.xml"), "en", "Tavilo: Warning: " + dir.File("sweep.xml") + " holds a polar of more than 1000 "
+                                    "points; only the first 1000 points of each polar were read.\n"},
+      {dir.File("sweep.pef"), "de", "Tavilo: Warnung: " + dir.File("de.xml") + " enthält eine Polare mit mehr als "
+                                    "1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem 1000. aus.\n"},
   };
   for (const auto& [input, language, warning] : cases) {
     const Result result = Convert(dir, {"--lang", language, input, dir.File(language + ".xml")});

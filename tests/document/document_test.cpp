@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <functional>
 
 #include "formats/pef.h"
@@ -126,6 +127,40 @@ TEST_F(DocumentEdits, EditsThatChangeNothingOrFailBeforeChangingAreNoStep) {
   EXPECT_THROW(document.Open(dir.File("missing.xml"), ui), FileNotFoundError);
   EXPECT_TRUE(seen.empty()) << "a failed open says nothing";
   EXPECT_EQ(document.Steps().UndoCount(), 1u) << "only the opening";
+}
+
+// Opening, importing or dropping a file that yields no polar with a point
+// shows the reader's own message, or "no polars", naming the file, and
+// leaves the document, its file and its history as they were.
+TEST_F(DocumentEdits, AFileWithoutPointsIsReportedByNameAndChangesNothing) {
+  std::filesystem::create_directory(dir.Path() / "folder.xml");
+  const struct {
+    const char* name;
+    std::string bytes;
+    std::string message;  // after "File: <path>\r\n" unless it names the file itself
+  } cases[] = {
+      {"noise.drg", std::string("\x01\x9f\xff\x00garbage\n\x7f", 14), "File contains no polars!"},
+      {"letter.pol", "Dear reader,\nthis is a letter.\n", "File contains no polars!"},
+      {"empty.xml", "", "This is no valid XML file!"},
+      {"sets.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", "File contains no data sets!"},
+      {"notes.abc", "hello", "Unknown File Format!"},
+      {"sheet.csv", "1 2 3", "File contains no polars!"},
+      {"folder.xml", "", "%2 is a folder, not a polar file."},
+  };
+  const std::string before = ContentText(document.Current());
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    const std::string path = c.name == std::string("folder.xml") ? dir.File(c.name) : dir.Write(c.name, c.bytes);
+    const std::string shown = c.message.starts_with("%2") ? path + c.message.substr(2) : "File: " + path + "\r\n" + c.message;
+    ui.messages.clear();
+    EXPECT_FALSE(document.Open(path, ui)->Changed());
+    EXPECT_FALSE(document.ImportFiles({path, path}, ui)->Changed());
+    ASSERT_EQ(ui.messages.size(), 3u);
+    for (const testing::ShownMessage& message : ui.messages) EXPECT_EQ(message.text, shown);
+    EXPECT_EQ(ContentText(document.Current()), before);
+    EXPECT_EQ(document.FileName(), "");
+    EXPECT_EQ(document.Steps().UndoCount(), 1u) << "only the opening";
+  }
 }
 
 TEST_F(DocumentEdits, AFailingFileEndsAnImportOfSeveralWithTheFilesBeforeItAsOneStep) {

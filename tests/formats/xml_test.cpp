@@ -155,17 +155,69 @@ TEST(XmlReader, LineBreaksVanishInsideValuesAndLegacyNamesBecomeUtf8) {
   EXPECT_EQ(Read(Document("<name>Flügel</name>"), ui).Name, "Flügel");
 }
 
-TEST(XmlReader, ReadsAtMostAThousandItemsPerLevel) {
-  std::string points;
-  for (int i = 0; i < 1003; ++i) points += "<datapoint><value>1</value><value>2</value><value>3</value></datapoint>";
-  std::string sets;
-  for (int i = 0; i < 1001; ++i) sets += "<configuration><name>s</name></configuration>";
-  RecordingUserInterface ui;
-  Airfoil airfoil = Read(Document("<name>A</name><configuration><polars><polar><datapoints>" + points +
-                                  "</datapoints></polar></polars></configuration>" + sets),
-                         ui);
-  EXPECT_EQ(airfoil.ConfigCount(), 1000);
-  EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), 1000);
+std::string Repeated(int count, std::string_view text) {
+  std::string out;
+  for (int i = 0; i < count; ++i) out += text;
+  return out;
+}
+
+// The format's readers take 1000 of each; what is left out is told, naming
+// the file, and never silently.
+TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
+  const std::string point = "<datapoint><value>1</value><value>2</value><value>3</value></datapoint>";
+  auto polar = [&](int points) { return "<polar><datapoints>" + Repeated(points, point) + "</datapoints></polar>"; };
+  auto set = [&](std::string polars) { return "<configuration><polars>" + polars + "</polars></configuration>"; };
+  const struct {
+    std::string body;
+    int sets, polars, points;  // read: sets, polars of set 1, points of its polar 1
+    std::vector<int> warnings;
+  } cases[] = {
+      {set(polar(1000)) + Repeated(999, set("")), 1000, 1, 1000, {}},
+      {set(polar(1003)), 1, 1, 1000, {256}},
+      {set(Repeated(1001, polar(1))), 1, 1000, 1, {255}},
+      {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {254}},
+      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000, {254, 255, 256}},
+  };
+  TempDir dir;
+  for (const auto& c : cases) {
+    const std::string path = dir.Write("many.xml", Document(c.body));
+    Airfoil airfoil;
+    const ReadReport report = ReadFromXML(airfoil, path);
+    ASSERT_EQ(airfoil.ConfigCount(), c.sets);
+    EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), c.polars);
+    EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), c.points);
+    std::vector<int> warnings;
+    for (const Diagnostic& d : report.diagnostics) {
+      warnings.push_back(d.messageId);
+      EXPECT_EQ(d.severity, Severity::Warning);
+      EXPECT_EQ(DiagnosticText(d, kEnglish).rfind(path + " holds ", 0), 0u);
+    }
+    EXPECT_EQ(warnings, c.warnings) << c.sets << " " << c.polars << " " << c.points;
+  }
+}
+
+TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
+  TempDir dir;
+  const std::string path = dir.File("sweep.xml");
+  const struct {
+    int points;
+    bool selected;
+    bool warned;
+  } cases[] = {{1000, true, false}, {1001, true, true}, {1001, false, false}};
+  for (const auto& c : cases) {
+    Airfoil airfoil = SampleAirfoil();
+    airfoil.Configuration(1)->Polar(2)->SetPoints(std::vector<PolarPoint>(c.points, MakePoint(1, 0.5, 0.01)));
+    airfoil.Configuration(1)->Polar(2)->Selected = c.selected;
+    const WriteReport report = WriteToXML(airfoil, path);
+    ASSERT_EQ(report.diagnostics.size(), c.warned ? 1u : 0u) << c.points;
+    Airfoil back;
+    ReadFromXML(back, path);
+    EXPECT_EQ(back.Configuration(1)->PolarCount(), c.selected ? 2 : 1) << "written whole";
+    if (!c.warned) continue;
+    EXPECT_EQ(DiagnosticText(report.diagnostics[0], kGerman),
+              path + " enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach "
+                     "dem 1000. aus.");
+  }
 }
 
 TEST(XmlReader, AMissingFileNamesThePath) {

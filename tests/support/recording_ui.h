@@ -42,8 +42,6 @@ class RecordingUserInterface : public UserInterface {
     return airfoilReply;
   }
   void SetStatusText(const std::string& text) override { statusTexts.push_back(text); }
-  void SetWindowTitle(const std::string& title) override { windowTitle = title; }
-  void SetAirfoilName(const std::string& name) override { airfoilName = name; }
   void SetBusy(bool busy) override { busyChanges.push_back(busy); }
   std::string ClipboardText() override { return clipboard; }
   void SetClipboardText(const std::string& text) override { clipboard = text; }
@@ -59,8 +57,6 @@ class RecordingUserInterface : public UserInterface {
   std::vector<std::vector<std::string>> airfoilChoices;
   int airfoilReply = 0;
   std::vector<std::string> statusTexts;
-  std::string windowTitle;
-  std::string airfoilName;
   std::vector<bool> busyChanges;
   std::string clipboard;
 };
