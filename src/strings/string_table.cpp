@@ -348,6 +348,18 @@ const LaterEntry kLaterStrings[] = {
     {238, {"&Add Row", "Zeile &hinzufügen"}},
     {239, {"&Delete Rows", "Zeilen &löschen"}},
     {240, {"The graph renderer %1 cannot be started: %2", "Das Grafikprogramm %1 kann nicht gestartet werden: %2"}},
+    // 258-264: the file access errors of our own, with the system's reason as
+    // it gives it, and the converter's --info listing.
+    {258, {"File access error: cannot read %1: %2", "Fehler beim Dateizugriff: %1 kann nicht gelesen werden: %2"}},
+    {259, {"File access error: cannot write %1: %2",
+           "Fehler beim Dateizugriff: %1 kann nicht geschrieben werden: %2"}},
+    {260, {"File access error: cannot replace %1: %2", "Fehler beim Dateizugriff: %1 kann nicht ersetzt werden: %2"}},
+    {261, {"File access error: cannot create a temporary file for the clipboard: %1",
+           "Fehler beim Dateizugriff: Für die Zwischenablage kann keine temporäre Datei angelegt werden: %1"}},
+    {262, {"File access error: the PEF reader needs %1 as a regular file of less than 4 GB",
+           "Fehler beim Dateizugriff: Der PEF-Leser braucht %1 als gewöhnliche Datei unter 4 GB"}},
+    {263, {"Airfoils in the file (choose with --airfoil N):", "Profile in der Datei (Auswahl mit --airfoil N):"}},
+    {264, {"Polar%1: Re=%2, Mach=%3, %4 points", "Polare%1: Re=%2, Mach=%3, %4 Punkte"}},
 };
 
 const Entry* FindEntry(int n) {
@@ -363,7 +375,7 @@ const std::string& ResourceString(int key) {
   const Entry* entry = key >= 1000 ? FindEntry(key % 1000) : nullptr;
   if (entry != nullptr && key / 1000 == kEnglish) return entry->english;
   if (entry != nullptr && key / 1000 == kGerman) return entry->german;
-  throw ResourceError("string " + std::to_string(key));
+  throw ResourceError(std::to_string(key));
 }
 
 std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments) {
@@ -384,13 +396,15 @@ std::string FormatResString(int id, int language, std::initializer_list<std::str
 const std::string& GetResString(int id, int language) {
   const int64_t key = static_cast<int64_t>(language) * 1000 + id;
   if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
-    throw OverflowError("string id " + std::to_string(id));
+    throw OverflowError(std::to_string(key));
   return ResourceString(static_cast<int>(key));
 }
 
 std::string ErrorText(const std::exception& error, int language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
-    std::string text = FormatResString(runtime->MessageId(), language, {runtime->Detail()});
+    const std::vector<std::string>& arguments = runtime->Arguments();
+    std::string text = FormatResString(runtime->MessageId(), language,
+                                       {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
     return runtime->File().empty() || !namingFile ? text : FormatResString(114, language, {runtime->File(), text});
   }
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);

@@ -69,7 +69,7 @@ TEST_F(WindowPolish, AnErrorNamesTheFileItIsAbout) {
   MessageBoxCatcher boxes;
   form.Document().OpenFile(broken);
   ASSERT_EQ(boxes.seen.size(), 1u);
-  EXPECT_EQ(boxes.seen[0].text.toStdString(), "File: " + broken + "\r\nOverflow: value does not fit a 16-bit count")
+  EXPECT_EQ(boxes.seen[0].text.toStdString(), "File: " + broken + "\r\nOverflow: 40000 > 32767")
       << "the text after the file is the error's own";
 }
 
