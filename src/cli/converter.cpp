@@ -405,7 +405,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
       std::string error;
       if (options.mode == Options::Mode::Plot) {
         if (renderer->plot(*input->airfoil, options.files[0], options.language, &error)) return kExitDone;
-        messages.Line("tavilo-convert: " + error);
+        messages.Error(error, options.files[0]);
         return kExitFileError;
       }
       PageRequest request;

@@ -196,13 +196,13 @@ bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio
                   const Paint& paint, int language, std::string* error) {
   const PictureFormat format = FormatOf(path);
   if (format == PictureFormat::Unknown) {
-    if (error) *error = "The picture must be a .png, .svg or .pdf file: " + path;
+    if (error) *error = GetResString(73, language) + "\r\n'" + path + "'";
     return false;
   }
   if (!EnsureGuiApplication(error)) return false;
   const QByteArray bytes = Encode(format, size, pixelRatio, title, paint);
   if (bytes.isEmpty()) {
-    if (error) *error = "The picture could not be encoded: " + path;
+    if (error) *error = FormatResString(198, language, {path});
     return false;
   }
   try {
