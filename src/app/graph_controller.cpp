@@ -95,7 +95,7 @@ void GraphController::SetReadableColors(bool on) {
 
 std::string GraphController::ChoosePictureFile() {
   const int language = ui_.Language();
-  FileDialogRequest request{FileDialogKind::Save, GetResString(193, language), GetResString(kPictureFilterText, language),
+  FileDialogRequest request{FileDialogKind::Save, DialogTitle(GetResString(193, language)), GetResString(kPictureFilterText, language),
                             true};
   return ui_.ChooseFile(request);
 }

@@ -180,7 +180,7 @@ void PEFForm::EnableItems(bool printing) {
   QAction* exportFile = findChild<QAction*>("mnuFileExport");
   print->setEnabled(hasData && !printing);
   findChild<QAction*>("mnuFilePrintPreview")->setEnabled(hasData && !printing);
-  for (const char* name : {"mnuFileExport", "mnuToolsApproximate", "mnuToolsEnvelope", "mnuToolsSortRe",
+  for (const char* name : {"mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate", "mnuToolsEnvelope", "mnuToolsSortRe",
                            "mnuToolsSortMach"}) {
     findChild<QAction*>(name)->setEnabled(hasData);
   }

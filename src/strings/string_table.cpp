@@ -411,6 +411,16 @@ std::string ErrorText(const std::exception& error, int language, bool namingFile
   return FormatResString(kUnexpectedText, language, {error.what()});
 }
 
+std::string DialogTitle(std::string_view caption) {
+  if (caption.ends_with("...")) caption.remove_suffix(3);
+  std::string title;
+  for (size_t k = 0; k < caption.size(); ++k) {
+    if (caption[k] == '&' && ++k == caption.size()) break;
+    title.push_back(caption[k]);
+  }
+  return title;
+}
+
 std::string ErrorTitle(int language) {
   return GetResString(1, language) + ": " + GetResString(75, language);
 }

@@ -67,6 +67,8 @@ TEST(StringTable, LaterTextsStandInBothLanguagesAndTakeArguments) {
   EXPECT_THROW(GetResString(99, kGerman), ResourceError) << "no text between the blocks";
   EXPECT_EQ(FormatResString(113, kGerman, {"/data/wing.pol", "14"}), "/data/wing.pol, Zeile 14");
   EXPECT_EQ(FormatResString(104, kEnglish, {"50% wing.pol"}), "File not found: 50% wing.pol") << "arguments stay as they are";
+  EXPECT_EQ(DialogTitle(GetResString(193, kGerman)), "Grafiken speichern unter");
+  EXPECT_EQ(DialogTitle("Flap && Slot &Points"), "Flap & Slot Points");
 }
 
 // Our own words come from the table; the path and the system's reason stay as given.
