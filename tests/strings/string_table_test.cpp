@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <functional>
 #include <set>
@@ -76,21 +78,23 @@ TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
   testing::TempDir dir;
   std::filesystem::create_directory(dir.File("taken.xml"));
   const std::string missing = dir.File("no dir/a.xml"), taken = dir.File("taken.xml");
+  // The system's words, in the system's language.
+  const std::string noSuchFile = std::strerror(ENOENT), isDirectory = std::strerror(EISDIR), io = std::strerror(EIO);
   const struct {
     std::function<void()> action;
     std::string english, german;
   } cases[] = {
       {[&] { WriteFileAtomically(missing, "x"); },
-       "File access error: cannot write " + missing + ": No such file or directory",
-       "Fehler beim Dateizugriff: " + missing + " kann nicht geschrieben werden: No such file or directory"},
-      {[&] { WriteFileAtomically(taken, "x"); }, "File access error: cannot replace " + taken + ": Is a directory",
-       "Fehler beim Dateizugriff: " + taken + " kann nicht ersetzt werden: Is a directory"},
+       "File access error: cannot write " + missing + ": " + noSuchFile,
+       "Fehler beim Dateizugriff: " + missing + " kann nicht geschrieben werden: " + noSuchFile},
+      {[&] { WriteFileAtomically(taken, "x"); }, "File access error: cannot replace " + taken + ": " + isDirectory,
+       "Fehler beim Dateizugriff: " + taken + " kann nicht ersetzt werden: " + isDirectory},
       {[] {
          char byte;
          InputFile("/proc/self/mem").ReadAt(&byte, 1, 0);
        },
-       "File access error: cannot read /proc/self/mem: Input/output error",
-       "Fehler beim Dateizugriff: /proc/self/mem kann nicht gelesen werden: Input/output error"},
+       "File access error: cannot read /proc/self/mem: " + io,
+       "Fehler beim Dateizugriff: /proc/self/mem kann nicht gelesen werden: " + io},
       {[] { PefIndex::OfFile("/dev/null"); },
        "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB",
        "Fehler beim Dateizugriff: Der PEF-Leser braucht /dev/null als gewöhnliche Datei unter 4 GB"},
