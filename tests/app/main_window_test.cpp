@@ -154,10 +154,12 @@ TEST_F(MainWindow, DialogTitlesCarryNoMnemonic) {
     for (const char* name : {"mnuFileImport", "mnuFileExport", "mnuBatch", "mnuFileSaveGraphs", "mnuPrintOptions",
                              "mnuFilePrintPreview", "Toolbar1_HELP", "mnuToolsApproximate"})
       Action(name)->trigger();
+    Find<QWidget>("ClAlfaPicture")->findChild<QAction*>("mnuGraphSave")->trigger();
     titles << Find<QDialog>("frmApprox")->windowTitle() << form.windowTitle();
   }
-  EXPECT_EQ(titles.size(), 2 * 9);
-  EXPECT_TRUE(titles.contains("Save Graphs As") && titles.contains("Grafiken speichern unter")) << titles.join(", ").toStdString();
+  EXPECT_EQ(titles.size(), 2 * 10);
+  for (const char* title : {"Save Graphs As", "Grafiken speichern unter", "Save Picture", "Bild speichern"})
+    EXPECT_TRUE(titles.contains(title)) << titles.join(", ").toStdString();
   for (const QString& title : titles) EXPECT_FALSE(title.contains('&')) << title.toStdString();
 }
 
