@@ -97,8 +97,8 @@ void GraphController::SetReadableColors(bool on) {
 // Titled by the command that asks: Save Graphs As or Save Picture.
 std::string GraphController::ChoosePictureFile(int captionId) {
   const int language = ui_.Language();
-  FileDialogRequest request{FileDialogKind::Save, DialogTitle(GetResString(captionId, language)), GetResString(kPictureFilterText, language),
-                            true};
+  FileDialogRequest request{FileDialogKind::Save, DialogTitle(GetResString(captionId, language)),
+                            GetResString(kPictureFilterText, language), true};
   return ui_.ChooseFile(request);
 }
 

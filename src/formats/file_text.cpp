@@ -71,7 +71,8 @@ mode_t LearnUmask() {
     if (at != std::string_view::npos) {
       mode_t mask = 0;
       size_t p = status.find_first_of("01234567", at);
-      for (; p < status.size() && status[p] >= '0' && status[p] <= '7'; ++p) mask = static_cast<mode_t>(mask * 8 + static_cast<mode_t>(status[p] - '0'));
+      for (; p < status.size() && status[p] >= '0' && status[p] <= '7'; ++p)
+        mask = static_cast<mode_t>(mask * 8 + static_cast<mode_t>(status[p] - '0'));
       return mask & 0777;
     }
   }

@@ -21,8 +21,9 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   WritePolarFile(dir, "wing.xml", "Wing");
   PEFForm& form = Start();
   auto expectDataCommands = [this](bool enabled) {
-    for (const char* name : {"mnuFilePrint", "mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate", "mnuToolsEnvelope",
-                             "mnuToolsSortRe", "mnuToolsSortMach", "Toolbar1_PRINT", "Toolbar1_SAVE"}) {
+    for (const char* name : {"mnuFilePrint", "mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate",
+                             "mnuToolsEnvelope", "mnuToolsSortRe", "mnuToolsSortMach", "Toolbar1_PRINT",
+                             "Toolbar1_SAVE"}) {
       EXPECT_EQ(Action(name)->isEnabled(), enabled) << name;
     }
   };

@@ -54,10 +54,12 @@ TEST(Converter, ConvertsByNameAndExtensionAndListsTheTree) {
       {"en", "Airfoil: NACA4412 SHARP TE V9\nSet 1: \n  Polar 1: Re= 1000000, Mach= 0, 12 points\n"},
       {"de", "Profil: NACA4412 SHARP TE V9\nKonfiguration 1: \n  Polare 1: Re= 1000000, Mach= 0, 12 Punkte\n"},
   };
-  for (const auto& [language, listing] : listings) EXPECT_EQ(Convert(dir, {"--lang", language, "--info", kXfoil}).out, listing);
+  for (const auto& [language, listing] : listings)
+    EXPECT_EQ(Convert(dir, {"--lang", language, "--info", kXfoil}).out, listing);
   const std::string usage = Convert(dir, {"--help"}).out;
   EXPECT_EQ(usage.rfind("Usage: tavilo-convert", 0), 0u);
-  for (const char* extension : {".mwk", ".txt", ".csv)"}) EXPECT_NE(usage.find(extension), std::string::npos) << extension;
+  for (const char* extension : {".mwk", ".txt", ".csv)"})
+    EXPECT_NE(usage.find(extension), std::string::npos) << extension;
   EXPECT_EQ(Convert(dir, {"--version"}).out.rfind("tavilo-convert ", 0), 0u);
 }
 
@@ -324,7 +326,8 @@ TEST(Converter, ABatchOfSeveralJobsPrintsAndWritesAsOneJob) {
 TEST(Converter, AParallelBatchWritesEveryFileWithTheUmasksMode) {
   TempDir dir;
   for (int k = 0; k < 300; ++k) dir.Write("p" + std::to_string(k) + ".pef", kOnePointPef);
-  const std::string command = "umask 022 && '" TAVILO_CONVERT "' --batch -j 8 '" + dir.Path().string() + "' > /dev/null";
+  const std::string command =
+      "umask 022 && '" TAVILO_CONVERT "' --batch -j 8 '" + dir.Path().string() + "' > /dev/null";
   ASSERT_EQ(std::system(command.c_str()), 0);
   int written = 0;
   for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {

@@ -49,8 +49,8 @@ TEST(RenderPlotsToFile, WritesSvgOrPdfByExtensionInAnyCaseAndRefusesOthers) {
   EXPECT_FALSE(std::filesystem::exists(dir.File("plots.jpg")));
   error.clear();
   EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), kGerman, &error));
-  EXPECT_EQ(error.rfind("Fehler beim Dateizugriff: " + dir.File("missing/plots.png") + " kann nicht geschrieben", 0), 0u)
-      << error;
+  const std::string german = "Fehler beim Dateizugriff: " + dir.File("missing/plots.png") + " kann nicht geschrieben";
+  EXPECT_EQ(error.rfind(german, 0), 0u) << error;
   EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), kEnglish, &error)) << "framed graphs only";
 }
 

@@ -99,9 +99,10 @@ TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
        "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB",
        "Fehler beim Dateizugriff: Der PEF-Leser braucht /dev/null als gewöhnliche Datei unter 4 GB"},
       {[] {
-         throw FileAccessError(kNoClipboardFileText,
-                               "File access error: cannot create a temporary file for the clipboard: Read-only file system",
-                               {"Read-only file system"});
+         throw FileAccessError(
+             kNoClipboardFileText,
+             "File access error: cannot create a temporary file for the clipboard: Read-only file system",
+             {"Read-only file system"});
        },
        "File access error: cannot create a temporary file for the clipboard: Read-only file system",
        "Fehler beim Dateizugriff: Für die Zwischenablage kann keine temporäre Datei angelegt werden: Read-only file "
