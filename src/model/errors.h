@@ -15,7 +15,6 @@ inline constexpr int kFileNotFoundText = 104;
 inline constexpr int kSubscriptText = 105;
 inline constexpr int kOverflowText = 106;
 inline constexpr int kDivisionByZeroText = 107;
-inline constexpr int kFileAccessText = 109;
 inline constexpr int kUnexpectedText = 110;
 inline constexpr int kResourceText = 118;
 // File access errors of our own, each with the path ("%1") and the
