@@ -83,7 +83,7 @@ void ApplyCaptions(QWidget* window, std::span<const Caption> captions, int langu
     if (control == nullptr) continue;
     switch (caption.target) {
       case CaptionTarget::WindowTitle:
-        window->setWindowTitle(text);
+        window->setWindowTitle(FromUtf8(DialogTitle(GetResString(caption.id, language))));
         break;
       case CaptionTarget::Text:
         SetText(control, text);

@@ -16,6 +16,7 @@ namespace tavilo {
 namespace {
 
 // String ids of the graphs' own texts.
+constexpr int kSaveGraphsText = 193;
 constexpr int kCopyPictureText = 194;
 constexpr int kSavePictureText = 195;
 constexpr int kPictureFilterText = 197;
@@ -93,10 +94,11 @@ void GraphController::SetReadableColors(bool on) {
   Redraw();
 }
 
-std::string GraphController::ChoosePictureFile() {
+// Titled by the command that asks: Save Graphs As or Save Picture.
+std::string GraphController::ChoosePictureFile(int captionId) {
   const int language = ui_.Language();
-  FileDialogRequest request{FileDialogKind::Save, GetResString(193, language), GetResString(kPictureFilterText, language),
-                            true};
+  FileDialogRequest request{FileDialogKind::Save, DialogTitle(GetResString(captionId, language)),
+                            GetResString(kPictureFilterText, language), true};
   return ui_.ChooseFile(request);
 }
 
@@ -109,7 +111,7 @@ void GraphController::ShowWriteError(const std::string& path, const std::string&
 // Pictures are made at the screen's density, so that they are as sharp as
 // the window.
 void GraphController::SaveGraphs() {
-  const std::string path = ChoosePictureFile();
+  const std::string path = ChoosePictureFile(kSaveGraphsText);
   if (path.empty()) return;
   std::string error;
   ui_.SetBusy(true);
@@ -124,7 +126,7 @@ void GraphController::CopyPicture(int graph) {
 }
 
 void GraphController::SavePicture(int graph) {
-  const std::string path = ChoosePictureFile();
+  const std::string path = ChoosePictureFile(kSavePictureText);
   if (path.empty()) return;
   GraphWidget* widget = widgets_[graph];
   std::string error;

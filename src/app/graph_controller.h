@@ -49,7 +49,7 @@ class GraphController : public QObject {
   void SwitchLanguage(int language);
 
  private:
-  std::string ChoosePictureFile();
+  std::string ChoosePictureFile(int captionId);
   void ShowWriteError(const std::string& path, const std::string& error);
 
   std::array<GraphWidget*, 5> widgets_;

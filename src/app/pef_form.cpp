@@ -183,8 +183,8 @@ void PEFForm::EnableItems(bool printing) {
   QAction* exportFile = findChild<QAction*>("mnuFileExport");
   print->setEnabled(hasData && !printing);
   findChild<QAction*>("mnuFilePrintPreview")->setEnabled(hasData && !printing);
-  for (const char* name : {"mnuFileExport", "mnuToolsApproximate", "mnuToolsEnvelope", "mnuToolsSortRe",
-                           "mnuToolsSortMach"}) {
+  for (const char* name : {"mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate", "mnuToolsEnvelope",
+                           "mnuToolsSortRe", "mnuToolsSortMach"}) {
     findChild<QAction*>(name)->setEnabled(hasData);
   }
   findChild<QAction*>("Toolbar1_PRINT")->setEnabled(print->isEnabled());

@@ -92,7 +92,7 @@ void PEFForm::PrintPreview() {
   SetUpPrinter(printer, document_->Current());
   QPrintPreviewDialog preview(&printer, this);
   preview.setObjectName("PrintPreview");
-  preview.setWindowTitle(QString::fromStdString(GetResString(137, Language())).remove('&').remove("..."));
+  preview.setWindowTitle(QString::fromStdString(DialogTitle(GetResString(137, Language()))));
   connect(&preview, &QPrintPreviewDialog::paintRequested, this,
           [this](QPrinter* target) { RunGuarded(*ui_, [&] { PaintOn(*target); }); });
   preview.exec();

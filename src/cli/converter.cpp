@@ -40,8 +40,9 @@ constexpr const char* kUsage =
     "                                                  print the page of the graphs to a PDF\n"
 #endif
     "\n"
-    "The input format follows INPUT's name (.xml .pef .pol polar.* .drg), the output\n"
-    "format OUTPUT's extension (.xml .pef .pol).\n"
+    "The input format follows INPUT's name (.xml .pef .pol polar.* .drg, and the\n"
+    "polar tables .mwk .txt .csv), the output format OUTPUT's extension (.xml .pef\n"
+    ".pol .csv).\n"
     "\n"
     "Options:\n"
     "  --airfoil N   read airfoil N (from 1) of a drag file with several; --info lists them\n"
@@ -60,6 +61,11 @@ constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
 constexpr int kNothingToApproximateText = 164;
 [[maybe_unused]] constexpr int kNoRendererText = 240;  // where the renderer is built
+// --info's listing: "Airfoil", "Set" and a line per polar.
+constexpr int kAirfoilText = 7;
+constexpr int kSetText = 130;
+constexpr int kAirfoilListText = 263;
+constexpr int kPolarLineText = 264;
 
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.
@@ -192,22 +198,24 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
   return std::nullopt;
 }
 
-void PrintInfo(const std::string& input, const Airfoil& airfoil, std::ostream& out) {
+void PrintInfo(const std::string& input, const Airfoil& airfoil, int language, std::ostream& out) {
   if (InputFormatOf(input) == InputFormat::Drag) {
     const std::vector<std::string> names = DrgAirfoilNames(ReadFileBytes(input));
     if (names.size() > 1) {
-      out << "Airfoils in the file (choose with --airfoil N):\n";
+      out << GetResString(kAirfoilListText, language) << '\n';
       for (size_t i = 0; i < names.size(); ++i) out << "  " << i + 1 << ": " << names[i] << '\n';
     }
   }
-  out << "Airfoil: " << airfoil.Name << '\n';
+  out << GetResString(kAirfoilText, language) << ": " << airfoil.Name << '\n';
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
     const Configuration& set = *airfoil.Configuration(i);
-    out << "Set" << NumberText(i) << ": " << set.Name << '\n';
+    out << GetResString(kSetText, language) << NumberText(i) << ": " << set.Name << '\n';
     for (int j = 1; j <= set.PolarCount(); ++j) {
       const Polar& polar = *set.Polar(j);
-      out << "  Polar" << NumberText(j) << ": Re=" << NumberText(polar.ReynoldsNumber)
-          << ", Mach=" << NumberText(polar.MachNumber) << ", " << polar.PointCount() << " points";
+      out << "  "
+          << FormatResString(kPolarLineText, language,
+                             {NumberText(j), NumberText(polar.ReynoldsNumber), NumberText(polar.MachNumber),
+                              FormatNumber(polar.PointCount(), "0")});
       if (!polar.Name.empty()) out << ", " << polar.Name;
       out << '\n';
     }
@@ -358,7 +366,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
     case Options::Mode::Info: {
       std::optional<LoadResult> input = reader.ReadInput(options.files[0]);
       if (!input) return kExitFileError;
-      PrintInfo(options.files[0], *input->airfoil, out);
+      PrintInfo(options.files[0], *input->airfoil, options.language, out);
       return kExitDone;
     }
     case Options::Mode::Convert: {
@@ -397,7 +405,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
       std::string error;
       if (options.mode == Options::Mode::Plot) {
         if (renderer->plot(*input->airfoil, options.files[0], options.language, &error)) return kExitDone;
-        messages.Line("tavilo-convert: " + error);
+        messages.Error(error, options.files[0]);
         return kExitFileError;
       }
       PageRequest request;

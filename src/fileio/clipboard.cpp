@@ -3,6 +3,8 @@
 #include <stdlib.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 
 #include "formats/file_text.h"
@@ -21,7 +23,11 @@ class ScratchFile {
   ScratchFile() {
     std::string pattern = (std::filesystem::temp_directory_path() / "tavilo-clipboard-XXXXXX").string();
     int fd = ::mkstemp(pattern.data());
-    if (fd < 0) throw FileAccessError("cannot create a temporary file for the clipboard");
+    if (fd < 0) {
+      const std::string reason = std::strerror(errno);
+      throw FileAccessError(kNoClipboardFileText,
+                            "File access error: cannot create a temporary file for the clipboard: " + reason, {reason});
+    }
     ::close(fd);
     path_ = pattern;
   }

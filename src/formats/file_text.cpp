@@ -56,6 +56,46 @@ void PreferLargePages(char* data, size_t size) {
   if (end > begin) ::madvise(reinterpret_cast<void*>(begin), end - begin, MADV_HUGEPAGE);
 }
 
+// The process's umask, learnt once and never changed. Linux shows it in
+// /proc/self/status; elsewhere the only way to read it is to set it and set
+// it back, which done while other threads create files would hand them a
+// mask of 0 (files anybody may write), so that is done before main runs.
+mode_t LearnUmask() {
+  const int fd = ::open("/proc/self/status", O_RDONLY | O_CLOEXEC);
+  if (fd >= 0) {
+    char text[4096];
+    const ssize_t n = ::read(fd, text, sizeof text);
+    ::close(fd);
+    const std::string_view status(text, n > 0 ? static_cast<size_t>(n) : 0);
+    const size_t at = status.find("\nUmask:");
+    if (at != std::string_view::npos) {
+      mode_t mask = 0;
+      size_t p = status.find_first_of("01234567", at);
+      for (; p < status.size() && status[p] >= '0' && status[p] <= '7'; ++p)
+        mask = static_cast<mode_t>(mask * 8 + static_cast<mode_t>(status[p] - '0'));
+      return mask & 0777;
+    }
+  }
+  const mode_t mask = ::umask(022);
+  ::umask(mask);
+  return mask;
+}
+
+mode_t ProcessUmask() {
+  static const mode_t mask = LearnUmask();
+  return mask;
+}
+
+[[maybe_unused]] const mode_t kUmaskAtStart = ProcessUmask();
+
+// The error of an action on `path` that the system refused: `messageId` is
+// kCannotReadText, kCannotWriteText or kCannotReplaceText.
+FileAccessError SystemRefused(int messageId, const std::string& path, int error) {
+  const char* verb = messageId == kCannotWriteText ? "write " : messageId == kCannotReplaceText ? "replace " : "read ";
+  const std::string reason = std::strerror(error);
+  return FileAccessError(messageId, "File access error: cannot " + (verb + path) + ": " + reason, {path, reason});
+}
+
 }  // namespace
 
 InputFile::InputFile(const std::string& path) : path_(path) {
@@ -76,7 +116,7 @@ size_t InputFile::Read(char* data, size_t size) const {
   for (;;) {
     ssize_t n = ::read(fd_, data, size);
     if (n >= 0) return static_cast<size_t>(n);
-    if (errno != EINTR) throw FileAccessError("cannot read " + path_ + ": " + std::strerror(errno));
+    if (errno != EINTR) throw SystemRefused(kCannotReadText, path_, errno);
   }
 }
 
@@ -85,7 +125,7 @@ size_t InputFile::ReadAt(char* data, size_t size, uint64_t offset) const {
   while (filled < size) {
     ssize_t n = ::pread(fd_, data + filled, size - filled, static_cast<off_t>(offset + filled));
     if (n < 0 && errno == EINTR) continue;
-    if (n < 0) throw FileAccessError("cannot read " + path_ + ": " + std::strerror(errno));
+    if (n < 0) throw SystemRefused(kCannotReadText, path_, errno);
     if (n == 0) break;
     filled += static_cast<size_t>(n);
   }
@@ -155,22 +195,20 @@ void WriteFileAtomically(const std::string& linkOrPath, std::string_view bytes) 
   std::vector<char> name(pattern.begin(), pattern.end());
   name.push_back('\0');
   Descriptor file{::mkstemp(name.data())};
-  if (file.fd < 0) throw FileAccessError("cannot write " + path + ": " + std::strerror(errno));
+  if (file.fd < 0) throw SystemRefused(kCannotWriteText, path, errno);
   const std::string tempPath(name.data());
 
-  auto fail = [&](const char* what) {
+  auto fail = [&](int messageId) {
     int error = errno;
     ::unlink(tempPath.c_str());
-    throw FileAccessError(std::string(what) + " " + path + ": " + std::strerror(error));
+    throw SystemRefused(messageId, path, error);
   };
   // Keep the permissions of a file being replaced; new files get the usual 0666 & ~umask.
   struct stat old {};
   if (::stat(path.c_str(), &old) == 0) {
     ::fchmod(file.fd, old.st_mode & 07777);
   } else {
-    mode_t mask = ::umask(0);
-    ::umask(mask);
-    ::fchmod(file.fd, 0666 & ~mask);
+    ::fchmod(file.fd, 0666 & ~ProcessUmask());
   }
   const char* p = bytes.data();
   size_t left = bytes.size();
@@ -178,20 +216,20 @@ void WriteFileAtomically(const std::string& linkOrPath, std::string_view bytes) 
     ssize_t n = ::write(file.fd, p, left);
     if (n < 0) {
       if (errno == EINTR) continue;
-      fail("cannot write");
+      fail(kCannotWriteText);
     }
     p += n;
     left -= static_cast<size_t>(n);
   }
   // On disk before it takes the old file's name, so that a crash leaves the
   // old file or the new one, never an empty one.
-  if (::fsync(file.fd) != 0) fail("cannot write");
+  if (::fsync(file.fd) != 0) fail(kCannotWriteText);
   if (::close(file.fd) != 0) {
     file.fd = -1;
-    fail("cannot write");
+    fail(kCannotWriteText);
   }
   file.fd = -1;
-  if (::rename(tempPath.c_str(), path.c_str()) != 0) fail("cannot replace");
+  if (::rename(tempPath.c_str(), path.c_str()) != 0) fail(kCannotReplaceText);
 }
 
 bool IsValidUtf8(std::string_view bytes) {

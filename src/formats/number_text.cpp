@@ -97,7 +97,7 @@ double LeadingNumber(std::string_view text) {
   if (error == std::errc::result_out_of_range) {
     // Underflow is a harmless zero; a magnitude past the double range is not.
     if (DecimalMagnitude(mantissa, exponent) < 0) return 0.0;
-    throw OverflowError("number too large: " + std::string(text.substr(mantissaStart, length)));
+    throw OverflowError(std::string(text.substr(mantissaStart, length)));
   }
   if (error != std::errc()) return 0.0;
   return negative ? -value : value;
@@ -106,7 +106,7 @@ double LeadingNumber(std::string_view text) {
 int16_t RoundToInt16(double value) {
   double rounded = std::nearbyint(value);  // the default rounding mode is half to even
   if (!(rounded >= INT16_MIN && rounded <= INT16_MAX))
-    throw OverflowError("value does not fit a 16-bit count");
+    throw OverflowError(ShortestNumberText(value) + " > 32767");
   return static_cast<int16_t>(rounded);
 }
 
@@ -223,7 +223,7 @@ std::string_view RestAfterFirstBlank(std::string_view line) {
   size_t p = 0;
   while (p < line.size() && line[p] != ' ') ++p;
   if (p == line.size()) return {};
-  if (p >= 32767) throw OverflowError("blank beyond position 32767");
+  if (p >= 32767) throw OverflowError(std::to_string(p) + " > 32766");
   return TrimLeadingBlanks(line.substr(p));
 }
 

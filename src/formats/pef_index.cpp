@@ -193,7 +193,7 @@ void PefIndex::Scan(NextPiece next) {
 }
 
 PefIndex::PefIndex(std::string_view text) : text_(text) {
-  if (text.size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
+  if (text.size() >= UINT32_MAX) throw OverflowError(std::to_string(text.size()) + " > 4294967294");
   bool given = false;
   Scan([&]() {
     std::string_view piece = given ? std::string_view{} : text;
@@ -206,8 +206,10 @@ PefIndex PefIndex::OfFile(const std::string& path, size_t piece) {
   PefIndex index;
   index.file_ = std::make_unique<InputFile>(path);
   const InputFile& file = *index.file_;
-  if (!file.IsRegular()) throw FileAccessError("cannot read " + path + " in pieces");
-  if (file.Size() >= UINT32_MAX) throw OverflowError("file too large for the PEF reader");
+  if (!file.IsRegular() || file.Size() >= UINT32_MAX)
+    throw FileAccessError(kPefNotInPiecesText,
+                          "File access error: the PEF reader needs " + path + " as a regular file of less than 4 GB",
+                          {path});
   std::string buffer(static_cast<size_t>(std::clamp<uint64_t>(file.Size() + 1, 1, std::max<size_t>(piece, 1))), '\0');
   uint64_t offset = 0;
   index.Scan([&]() {

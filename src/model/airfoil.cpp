@@ -4,7 +4,7 @@ namespace tavilo {
 
 void Airfoil::DeleteConfiguration(int index) {
   ConfigurationPtr config = Configuration(index);
-  if (!config) throw SubscriptError("configuration index " + std::to_string(index));
+  if (!config) throw SubscriptError(std::to_string(index));
   const int polarCount = config->PolarCount();
   for (int i = 0; i < polarCount; ++i) config->DeletePolar(1);
   configurations_.Delete(index);

@@ -39,7 +39,7 @@ class Airfoil {
   }
 
  private:
-  ChildList<tavilo::Configuration> configurations_{"configuration"};
+  ChildList<tavilo::Configuration> configurations_;
 };
 
 using AirfoilPtr = std::shared_ptr<Airfoil>;

@@ -15,14 +15,14 @@
 namespace tavilo {
 
 // Adds one to a 16-bit count; raises OverflowError past 32767.
-inline int16_t IncrementCount(int16_t count, const char* what) {
-  if (count == INT16_MAX) throw OverflowError(std::string(what) + " count exceeds 32767");
+inline int16_t IncrementCount(int16_t count) {
+  if (count == INT16_MAX) throw OverflowError("32768 > 32767");
   return static_cast<int16_t>(count + 1);
 }
 
 // Subtracts one from a 16-bit count; raises OverflowError below -32768.
-inline int16_t DecrementCount(int16_t count, const char* what) {
-  if (count == INT16_MIN) throw OverflowError(std::string(what) + " count below -32768");
+inline int16_t DecrementCount(int16_t count) {
+  if (count == INT16_MIN) throw OverflowError("-32769 < -32768");
   return static_cast<int16_t>(count - 1);
 }
 
@@ -31,8 +31,6 @@ class ChildList {
  public:
   using Ptr = std::shared_ptr<T>;
 
-  explicit ChildList(const char* what) : what_(what) {}
-
   int16_t Count() const { return count_; }
 
   // The child at `index` (1-based); null when `index` is above the count;
@@ -40,17 +38,17 @@ class ChildList {
   Ptr At(int index) const {
     if (index > count_) return nullptr;
     if (index < 1 || static_cast<size_t>(index) > items_.size())
-      throw SubscriptError(std::string(what_) + " index " + std::to_string(index));
+      throw SubscriptError(std::to_string(index));
     return items_[index - 1];
   }
 
   // Appends `child` as element count + 1.
   void Add(Ptr child) {
-    int16_t count = IncrementCount(count_, what_);
+    int16_t count = IncrementCount(count_);
     count_ = count;
     // After a delete from an empty list the count is negative; growing the
     // list to a bound below 1 fails like any other bad subscript.
-    if (count < 1) throw SubscriptError(std::string(what_) + " list bound " + std::to_string(count));
+    if (count < 1) throw SubscriptError(std::to_string(count));
     if (items_.size() < static_cast<size_t>(count)) items_.resize(count);
     items_[count - 1] = std::move(child);
   }
@@ -59,10 +57,10 @@ class ChildList {
   // without any test, so deleting from an empty list leaves it at -1, and an
   // index above the old count drops the last element.
   void Delete(int index) {
-    count_ = DecrementCount(count_, what_);
+    count_ = DecrementCount(count_);
     for (int k = index; k <= count_; ++k) {
       if (k < 1 || static_cast<size_t>(k) >= items_.size())
-        throw SubscriptError(std::string(what_) + " index " + std::to_string(k));
+        throw SubscriptError(std::to_string(k));
       items_[k - 1] = std::move(items_[k]);
     }
     if (count_ > 0) items_.resize(count_);
@@ -79,7 +77,7 @@ class ChildList {
   // Stores `child` at `index` within 1..Count().
   void Set(int index, Ptr child) {
     if (index < 1 || index > count_ || static_cast<size_t>(index) > items_.size())
-      throw SubscriptError(std::string(what_) + " index " + std::to_string(index));
+      throw SubscriptError(std::to_string(index));
     items_[index - 1] = std::move(child);
   }
 
@@ -92,7 +90,6 @@ class ChildList {
   void Swap(int i, int j) { std::swap(items_[i - 1], items_[j - 1]); }
 
  private:
-  const char* what_;
   int16_t count_ = 0;
   std::vector<Ptr> items_;  // items_[0] is element 1
 };

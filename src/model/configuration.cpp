@@ -42,7 +42,7 @@ int16_t Configuration::SortMach() {
 std::optional<PolarPoint> Configuration::InterpolateAtCl(double cl, double reynolds) const {
   const int m = PolarCount();
   PolarPtr first = polars_.At(1);
-  if (!first) throw SubscriptError("polar index 1 of an empty set");
+  if (!first) throw SubscriptError("1");
   if (reynolds < first->ReynoldsNumber) return first->InterpolateAtCl(cl);
   PolarPtr last = Polar(m);
   if (reynolds > last->ReynoldsNumber) return last->InterpolateAtCl(cl);

@@ -54,7 +54,7 @@ class Configuration {
   std::optional<PolarPoint> InterpolateAtCl(double cl, double reynolds) const;
 
  private:
-  ChildList<tavilo::Polar> polars_{"polar"};
+  ChildList<tavilo::Polar> polars_;
 };
 
 using ConfigurationPtr = std::shared_ptr<Configuration>;

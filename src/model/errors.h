@@ -3,8 +3,10 @@
 // its boundary, and shows "Tavilo: Error" with the message in the user's
 // language (ErrorText in strings/string_table.h); what() is the English text.
 
+#include <initializer_list>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace tavilo {
 
@@ -13,31 +15,47 @@ inline constexpr int kFileNotFoundText = 104;
 inline constexpr int kSubscriptText = 105;
 inline constexpr int kOverflowText = 106;
 inline constexpr int kDivisionByZeroText = 107;
-inline constexpr int kFileAccessText = 109;
 inline constexpr int kUnexpectedText = 110;
 inline constexpr int kResourceText = 118;
+// File access errors of our own, each with the path ("%1") and the
+// system's reason ("%2"), which stays in the system's words.
+inline constexpr int kCannotReadText = 258;
+inline constexpr int kCannotWriteText = 259;
+inline constexpr int kCannotReplaceText = 260;
+inline constexpr int kNoClipboardFileText = 261;  // the reason alone
+inline constexpr int kPefNotInPiecesText = 262;   // the path alone
 
 class RuntimeError : public std::runtime_error {
  public:
-  // `english` is the text's English form, used for what().
+  // `english` is the text's English form before its one argument, used for what().
   RuntimeError(int messageId, const std::string& english, const std::string& detail)
-      : std::runtime_error(english + detail), messageId_(messageId), detail_(detail) {}
+      : std::runtime_error(english + detail), messageId_(messageId), arguments_{detail} {}
   explicit RuntimeError(const std::string& what) : RuntimeError(kUnexpectedText, "", what) {}
+  // A text of several arguments; `what` is its English form.
+  RuntimeError(int messageId, const std::string& what, std::initializer_list<std::string> arguments)
+      : std::runtime_error(what), messageId_(messageId), arguments_(arguments) {
+    if (arguments_.empty()) arguments_.emplace_back();
+  }
 
-  // The string id of the error's text and the detail that fills it (a path,
-  // an index, what overflowed).
+  // The string id of the error's text and the arguments that fill it ("%1",
+  // "%2" ...: a path, an index, a number, the system's reason).
   int MessageId() const { return messageId_; }
-  const std::string& Detail() const { return detail_; }
+  const std::vector<std::string>& Arguments() const { return arguments_; }
+  // The first argument.
+  const std::string& Detail() const { return arguments_.front(); }
   // The file the error is about, where the action that met it knows one
-  // that the detail does not name already; "" otherwise.
+  // that the arguments do not name already; "" otherwise.
   const std::string& File() const { return file_; }
   void SetFile(const std::string& file) {
-    if (file_.empty() && detail_.find(file) == std::string::npos) file_ = file;
+    if (!file_.empty()) return;
+    for (const std::string& argument : arguments_)
+      if (argument.find(file) != std::string::npos) return;
+    file_ = file;
   }
 
  private:
   int messageId_;
-  std::string detail_;
+  std::vector<std::string> arguments_;
   std::string file_;
 };
 
@@ -79,10 +97,13 @@ class DivisionByZeroError : public RuntimeError {
       : RuntimeError(messageId, "Division by zero: ", what) {}
 };
 
-// A file that could be opened but not read or written completely.
+// A file that could be opened but not read or written completely: one of
+// the texts kCannotReadText ... with its arguments; `english` is the text's
+// English form with the arguments in place.
 class FileAccessError : public RuntimeError {
  public:
-  explicit FileAccessError(const std::string& what) : RuntimeError(kFileAccessText, "File access error: ", what) {}
+  FileAccessError(int messageId, const std::string& english, std::initializer_list<std::string> arguments)
+      : RuntimeError(messageId, english, arguments) {}
 };
 
 // A string id with no entry in the string table.

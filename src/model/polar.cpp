@@ -7,18 +7,18 @@
 namespace tavilo {
 
 void Polar::AddPoint(const PolarPoint& point) {
-  IncrementCount(PointCount(), "point");
+  IncrementCount(PointCount());
   points_.push_back(point);
 }
 
 void Polar::SetPoints(std::vector<PolarPoint> points) {
-  if (points.size() > static_cast<size_t>(INT16_MAX)) throw OverflowError("point count exceeds 32767");
+  if (points.size() > static_cast<size_t>(INT16_MAX)) throw OverflowError(std::to_string(points.size()) + " > 32767");
   points_ = std::move(points);
 }
 
 const PolarPoint& Polar::Point(int index) const {
   if (index < 1 || index > PointCount())
-    throw SubscriptError("point index " + std::to_string(index));
+    throw SubscriptError(std::to_string(index));
   return points_[index - 1];
 }
 

@@ -21,6 +21,7 @@
 #include "plot/ranges.h"
 #include "plotqt/qt_surface.h"
 #include "plotqt/render_context.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
@@ -192,22 +193,22 @@ QByteArray Encode(PictureFormat format, const QSizeF& size, double pixelRatio, c
 }
 
 bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio, const QString& title,
-                  const Paint& paint, std::string* error) {
+                  const Paint& paint, int language, std::string* error) {
   const PictureFormat format = FormatOf(path);
   if (format == PictureFormat::Unknown) {
-    if (error) *error = "The picture must be a .png, .svg or .pdf file: " + path;
+    if (error) *error = GetResString(73, language) + "\r\n'" + path + "'";
     return false;
   }
   if (!EnsureGuiApplication(error)) return false;
   const QByteArray bytes = Encode(format, size, pixelRatio, title, paint);
   if (bytes.isEmpty()) {
-    if (error) *error = "The picture could not be encoded: " + path;
+    if (error) *error = FormatResString(198, language, {path});
     return false;
   }
   try {
     WriteFileAtomically(path, std::string_view(bytes.constData(), static_cast<size_t>(bytes.size())));
   } catch (const RuntimeError& e) {
-    if (error) *error = e.what();
+    if (error) *error = ErrorText(e, language);
     return false;
   }
   return true;
@@ -242,13 +243,14 @@ bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int lang
 bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
                        double pixelRatio, std::string* error) {
   return WritePicture(path, QSizeF(kPictureWidth, kPictureHeight), pixelRatio, QString::fromStdString(airfoil.Name),
-                      [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, error);
+                      [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, request.language, error);
 }
 
 bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, int graph,
                        const QSizeF& size, double pixelRatio, std::string* error) {
   return WritePicture(path, size, pixelRatio, QString::fromStdString(airfoil.Name),
-                      [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, error);
+                      [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, request.language,
+                      error);
 }
 
 }  // namespace tavilo

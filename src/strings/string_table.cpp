@@ -364,6 +364,18 @@ const LaterEntry kLaterStrings[] = {
            "1000th.",
            "%2 enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem "
            "1000. aus."}},
+    // 258-264: the file access errors of our own, with the system's reason as
+    // it gives it, and the converter's --info listing.
+    {258, {"File access error: cannot read %1: %2", "Fehler beim Dateizugriff: %1 kann nicht gelesen werden: %2"}},
+    {259, {"File access error: cannot write %1: %2",
+           "Fehler beim Dateizugriff: %1 kann nicht geschrieben werden: %2"}},
+    {260, {"File access error: cannot replace %1: %2", "Fehler beim Dateizugriff: %1 kann nicht ersetzt werden: %2"}},
+    {261, {"File access error: cannot create a temporary file for the clipboard: %1",
+           "Fehler beim Dateizugriff: Für die Zwischenablage kann keine temporäre Datei angelegt werden: %1"}},
+    {262, {"File access error: the PEF reader needs %1 as a regular file of less than 4 GB",
+           "Fehler beim Dateizugriff: Der PEF-Leser braucht %1 als gewöhnliche Datei unter 4 GB"}},
+    {263, {"Airfoils in the file (choose with --airfoil N):", "Profile in der Datei (Auswahl mit --airfoil N):"}},
+    {264, {"Polar%1: Re=%2, Mach=%3, %4 points", "Polare%1: Re=%2, Mach=%3, %4 Punkte"}},
     {272, {"%1 must lie between -1000000 and 1000000, not %2.",
            "%1 muss zwischen -1000000 und 1000000 liegen, nicht bei %2."}},
     {273, {"'%1' is not a number. A period or a comma may separate the decimals, as in 0.25 or 0,25.",
@@ -383,7 +395,7 @@ const std::string& ResourceString(int key) {
   const Entry* entry = key >= 1000 ? FindEntry(key % 1000) : nullptr;
   if (entry != nullptr && key / 1000 == kEnglish) return entry->english;
   if (entry != nullptr && key / 1000 == kGerman) return entry->german;
-  throw ResourceError("string " + std::to_string(key));
+  throw ResourceError(std::to_string(key));
 }
 
 std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments) {
@@ -404,17 +416,29 @@ std::string FormatResString(int id, int language, std::initializer_list<std::str
 const std::string& GetResString(int id, int language) {
   const int64_t key = static_cast<int64_t>(language) * 1000 + id;
   if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
-    throw OverflowError("string id " + std::to_string(id));
+    throw OverflowError(std::to_string(key));
   return ResourceString(static_cast<int>(key));
 }
 
 std::string ErrorText(const std::exception& error, int language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
-    std::string text = FormatResString(runtime->MessageId(), language, {runtime->Detail()});
+    const std::vector<std::string>& arguments = runtime->Arguments();
+    std::string text = FormatResString(runtime->MessageId(), language,
+                                       {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
     return runtime->File().empty() || !namingFile ? text : FormatResString(114, language, {runtime->File(), text});
   }
   if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);
   return FormatResString(kUnexpectedText, language, {error.what()});
+}
+
+std::string DialogTitle(std::string_view caption) {
+  if (caption.ends_with("...")) caption.remove_suffix(3);
+  std::string title;
+  for (size_t k = 0; k < caption.size(); ++k) {
+    if (caption[k] == '&' && ++k == caption.size()) break;
+    title.push_back(caption[k]);
+  }
+  return title;
 }
 
 std::string ErrorTitle(int language) {

@@ -34,6 +34,10 @@ std::string FormatResString(int id, int language, std::initializer_list<std::str
 // file itself leaves it out with `namingFile` false.
 std::string ErrorText(const std::exception& error, int language, bool namingFile = true);
 
+// A menu caption as the title of the dialog it opens: without its
+// mnemonic "&" ("&&" stands for one "&") and without a closing "...".
+std::string DialogTitle(std::string_view caption);
+
 // "Tavilo: Error" in `language`: string 1, ": ", string 75.
 std::string ErrorTitle(int language);
 

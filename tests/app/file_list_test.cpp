@@ -83,7 +83,7 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
   const std::vector<std::string> expected = {
       "File: " + unknown + "\r\nUnknown File Format!",
       "File not found: " + dir.File("vanished.xml"),
-      "File: " + broken + "\r\nOverflow: value does not fit a 16-bit count",
+      "File: " + broken + "\r\nOverflow: 40000 > 32767",
       dir.Path().string() + " is a folder, not a polar file.",
       "File: " + empty + "\r\nThis is no valid XML file!",
       "File: " + unknown + "\r\nUnknown File Format!",

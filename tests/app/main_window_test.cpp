@@ -21,8 +21,9 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   WritePolarFile(dir, "wing.xml", "Wing");
   PEFForm& form = Start();
   auto expectDataCommands = [this](bool enabled) {
-    for (const char* name : {"mnuFilePrint", "mnuFileExport", "mnuToolsApproximate", "mnuToolsEnvelope",
-                             "mnuToolsSortRe", "mnuToolsSortMach", "Toolbar1_PRINT", "Toolbar1_SAVE"}) {
+    for (const char* name : {"mnuFilePrint", "mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate",
+                             "mnuToolsEnvelope", "mnuToolsSortRe", "mnuToolsSortMach", "Toolbar1_PRINT",
+                             "Toolbar1_SAVE"}) {
       EXPECT_EQ(Action(name)->isEnabled(), enabled) << name;
     }
   };
@@ -135,6 +136,32 @@ TEST_F(MainWindow, GermanAndBackRestoresEveryCaption) {
   EXPECT_EQ(ShownCaptions(window.get()), english);
   EXPECT_EQ(Find<QMenu>("mnuFile")->title(), "&File");
   EXPECT_EQ(Action("mnuLangDeutsch")->text(), "Deutsch");
+}
+
+// A menu caption's mnemonic and ellipsis stay in the menu.
+TEST_F(MainWindow, DialogTitlesCarryNoMnemonic) {
+  PEFForm& form = StartWith(1);
+  QStringList titles;
+  QTimer closer;
+  QObject::connect(&closer, &QTimer::timeout, [&] {
+    if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+      titles << dialog->windowTitle();
+      dialog->reject();
+    }
+  });
+  closer.start(20);
+  for (const char* language : {"mnuLangEnglish", "mnuLangDeutsch"}) {
+    Action(language)->trigger();
+    for (const char* name : {"mnuFileImport", "mnuFileExport", "mnuBatch", "mnuFileSaveGraphs", "mnuPrintOptions",
+                             "mnuFilePrintPreview", "Toolbar1_HELP", "mnuToolsApproximate"})
+      Action(name)->trigger();
+    Find<QWidget>("ClAlfaPicture")->findChild<QAction*>("mnuGraphSave")->trigger();
+    titles << Find<QDialog>("frmApprox")->windowTitle() << form.windowTitle();
+  }
+  EXPECT_EQ(titles.size(), 2 * 10);
+  for (const char* title : {"Save Graphs As", "Grafiken speichern unter", "Save Picture", "Bild speichern"})
+    EXPECT_TRUE(titles.contains(title)) << titles.join(", ").toStdString();
+  for (const QString& title : titles) EXPECT_FALSE(title.contains('&')) << title.toStdString();
 }
 
 TEST(MainLayout, GraphsShareTheWidthAndEachDirectionMovesOnlyAboveItsThreshold) {

@@ -49,10 +49,17 @@ TEST(Converter, ConvertsByNameAndExtensionAndListsTheTree) {
   EXPECT_GT(airfoil.Configuration(1)->Polar(1)->PointCount(), 10);
   EXPECT_EQ(Convert(dir, {dir.File("naca 4412.xml"), dir.File("Flügel.v2.PEF")}).status, 0);
   EXPECT_TRUE(std::filesystem::exists(dir.File("Flügel.v2.PEF")));
-  result = Convert(dir, {"--info", kXfoil});
-  EXPECT_NE(result.out.find("Set 1: "), std::string::npos);
-  EXPECT_NE(result.out.find("  Polar 1: Re= 1000000, Mach= 0, "), std::string::npos) << result.out;
-  EXPECT_NE(Convert(dir, {"--help"}).out.find("Usage: tavilo-convert"), std::string::npos);
+  // The listing speaks the chosen language.
+  const std::tuple<std::string, std::string> listings[] = {
+      {"en", "Airfoil: NACA4412 SHARP TE V9\nSet 1: \n  Polar 1: Re= 1000000, Mach= 0, 12 points\n"},
+      {"de", "Profil: NACA4412 SHARP TE V9\nKonfiguration 1: \n  Polare 1: Re= 1000000, Mach= 0, 12 Punkte\n"},
+  };
+  for (const auto& [language, listing] : listings)
+    EXPECT_EQ(Convert(dir, {"--lang", language, "--info", kXfoil}).out, listing);
+  const std::string usage = Convert(dir, {"--help"}).out;
+  EXPECT_EQ(usage.rfind("Usage: tavilo-convert", 0), 0u);
+  for (const char* extension : {".mwk", ".txt", ".csv)"})
+    EXPECT_NE(usage.find(extension), std::string::npos) << extension;
   EXPECT_EQ(Convert(dir, {"--version"}).out.rfind("tavilo-convert ", 0), 0u);
 }
 
@@ -287,7 +294,7 @@ TEST(Converter, BatchGoesOnPastFailingFilesAndListsThemAtTheEnd) {
   const std::array<std::string, 5> cases[] = {
       {"en", "Tavilo: Error: ", "File contains no polars! (", "File access error: cannot replace ",
        "2 of 4 files could not be converted:"},
-      {"de", "Tavilo: Fehler: ", "Datei enthält keine Polaren! (", "Fehler beim Dateizugriff: cannot replace ",
+      {"de", "Tavilo: Fehler: ", "Datei enthält keine Polaren! (", "Fehler beim Dateizugriff: ",
        "2 von 4 Dateien konnten nicht umgewandelt werden:"},
   };
   for (const auto& [language, title, noPolars, cannotWrite, summary] : cases) {
@@ -327,6 +334,23 @@ TEST(Converter, ABatchOfSeveralJobsPrintsAndWritesAsOneJob) {
   const std::string failures = "4 of 40 files could not be converted:\n  F131.pef\n  f105.pef\n  f109.pef\n  f118.pef\n";
   EXPECT_NE(std::get<2>(one).find(failures), std::string::npos) << std::get<2>(one);
   for (const char* jobs : {"3", "16"}) EXPECT_EQ(run(jobs), one) << jobs;
+}
+
+// The writers learn the umask without changing it: setting it to 0 for a
+// moment once let parallel jobs write files that anybody may write.
+TEST(Converter, AParallelBatchWritesEveryFileWithTheUmasksMode) {
+  TempDir dir;
+  for (int k = 0; k < 300; ++k) dir.Write("p" + std::to_string(k) + ".pef", kOnePointPef);
+  const std::string command =
+      "umask 022 && '" TAVILO_CONVERT "' --batch -j 8 '" + dir.Path().string() + "' > /dev/null";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  int written = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
+    if (entry.path().extension() != ".xml") continue;
+    ++written;
+    EXPECT_EQ(entry.status().permissions(), std::filesystem::perms(0644)) << entry.path();
+  }
+  EXPECT_EQ(written, 300);
 }
 
 // The text a poppler tool prints for `pdf`.

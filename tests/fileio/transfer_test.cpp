@@ -2,7 +2,11 @@
 #include "fileio/transfer.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
 #include <unistd.h>
+
+#include <atomic>
 
 #include <filesystem>
 #include <tuple>
@@ -16,6 +20,17 @@
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
+
+// Every change of the umask in this test binary is counted: a writer that
+// sets it, even for a moment, hands files created meanwhile by other threads
+// the wrong mode.
+namespace {
+std::atomic<int> umaskChanges{0};
+}
+extern "C" mode_t umask(mode_t mask) noexcept {
+  ++umaskChanges;
+  return static_cast<mode_t>(::syscall(SYS_umask, mask));
+}
 
 namespace tavilo {
 namespace {
@@ -228,6 +243,22 @@ TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
     ASSERT_EQ(ui.messages.size(), 1u);
     EXPECT_EQ(ui.messages[0].text, expected);
     EXPECT_EQ(ui.messages[0].icon, c.icon);
+  }
+}
+
+TEST(Batch, ParallelJobsWriteNewFilesWithoutEverSettingTheUmask) {
+  TempDir dir;
+  for (int k = 0; k < 40; ++k) WriteToPEF(*Sample("A"), dir.File("p" + std::to_string(k) + ".pef"));
+  umaskChanges = 0;
+  const int mask = static_cast<int>(::syscall(SYS_umask, 022));
+  ::syscall(SYS_umask, mask);
+  ConvertPefDirectory(dir.Path().string(), [](const std::string& path) { return ReadPolarFile(path, nullptr); },
+                      [](const BatchStep&) { return true; }, 8);
+  EXPECT_EQ(umaskChanges, 0);
+  for (int k = 0; k < 40; ++k) {
+    struct stat info {};
+    ASSERT_EQ(::stat(dir.File("p" + std::to_string(k) + ".xml").c_str(), &info), 0);
+    EXPECT_EQ(info.st_mode & 0777, 0666 & ~mask) << k;
   }
 }
 

@@ -48,8 +48,9 @@ TEST(RenderPlotsToFile, WritesSvgOrPdfByExtensionInAnyCaseAndRefusesOthers) {
   EXPECT_NE(error.find("plots.jpg"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir.File("plots.jpg")));
   error.clear();
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), kEnglish, &error));
-  EXPECT_FALSE(error.empty());
+  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), kGerman, &error));
+  const std::string german = "Fehler beim Dateizugriff: " + dir.File("missing/plots.png") + " kann nicht geschrieben";
+  EXPECT_EQ(error.rfind(german, 0), 0u) << error;
   EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), kEnglish, &error)) << "framed graphs only";
 }
 

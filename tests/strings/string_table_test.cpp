@@ -1,10 +1,17 @@
 #include <gtest/gtest.h>
 
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <functional>
 #include <set>
 
+#include "formats/file_text.h"
+#include "formats/pef_index.h"
 #include "model/errors.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
+#include "support/temp_dir.h"
 
 namespace tavilo {
 namespace {
@@ -55,13 +62,62 @@ TEST(StringTable, IdsOutsideTheTableFail) {
 }
 
 TEST(StringTable, LaterTextsStandInBothLanguagesAndTakeArguments) {
-  for (auto [first, last] : {std::pair(100, 118), std::pair(120, 124), std::pair(210, 239)}) {
+  for (auto [first, last] : {std::pair(100, 118), std::pair(120, 124), std::pair(210, 240), std::pair(258, 264)}) {
     for (int n = first; n <= last; ++n)
       EXPECT_FALSE(ResourceString(1000 + n).empty() || ResourceString(2000 + n).empty()) << n;
   }
   EXPECT_THROW(GetResString(99, kGerman), ResourceError) << "no text between the blocks";
   EXPECT_EQ(FormatResString(113, kGerman, {"/data/wing.pol", "14"}), "/data/wing.pol, Zeile 14");
   EXPECT_EQ(FormatResString(104, kEnglish, {"50% wing.pol"}), "File not found: 50% wing.pol") << "arguments stay as they are";
+  EXPECT_EQ(DialogTitle(GetResString(193, kGerman)), "Grafiken speichern unter");
+  EXPECT_EQ(DialogTitle("Flap && Slot &Points"), "Flap & Slot Points");
+}
+
+// Our own words come from the table; the path and the system's reason stay as given.
+TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
+  testing::TempDir dir;
+  std::filesystem::create_directory(dir.File("taken.xml"));
+  const std::string missing = dir.File("no dir/a.xml"), taken = dir.File("taken.xml");
+  // The system's words, in the system's language.
+  const std::string noSuchFile = std::strerror(ENOENT), isDirectory = std::strerror(EISDIR), io = std::strerror(EIO);
+  const struct {
+    std::function<void()> action;
+    std::string english, german;
+  } cases[] = {
+      {[&] { WriteFileAtomically(missing, "x"); },
+       "File access error: cannot write " + missing + ": " + noSuchFile,
+       "Fehler beim Dateizugriff: " + missing + " kann nicht geschrieben werden: " + noSuchFile},
+      {[&] { WriteFileAtomically(taken, "x"); }, "File access error: cannot replace " + taken + ": " + isDirectory,
+       "Fehler beim Dateizugriff: " + taken + " kann nicht ersetzt werden: " + isDirectory},
+      {[] {
+         char byte;
+         InputFile("/proc/self/mem").ReadAt(&byte, 1, 0);
+       },
+       "File access error: cannot read /proc/self/mem: " + io,
+       "Fehler beim Dateizugriff: /proc/self/mem kann nicht gelesen werden: " + io},
+      {[] { PefIndex::OfFile("/dev/null"); },
+       "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB",
+       "Fehler beim Dateizugriff: Der PEF-Leser braucht /dev/null als gewöhnliche Datei unter 4 GB"},
+      {[] {
+         throw FileAccessError(
+             kNoClipboardFileText,
+             "File access error: cannot create a temporary file for the clipboard: Read-only file system",
+             {"Read-only file system"});
+       },
+       "File access error: cannot create a temporary file for the clipboard: Read-only file system",
+       "Fehler beim Dateizugriff: Für die Zwischenablage kann keine temporäre Datei angelegt werden: Read-only file "
+       "system"},
+  };
+  for (const auto& c : cases) {
+    try {
+      c.action();
+      ADD_FAILURE() << c.english;
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(ErrorText(error, kEnglish), c.english);
+      EXPECT_EQ(ErrorText(error, kGerman), c.german);
+      EXPECT_EQ(error.what(), c.english);
+    }
+  }
 }
 
 TEST(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
