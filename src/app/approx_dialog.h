@@ -47,6 +47,14 @@ class ApproxDialog : public QDialog {
   void CopyInitializer();
   void FitToPolar();
 
+ signals:
+  // The curve shown no longer stands for the fields: one changed, or the
+  // dialog closed.
+  void CurveWithdrawn();
+
+ protected:
+  void hideEvent(QHideEvent* event) override;
+
  private:
   // The field's name in messages: its label without the colon; the second
   // stall drag's label repeats the first one's text, so it has its own.

@@ -58,8 +58,11 @@ void GraphController::SwitchLanguage(int language) {
 PlotRequest GraphController::Request() const {
   PlotRequest request;
   request.views = DefaultViews(ranges_());
-  for (int g = 0; g < 5; ++g)
+  for (int g = 0; g < 5; ++g) {
+    widgets_[g]->SetHome(request.views[g]);
     if (zoom_[g]) request.views[g] = *zoom_[g];
+  }
+  if (!overlay_.empty()) request.overlays.push_back({overlay_, overlayColor_});
   request.language = ui_.Language();
   request.axisNumbers = axisNumbers_;
   request.readableColors = readableColors_;
@@ -80,6 +83,18 @@ void GraphController::Redraw(std::optional<int> graph) {
 
 void GraphController::ResetZoom() {
   zoom_ = {};
+  Redraw();
+}
+
+void GraphController::SetOverlay(std::vector<PolarPoint> curve, Color color) {
+  overlay_ = std::move(curve);
+  overlayColor_ = color;
+  Redraw();
+}
+
+void GraphController::ClearOverlay() {
+  if (overlay_.empty()) return;
+  overlay_.clear();
   Redraw();
 }
 
