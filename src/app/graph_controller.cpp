@@ -58,10 +58,8 @@ void GraphController::SwitchLanguage(int language) {
 PlotRequest GraphController::Request() const {
   PlotRequest request;
   request.views = DefaultViews(ranges_());
-  for (int g = 0; g < 5; ++g) {
-    widgets_[g]->SetHome(request.views[g]);
+  for (int g = 0; g < 5; ++g)
     if (zoom_[g]) request.views[g] = *zoom_[g];
-  }
   if (!overlay_.empty()) request.overlays.push_back({overlay_, overlayColor_});
   request.language = ui_.Language();
   request.axisNumbers = axisNumbers_;
@@ -72,8 +70,11 @@ PlotRequest GraphController::Request() const {
 void GraphController::Redraw(std::optional<int> graph) {
   try {
     GraphWidgets only;
-    for (int g = 0; g < 5; ++g)
+    const PlotViews homes = DefaultViews(ranges_());
+    for (int g = 0; g < 5; ++g) {
+      widgets_[g]->SetHome(homes[g]);
       if (!graph || *graph == g) only[g] = widgets_[g];
+    }
     DrawGraphs(&document_.Current(), Request(), only, context_);
   } catch (const RuntimeError&) {
     // A range text beyond every number cannot come from the fixed lists;

@@ -8,6 +8,7 @@
 
 #include "plot/frames.h"
 #include "plot/plot_data.h"
+#include "plot/print_page.h"
 #include "support/model_builders.h"
 #include "support/recording_surface.h"
 
@@ -161,6 +162,13 @@ TEST(ReadableColors, OnlyTheSeventhAndFifteenthPolarChangeTheirShade) {
     EXPECT_EQ(surfaces[1].Lines(Color::Palette(15)).empty(), readable);
     EXPECT_EQ(surfaces[1].Lines(kReadableWhite).empty(), !readable);
     EXPECT_FALSE(surfaces[1].Lines(Color::Palette(6)).empty());
+    // The printed page, its curves and the footer's samples alike.
+    RecordingSurface page;
+    PageRequest pageRequest;
+    pageRequest.readableColors = readable;
+    PrintPage(airfoil, pageRequest, page);
+    EXPECT_EQ(page.Lines(Color::Palette(7)).empty(), readable);
+    EXPECT_EQ(page.Lines(kReadableSilver).empty(), !readable);
   }
   // Seven, eight and fifteen are told apart at a glance.
   auto distance = [](int a, int b) {
