@@ -85,8 +85,9 @@ struct PlotRequest {
 // nothing and leaves the surfaces as they are. A run-time error raised while
 // drawing (a wild value beyond the device range, a broken list, a language
 // without texts) ends the redraw quietly and the surfaces keep what was
-// drawn so far; false then. Allocates nothing per point, of a polar or of an
-// overlay.
+// drawn so far; false then. A curve that ends so still gets the texts over
+// it, the legend up to its polar. Allocates nothing per point, of a polar or
+// of an overlay.
 bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces);
 
 // The polar curves of `points` in each surface's foreground colour, with
