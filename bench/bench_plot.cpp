@@ -185,7 +185,7 @@ void BM_ZoomedRedraw(benchmark::State& state) {
   image.fill(Qt::white);  // in memory, as above
   PlotRequest request;
   request.axisNumbers = true;
-  request.views.clCd = ZoomAbout(request.views.clCd, 0.008, 0.6, 0.8);
+  request.views.clCd = ZoomAbout(request.views.clCd, request.views.clCd, 0.008, 0.6, 0.8);
   RenderContext context;
   for (auto _ : state) {
     QPainter painter(&image);

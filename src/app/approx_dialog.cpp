@@ -60,6 +60,7 @@ ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink sho
     label->setBuddy(fields_[i]);
     grid->addWidget(label, i, 0);
     grid->addWidget(fields_[i], i, 1);
+    connect(fields_[i], &QLineEdit::textChanged, this, &ApproxDialog::CurveWithdrawn);
   }
   QPushButton* showButton = NewButton(this, "btnShow");
   QPushButton* copy = NewButton(this, "Command1");
@@ -170,6 +171,11 @@ void ApproxDialog::SetValues(const ApproxValues& values) {
     const double value = values[ApproxFieldAt(i)];
     fields_[i]->setText(QString::fromStdString(exact ? ShortestNumberText(value) : texts[i]));
   }
+}
+
+void ApproxDialog::hideEvent(QHideEvent* event) {
+  emit CurveWithdrawn();
+  QDialog::hideEvent(event);
 }
 
 void ApproxDialog::ShowCurve() {

@@ -49,7 +49,13 @@ class ApproxDialog : public QDialog {
   void CopyInitializer();
   void FitToPolar();
 
+ signals:
+  // The curve shown no longer stands for the fields: one changed, or the
+  // dialog closed.
+  void CurveWithdrawn();
+
  protected:
+  void hideEvent(QHideEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 

@@ -61,6 +61,7 @@ PlotRequest GraphController::Request() const {
   request.views = DefaultViews(ranges_());
   for (int g = 0; g < 5; ++g)
     if (zoom_[g]) request.views[g] = *zoom_[g];
+  if (!overlay_.empty()) request.overlays.push_back({overlay_, overlayColor_});
   request.language = ui_.Language();
   request.axisNumbers = axisNumbers_;
   request.readableColors = readableColors_;
@@ -70,8 +71,11 @@ PlotRequest GraphController::Request() const {
 void GraphController::Redraw(std::optional<int> graph) {
   try {
     GraphWidgets only;
-    for (int g = 0; g < 5; ++g)
+    const PlotViews homes = DefaultViews(ranges_());
+    for (int g = 0; g < 5; ++g) {
+      widgets_[g]->SetHome(homes[g]);
       if (!graph || *graph == g) only[g] = widgets_[g];
+    }
     DrawGraphs(&document_.Current(), Request(), only, context_);
   } catch (const RuntimeError&) {
     // A range text beyond every number cannot come from the fixed lists;
@@ -81,6 +85,18 @@ void GraphController::Redraw(std::optional<int> graph) {
 
 void GraphController::ResetZoom() {
   zoom_ = {};
+  Redraw();
+}
+
+void GraphController::SetOverlay(std::vector<PolarPoint> curve, Color color) {
+  overlay_ = std::move(curve);
+  overlayColor_ = color;
+  Redraw();
+}
+
+void GraphController::ClearOverlay() {
+  if (overlay_.empty()) return;
+  overlay_.clear();
   Redraw();
 }
 

@@ -1,12 +1,14 @@
 #pragma once
 // The five graphs as the user works with them: each graph's zoom, the View
-// switches (numbers on every axis, readable colours), and pictures of the
-// graphs saved to a file or copied to the clipboard.
+// switches (numbers on every axis, readable colours), a tool's curve kept
+// over the polars, and pictures of the graphs saved to a file or copied to
+// the clipboard.
 
 #include <QObject>
 #include <array>
 #include <functional>
 #include <optional>
+#include <vector>
 
 #include "graph_view.h"
 #include "plot/plot_data.h"
@@ -27,13 +29,21 @@ class GraphController : public QObject {
                   RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent);
 
   // What a redraw shows: the range lists' views with the zoomed graphs'
-  // own, the language and the View switches.
+  // own, the overlay, the language and the View switches.
   PlotRequest Request() const;
   // Redraws every graph; with `graph` (0..4) that one alone.
   void Redraw(std::optional<int> graph = std::nullopt);
   // Every graph back to the range lists' scales, and redrawn.
   void ResetZoom();
+  // The same for a caller that redraws next.
+  void ForgetZoom() { zoom_ = {}; }
   bool Zoomed(int graph) const { return zoom_[graph].has_value(); }
+
+  // A curve drawn over the polars of every graph, under the texts, in every
+  // redraw and picture until it is cleared or replaced; redraws.
+  void SetOverlay(std::vector<PolarPoint> curve, Color color);
+  void ClearOverlay();
+  bool HasOverlay() const { return !overlay_.empty(); }
 
   bool AxisNumbers() const { return axisNumbers_; }
   bool ReadableColors() const { return readableColors_; }
@@ -58,6 +68,8 @@ class GraphController : public QObject {
   RenderContext& context_;
   std::function<PlotRanges()> ranges_;
   std::array<std::optional<GraphView>, 5> zoom_;
+  std::vector<PolarPoint> overlay_;
+  Color overlayColor_;
   bool axisNumbers_ = true;
   bool readableColors_ = false;
 };

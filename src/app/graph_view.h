@@ -41,10 +41,6 @@ inline constexpr std::array<RangeList, 4> kRangeLists = {kClMaxList, kClMinList,
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
                 RenderContext& context);
 
-// Draws `overlay` over what the graphs show, each in the view it was last
-// drawn in, and repaints them; the next DrawGraphs draws it away.
-void DrawOverGraphs(const PlotOverlay& overlay, const GraphWidgets& graphs, RenderContext& context);
-
 // Gives each graph its read-out label: CdClValue, ClAlfaValue, CmAlfaValue,
 // TUxcValue, TLxcValue in the order of GraphWidgets.
 void ConnectReadouts(const GraphWidgets& graphs, const std::array<QLabel*, 5>& labels);

@@ -32,17 +32,18 @@ constexpr int kLeastBand = 5;
 }  // namespace
 
 void GraphWidget::Ask(const std::optional<GraphView>& view) {
-  if (viewRequest_) viewRequest_(view);
+  if (!viewRequest_) return;
+  viewRequest_(view && view->zoomed ? view : std::nullopt);
 }
 
 void GraphWidget::ZoomAboutPixel(QPointF pixel, double factor) {
   const QPointF value = ValueAt(pixel);
-  Ask(ZoomAbout(view_, value.x(), value.y(), factor));
+  Ask(ZoomAbout(view_, home_, value.x(), value.y(), factor));
 }
 
 void GraphWidget::PanByPixels(QPointF delta) {
   const double w = std::max(1, width()), h = std::max(1, height());
-  Ask(Pan(view_, -delta.x() / w * view_.Width(), -delta.y() / h * view_.Height()));
+  Ask(Pan(view_, home_, -delta.x() / w * view_.Width(), -delta.y() / h * view_.Height()));
 }
 
 QImage& GraphWidget::NewCanvas() {
@@ -107,7 +108,7 @@ void GraphWidget::mouseReleaseEvent(QMouseEvent* event) {
     update();
     if (band.width() >= kLeastBand && band.height() >= kLeastBand) {
       const QPointF a = ValueAt(band.topLeft()), b = ValueAt(QPointF(band.right() + 1, band.bottom() + 1));
-      Ask(ZoomTo(view_, a.x(), a.y(), b.x(), b.y()));
+      Ask(ZoomTo(home_, a.x(), a.y(), b.x(), b.y()));
     }
   }
   QWidget::mouseReleaseEvent(event);

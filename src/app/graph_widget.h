@@ -39,12 +39,14 @@ class GraphWidget : public QWidget {
   // The graph's view: the values at the widget's edges, as last drawn.
   void SetView(const GraphView& view) { view_ = view; }
   const GraphView& View() const { return view_; }
+  // The unzoomed view, which bounds every zoom and pan (see plot/zoom.h).
+  void SetHome(const GraphView& home) { home_ = home; }
   void SetReadout(QLabel* label, Readout readout);
   // The values under widget position `pixel` in the graph's view.
   QPointF ValueAt(QPointF pixel) const;
 
   // Called with the view the user asks for, or with none to return to the
-  // range lists' scales.
+  // range lists' scales (a view that has come back to them is one too).
   using ViewRequest = std::function<void(const std::optional<GraphView>&)>;
   void SetViewRequest(ViewRequest request) { viewRequest_ = std::move(request); }
 
@@ -66,6 +68,7 @@ class GraphWidget : public QWidget {
 
   QImage canvas_;
   GraphView view_;
+  GraphView home_;
   QLabel* label_ = nullptr;
   Readout readout_;
   ViewRequest viewRequest_;

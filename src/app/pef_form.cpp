@@ -89,6 +89,8 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
       [this](const std::vector<PolarPoint>& curve) { ShowApproximation(curve); }, this);
   connect(tree_, &QTreeWidget::currentItemChanged, approx_, &ApproxDialog::UpdateFitButton);
   LendKeysTo(approx_);
+  // The model's curve stands for the values shown; it goes with them.
+  connect(approx_, &ApproxDialog::CurveWithdrawn, graphController_, &GraphController::ClearOverlay);
   points_ = new PointsWindows(this, *document_, *ui_, *undo_);
   connect(treeController_, &TreeController::PointsRequested, this,
           [this](const QString& key) { points_->Show(key.toStdString()); });
@@ -225,7 +227,7 @@ PolarPtr PEFForm::CurrentTreePolar() const {
 }
 
 void PEFForm::ShowApproximation(const std::vector<PolarPoint>& curve) {
-  DrawOverGraphs({curve, kApproxCurveColor}, graphs_, renderContext_);
+  graphController_->SetOverlay(curve, kApproxCurveColor);
 }
 
 void PEFForm::OpenSelectedFile() {
@@ -238,6 +240,9 @@ void PEFForm::UpdateTreeView() { treeController_->UpdateTreeView(); }
 
 void PEFForm::DocumentChanged(const DocumentChange& change) {
   treeController_->DocumentChanged(change);
+  // Another airfoil is looked at afresh, every graph in its ranges' view.
+  const EditKind kind = change.command->Kind();
+  if (kind == EditKind::Open || kind == EditKind::New) graphController_->ForgetZoom();
   RefreshPlots();
   undo_->Update(Language());
   points_->DocumentChanged();

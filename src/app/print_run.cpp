@@ -11,6 +11,7 @@
 #include <QStatusBar>
 
 #include "app/error_guard.h"
+#include "app/graph_controller.h"
 #include "app/options_dialog.h"
 #include "app/pef_form.h"
 #include "app/qt_user_interface.h"
@@ -34,6 +35,8 @@ PageRequest PEFForm::PrintRequestFor(const QPrinter& printer) const {
   PageRequest request;
   request.ranges = CurrentRanges();
   request.language = Language();
+  // The page shows the polars in the colours the window shows them in.
+  request.readableColors = graphController_->ReadableColors();
   request.options.grid = options_->GridShow() != 0;
   request.options.legend = options_->LegendShow() != 0;
   // Lower right unless upper left is chosen: a first start has neither.

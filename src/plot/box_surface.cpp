@@ -21,32 +21,9 @@ void BoxSurface::Scale(double left, double top, double right, double bottom) {
   mmPerUserY_ = -box_.Height() / scaleHeight_;
 }
 
-// Liang and Barsky: the part of a + t (b - a), 0 <= t <= 1, inside the view.
-// A value that is not a number or infinite is never inside.
 bool BoxSurface::Clip(PlotPoint& a, PlotPoint& b) const {
-  const double xMin = std::min(left_, left_ + scaleWidth_), xMax = std::max(left_, left_ + scaleWidth_);
-  const double yMin = std::min(top_, top_ + scaleHeight_), yMax = std::max(top_, top_ + scaleHeight_);
-  if (!std::isfinite(a.x) || !std::isfinite(a.y) || !std::isfinite(b.x) || !std::isfinite(b.y)) return false;
-  const double dx = b.x - a.x, dy = b.y - a.y;
-  double t0 = 0, t1 = 1;
-  const double p[4] = {-dx, dx, -dy, dy};
-  const double q[4] = {a.x - xMin, xMax - a.x, a.y - yMin, yMax - a.y};
-  for (int k = 0; k < 4; ++k) {
-    if (p[k] == 0) {
-      if (q[k] < 0) return false;
-      continue;
-    }
-    const double t = q[k] / p[k];
-    if (p[k] < 0)
-      t0 = std::max(t0, t);
-    else
-      t1 = std::min(t1, t);
-    if (t0 > t1) return false;
-  }
-  const PlotPoint start = a;
-  if (t1 < 1) b = {start.x + t1 * dx, start.y + t1 * dy};
-  if (t0 > 0) a = {start.x + t0 * dx, start.y + t0 * dy};
-  return true;
+  return ClipSegment(a, b, std::min(left_, left_ + scaleWidth_), std::max(left_, left_ + scaleWidth_),
+                     std::min(top_, top_ + scaleHeight_), std::max(top_, top_ + scaleHeight_));
 }
 
 void BoxSurface::DrawLine(double x1, double y1, double x2, double y2, Color color, LineKind kind) {

@@ -1,8 +1,8 @@
 #include "plot/frames.h"
 
-#include <string>
-
+#include <algorithm>
 #include <cmath>
+#include <string>
 
 #include "formats/number_text.h"
 #include "plot/steps.h"
@@ -14,6 +14,9 @@ namespace tavilo {
 // The grid ends stop short of the border on purpose: the outermost line would
 // lie on the frame.
 namespace {
+
+// Labels side by side stand at least this many device units apart.
+constexpr double kLabelGap = 6;
 
 void StartFrame(DrawingSurface& surface, const GraphView& view) {
   surface.Clear();
@@ -36,25 +39,51 @@ void AlfaGrid(DrawingSurface& surface, const GraphView& view) {
   VerticalGrid(surface, view.left + 5, 5, view.right - 4, view.top, view.bottom);
 }
 
-// A label with a short tick rising from the bottom edge at x, centred on
-// it; the drag labels of the range lists' view as they always were, the
-// others on a halo.
-void BottomLabel(DrawingSurface& surface, const GraphView& view, double x, const std::string& label, bool halo) {
-  const double liftRange = view.top - view.bottom;
-  surface.Line(x, view.bottom, x, view.bottom + kDragTickLength * liftRange);
-  const double left = x - surface.TextWidth(label) / 2;
-  const double top = view.bottom + kDragLabelLift * liftRange - surface.TextHeight("0");
-  if (halo) return PrintOnHalo(surface, left, top, label, kGraphBackground);
-  surface.SetCurrentX(left);
-  surface.SetCurrentY(top);
-  surface.Print(label);
+// Device units per value unit along each axis.
+double PerUnitX(const DrawingSurface& s) { return std::fabs(s.Width() / s.ScaleWidth()); }
+double PerUnitY(const DrawingSurface& s) { return std::fabs(s.Height() / s.ScaleHeight()); }
+
+// The first of `base`, 2, 5, 10 ... times it at which labels `extent(step)`
+// device units wide (or high) keep their gap; 0 for no base.
+template <class Extent>
+double ThinnedStep(double base, double perUnit, Extent extent) {
+  if (!(base > 0) || !(perUnit > 0)) return 0;
+  double step = base;
+  for (int k = 0; k < 60 && step * perUnit < extent(step) + kLabelGap; ++k) step = NextLabelStep(base, step);
+  return step;
 }
 
-void DragLabels(DrawingSurface& surface, const GraphView& view) {
-  if (view.zoomed) return DrawBottomNumbers(surface, view, AxisQuantity::Cd);
-  double step = DragLabelStep(view.Width());
+// Whether a text `width` wide with its top-left corner at (x, top) meets
+// `box`; heights are in the surface's units, negative where y grows upwards.
+bool Meets(const DrawingSurface& surface, const GraphView* box, double x, double top, double width) {
+  if (box == nullptr) return false;
+  const double bottom = top + surface.TextHeight("0");
+  return x < box->right && x + width > box->left && std::max(top, bottom) > std::min(box->top, box->bottom) &&
+         std::min(top, bottom) < std::max(box->top, box->bottom);
+}
+
+// A label with a short tick rising from the bottom edge at x, centred on
+// it, on a halo; none where the label would meet `keepClear`.
+void BottomLabel(DrawingSurface& surface, const GraphView& view, double x, const std::string& label,
+                 const GraphView* keepClear) {
+  const double liftRange = view.top - view.bottom;
+  const double width = surface.TextWidth(label);
+  const double left = x - width / 2;
+  const double top = view.bottom + kDragLabelLift * liftRange - surface.TextHeight("0");
+  if (Meets(surface, keepClear, left, top, width)) return;
+  surface.Line(x, view.bottom, x, view.bottom + kDragTickLength * liftRange, kAxisColor);
+  PrintOnHalo(surface, left, top, label, kGraphBackground);
+}
+
+// The range lists' drag labels at their fixed places, a wider step only
+// where they would touch.
+void DragLabels(DrawingSurface& surface, const GraphView& view, const GraphView* keepClear) {
+  if (view.zoomed) return DrawBottomNumbers(surface, view, AxisQuantity::Cd, keepClear);
+  const double step = ThinnedStep(DragLabelStep(view.Width()), PerUnitX(surface), [&](double) {
+    return surface.TextWidth(FormatNumber(view.right, "0.000")) * PerUnitX(surface);
+  });
   ForEachStep(view.left + step, step, view.right - 0.5 * step,
-              [&](double x) { BottomLabel(surface, view, x, FormatNumber(x, "0.000"), false); });
+              [&](double x) { BottomLabel(surface, view, x, FormatNumber(x, "0.000"), keepClear); });
 }
 
 // A zoomed view: grid lines at the multiples of a step that suits each
@@ -69,10 +98,16 @@ void ZoomedGrid(DrawingSurface& surface, const GraphView& view) {
                 [&](double y) { surface.Line(view.left, y, view.right, y, kGridColor); });
 }
 
+std::string TitleText(std::string_view airfoilName, int language) {
+  std::string title = GetResString(7, language);
+  title += ": ";
+  title += airfoilName;
+  return title;
+}
+
 }  // namespace
 
-void DrawClCdFrame(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
-                   int language) {
+void DrawClCdFrame(DrawingSurface& surface, const GraphView& view) {
   StartFrame(surface, view);
   if (view.zoomed) {
     ZoomedGrid(surface, view);
@@ -82,13 +117,21 @@ void DrawClCdFrame(DrawingSurface& surface, const GraphView& view, std::string_v
     HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top, view.left, view.right);
   }
   surface.Line(view.left, 0, view.right, 0, kAxisColor);
-  DragLabels(surface, view);
-  surface.SetCurrentX(view.left + view.Width() / 50);
-  surface.SetCurrentY(view.bottom + (view.top - view.bottom) / 10);
-  std::string title = GetResString(7, language);
-  title += ": ";
-  title += airfoilName;
-  surface.Print(title);
+}
+
+GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                       int language) {
+  const double left = view.left + view.Width() / 50, top = view.bottom + (view.top - view.bottom) / 10;
+  const std::string title = TitleText(airfoilName, language);
+  return {left, top, left + surface.TextWidth(title), top + surface.TextHeight(title)};
+}
+
+void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, int language) {
+  surface.SetForeColor(kAxisColor);
+  const GraphView title = ClCdTitleBox(surface, view, airfoilName, language);
+  DragLabels(surface, view, &title);
+  surface.SetForeColor(kAxisColor);
+  PrintOnHalo(surface, title.left, title.top, TitleText(airfoilName, language), kGraphBackground);
 }
 
 void DrawClAlfaFrame(DrawingSurface& surface, const GraphView& view) {
@@ -150,39 +193,49 @@ std::string NumberLabel(double value, int decimals, const char* suffix) {
   return FormatNumber(value, pattern) + suffix;
 }
 
-// Device units per value unit along each axis.
-double PerUnitX(const DrawingSurface& s) { return std::fabs(s.Width() / s.ScaleWidth()); }
-double PerUnitY(const DrawingSurface& s) { return std::fabs(s.Height() / s.ScaleHeight()); }
+// The base step: the fixed one of an unzoomed view, a zoomed view's own.
+double BaseStep(const NumberStyle& style, const GraphView& view, double span) {
+  return view.zoomed ? AdaptiveStep(span) : style.step;
+}
 
-// The label step: the fixed one of an unzoomed view unless its labels
-// would run into each other, else a wider one; a zoomed view's own.
-double NumberStep(const NumberStyle& style, const GraphView& view, bool horizontal, double extent, double perUnit) {
-  const double base = view.zoomed ? AdaptiveStep(horizontal ? view.Width() : view.top - view.bottom) : style.step;
-  return base > 0 ? LabelStep(base, extent, 6, perUnit) : 0;
+int DecimalsAt(const NumberStyle& style, const GraphView& view, double step) {
+  return view.zoomed ? DecimalsFor(step, style.decimals) : style.decimals;
 }
 
 }  // namespace
 
-void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity) {
+void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,
+                       const GraphView* keepClear) {
   const NumberStyle style = StyleOf(quantity, view);
-  const double widest = std::max(surface.TextWidth(NumberLabel(view.left, style.decimals + 1, style.suffix)),
-                                 surface.TextWidth(NumberLabel(view.right, style.decimals + 1, style.suffix)));
-  const double step = NumberStep(style, view, true, widest * PerUnitX(surface), PerUnitX(surface));
+  // The widest label is one at an end of the axis: the values between have
+  // no more digits, nor a sign that the ends lack.
+  auto widest = [&](double step) {
+    const int decimals = DecimalsAt(style, view, step);
+    double width = 0;
+    for (double end : {view.left, view.right})
+      for (double value : {std::floor(end / step) * step, std::ceil(end / step) * step})
+        width = std::max(width, surface.TextWidth(NumberLabel(value, decimals, style.suffix)));
+    return width;
+  };
+  const double step = ThinnedStep(BaseStep(style, view, view.Width()), PerUnitX(surface),
+                                  [&](double s) { return widest(s) * PerUnitX(surface); });
   if (!(step > 0)) return;
-  const int decimals = view.zoomed ? DecimalsFor(step, style.decimals) : style.decimals;
+  const int decimals = DecimalsAt(style, view, step);
   // Not on the edges, where half the label would be cut off.
-  const double margin = widest / 2;
-  ForEachStep(std::ceil((view.left + margin) / step) * step, step, view.right - margin,
-              [&](double x) { BottomLabel(surface, view, x, NumberLabel(x, decimals, style.suffix), true); });
+  const double margin = widest(step) / 2;
+  ForEachStep(std::ceil((view.left + margin) / step) * step, step, view.right - margin, [&](double x) {
+    BottomLabel(surface, view, x, NumberLabel(x, decimals, style.suffix), keepClear);
+  });
 }
 
 void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,
                      const GraphView* keepClear) {
   const NumberStyle style = StyleOf(quantity, view);
   const double height = std::fabs(surface.TextHeight("0"));
-  const double step = NumberStep(style, view, false, height * PerUnitY(surface), PerUnitY(surface));
+  const double step = ThinnedStep(BaseStep(style, view, view.top - view.bottom), PerUnitY(surface),
+                                  [&](double) { return height * PerUnitY(surface); });
   if (!(step > 0)) return;
-  const int decimals = view.zoomed ? DecimalsFor(step, style.decimals) : style.decimals;
+  const int decimals = DecimalsAt(style, view, step);
   const double inset = 4 * surface.ScaleWidth() / surface.Width();
   // Above the bottom labels and clear of the top edge.
   const double lowest = view.bottom + kDragLabelLift * (view.top - view.bottom) + 1.5 * height;
@@ -192,9 +245,7 @@ void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantit
     if (std::fabs(y) < step / 1000) return;
     const std::string label = NumberLabel(y, decimals, style.suffix);
     const double x = view.left + inset, top = y + height / 2;
-    if (keepClear && x < keepClear->right && x + surface.TextWidth(label) > keepClear->left &&
-        top > keepClear->bottom && top - height < keepClear->top)
-      return;
+    if (Meets(surface, keepClear, x, top, surface.TextWidth(label))) return;
     PrintOnHalo(surface, x, top, label, kGraphBackground);
   });
 }

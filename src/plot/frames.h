@@ -2,6 +2,8 @@
 // The on-screen frames: each clears its graph, sets the user coordinates so
 // that the graph's view fills it exactly, and draws the grid and zero axes.
 // Grid lines run from the view's lower edge on by the graph's fixed step.
+// The texts of a graph (drag labels, title, axis numbers) are drawn apart,
+// after the curves, so that no curve ever covers them.
 
 #include <string_view>
 
@@ -19,12 +21,19 @@ inline constexpr Color kGraphBackground = Color::Rgb(255, 255, 255);
 inline constexpr double kDragTickLength = 0.02;
 inline constexpr double kDragLabelLift = 0.025;
 
-// Lift against drag, with the drag labels and the title "Airfoil: " + name
+// Lift against drag. The drag grid steps are those of a drag axis as wide
+// as the view. Leaves the foreground black.
+void DrawClCdFrame(DrawingSurface& surface, const GraphView& view);
+// Its texts, each on a halo of the background: the drag labels with their
+// ticks rising from the bottom edge, and the title "Airfoil: " + name
 // (string 7 in `language`, 1 English or 2 German; ResourceError for
-// another). The drag steps are those of a drag axis as wide as the view.
-// Leaves the foreground black.
-void DrawClCdFrame(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
-                   int language);
+// another) near the bottom-left corner. A drag label that would meet the
+// title is left out, and so is one that would touch its neighbour (the
+// labels then stand at a wider step). Leaves the foreground black.
+void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, int language);
+// Where DrawClCdTexts writes the title: left, top, right and bottom in values.
+GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                       int language);
 // Lift against angle of attack: grid every 5 degrees and every 0.1.
 void DrawClAlfaFrame(DrawingSurface& surface, const GraphView& view);
 // Moment against angle of attack: grid every 5 degrees and every 0.05.
@@ -33,22 +42,23 @@ void DrawCmAlfaFrame(DrawingSurface& surface, const GraphView& view);
 // every 0.1.
 void DrawTransitionFrame(DrawingSurface& surface, const GraphView& view);
 
-// Numbers on the axes of any screen graph, beyond the drag labels of the
-// lift-drag frame: values along the bottom edge with the drag labels' ticks
-// and places, and values up the left edge beside short ticks. Each is at
-// the quantity's fixed step (5 degrees, 0.5 of lift, 0.1 of moment, 0.2 of
-// the chord) for a view from the range lists, at a step that suits the
-// span for a zoomed one, and wider wherever labels would meet; each on a
-// halo of the background, as the legend is. Labels that
-// would lie on an edge, on the bottom labels or within `keepClear` (the
-// lift-drag title) are left out.
 // Writes `text` with its top-left corner at (x, top), first as a halo of
 // `halo` and then over it, so that lines crossing it leave it readable;
 // the current position ends where Print leaves it.
 void PrintOnHalo(DrawingSurface& surface, double x, double top, std::string_view text, Color halo);
 
+// Numbers on the axes of any screen graph, beyond the drag labels of the
+// lift-drag frame: values along the bottom edge with the drag labels' ticks
+// and places, and values up the left edge beside short ticks. Each is at
+// the quantity's fixed step (5 degrees, 0.5 of lift, 0.1 of moment, 0.2 of
+// the chord) for a view from the range lists, at a step that suits the
+// span for a zoomed one, and at 2, 5, 10 ... times that step wherever
+// labels would touch; each on a halo of the background, as the legend is.
+// Labels that would lie on an edge, on the bottom labels or within
+// `keepClear` (the lift-drag title) are left out.
 enum class AxisQuantity { Cd, Cl, Alfa, Cm, Xc };
-void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity);
+void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,
+                       const GraphView* keepClear = nullptr);
 void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,
                      const GraphView* keepClear = nullptr);
 

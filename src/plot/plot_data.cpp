@@ -1,5 +1,7 @@
 #include "plot/plot_data.h"
 
+#include <exception>
+
 #include "formats/number_text.h"
 #include "model/errors.h"
 #include "plot/frames.h"
@@ -14,23 +16,21 @@ struct LegendCell {
   double height;  // of "Üg", negative on the lift-drag graph
 };
 
-// Where the frame writes the lift-drag title, which the lift numbers leave free.
-GraphView TitleBox(DrawingSurface& surface, const GraphView& view, const Airfoil& airfoil, int language) {
-  const double left = view.left + view.Width() / 50, top = view.bottom + (view.top - view.bottom) / 10;
-  const std::string title = GetResString(7, language) + ": " + airfoil.Name;
-  return {left, top, left + surface.TextWidth(title), top + surface.TextHeight(title)};
-}
-
-void DrawFrames(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
-  const PlotViews& views = request.views;
-  if (s.clCd) DrawClCdFrame(*s.clCd, views.clCd, airfoil.Name, request.language);
+void DrawFrames(const PlotViews& views, const GraphSurfaces& s) {
+  if (s.clCd) DrawClCdFrame(*s.clCd, views.clCd);
   if (s.clAlfa) DrawClAlfaFrame(*s.clAlfa, views.clAlfa);
   if (s.cmAlfa) DrawCmAlfaFrame(*s.cmAlfa, views.cmAlfa);
   if (s.blu) DrawTransitionFrame(*s.blu, views.blu);
   if (s.bll) DrawTransitionFrame(*s.bll, views.bll);
+}
+
+// The graphs' texts but the legend, over everything drawn before them.
+void DrawFrameTexts(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
+  const PlotViews& views = request.views;
+  if (s.clCd) DrawClCdTexts(*s.clCd, views.clCd, airfoil.Name, request.language);
   if (!request.axisNumbers) return;
   if (s.clCd) {
-    const GraphView title = TitleBox(*s.clCd, views.clCd, airfoil, request.language);
+    const GraphView title = ClCdTitleBox(*s.clCd, views.clCd, airfoil.Name, request.language);
     DrawLeftNumbers(*s.clCd, views.clCd, AxisQuantity::Cl, &title);
   }
   const struct {
@@ -161,35 +161,41 @@ void DrawOverlayCurves(const GraphSurfaces& s, const PlotOverlay& overlay) {
   DrawPolarSeries(s, overlay.points, 0);
 }
 
+// The texts go last, so that no curve covers them: frames, then the
+// polars' curves and markers, then the overlays, then the numbers, the
+// title and the legend. A wild value ends the curves; the texts are still
+// written, the legend up to the polar that was reached, and the error then
+// ends the redraw.
 void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
-  DrawFrames(airfoil, request, s);
-  LegendCell cell{};
-  if (s.clCd) cell = {s.clCd->TextWidth("..Re=1000000.."), s.clCd->TextHeight("Üg")};
-  ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
-    int symbol = PolarSymbolIndex(ordinal);
-    SetForeColor(s, PolarColor(ordinal, request.readableColors));
-    if (s.clCd) DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, polar, symbol);
-    DrawPolarSeries(s, polar.Points(), symbol);
-  });
-  for (const PlotOverlay& overlay : request.overlays) DrawOverlayCurves(s, overlay);
+  DrawFrames(request.views, s);
+  int reached = 0;
+  std::exception_ptr cut;
+  try {
+    ForEachTickedPolar(airfoil, [&](int, int, int ordinal, const Polar& polar) {
+      reached = ordinal;
+      SetForeColor(s, PolarColor(ordinal, request.readableColors));
+      DrawPolarSeries(s, polar.Points(), PolarSymbolIndex(ordinal));
+    });
+    for (const PlotOverlay& overlay : request.overlays) DrawOverlayCurves(s, overlay);
+  } catch (const RuntimeError&) {
+    cut = std::current_exception();
+  }
+  DrawFrameTexts(airfoil, request, s);
+  if (s.clCd) {
+    const LegendCell cell{s.clCd->TextWidth("..Re=1000000.."), s.clCd->TextHeight("Üg")};
+    ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
+      if (cut && ordinal > reached) return;
+      s.clCd->SetForeColor(PolarColor(ordinal, request.readableColors));
+      DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, polar, PolarSymbolIndex(ordinal));
+    });
+  }
+  if (cut) std::rethrow_exception(cut);
 }
 
 }  // namespace
 
 std::string LegendText(const Polar& polar) { return "Re=" + NumberText(polar.ReynoldsNumber); }
 
-
-void DrawOverlay(const PlotOverlay& overlay, const PlotViews& views, const GraphSurfaces& s) {
-  const std::pair<DrawingSurface*, const GraphView*> graphs[] = {
-      {s.clCd, &views.clCd}, {s.clAlfa, &views.clAlfa}, {s.cmAlfa, &views.cmAlfa}, {s.blu, &views.blu}, {s.bll, &views.bll}};
-  for (const auto& [surface, view] : graphs)
-    if (surface) surface->Scale(view->left, view->top, view->right, view->bottom);
-  try {
-    DrawOverlayCurves(s, overlay);
-  } catch (const RuntimeError&) {
-    // As in PlotData: what is drawn so far stays, without a message.
-  }
-}
 
 bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
   if (!airfoil) return true;

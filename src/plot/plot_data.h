@@ -1,7 +1,8 @@
 #pragma once
 // Redraws the five graphs of an airfoil: frames first, then every ticked
-// polar in a colour and marker of its own, with its legend entry, then the
-// extra curves that tools hand over.
+// polar in a colour and marker of its own, then the extra curves that tools
+// hand over, and last the texts (numbers, title, legend), which no curve
+// may cover.
 
 #include <span>
 #include <string>
@@ -43,10 +44,11 @@ inline int PolarColorIndex(int ordinal) { return (ordinal - 1) % 15 + 1; }
 inline int PolarSymbolIndex(int ordinal) { return (ordinal - 1) % 5 + 1; }
 
 // The colour a polar is drawn in: its palette colour, or with `readable`
-// the two that vanish on white (7, the grid's light grey, and 15, white)
-// in darker shades.
-inline constexpr Color kReadableSilver = Color::Rgb(112, 112, 112);
-inline constexpr Color kReadableWhite = Color::Rgb(64, 64, 64);
+// the two that vanish on white in tones of their own: 7, the grid's light
+// grey, in a brown that no grey of 8 or 15 is mistaken for, and 15, white,
+// in a dark grey well below 8's middle one.
+inline constexpr Color kReadableSilver = Color::Rgb(150, 85, 20);
+inline constexpr Color kReadableWhite = Color::Rgb(48, 48, 48);
 inline Color PolarColor(int ordinal, bool readable) {
   const int index = PolarColorIndex(ordinal);
   if (readable && index == 7) return kReadableSilver;
@@ -64,7 +66,7 @@ inline constexpr Color kLegendHalo = Color::Rgb(255, 255, 255);
 
 // A curve drawn over the polars, such as a tool's result: the points in
 // order, joined in `color` on every graph, without markers or a legend
-// entry. The points must outlive the redraw.
+// entry, under the texts. The points must outlive the redraw.
 struct PlotOverlay {
   std::span<const PolarPoint> points;
   Color color;
@@ -83,8 +85,9 @@ struct PlotRequest {
 // nothing and leaves the surfaces as they are. A run-time error raised while
 // drawing (a wild value beyond the device range, a broken list, a language
 // without texts) ends the redraw quietly and the surfaces keep what was
-// drawn so far; false then. Allocates nothing per point, of a polar or of an
-// overlay.
+// drawn so far; false then. A curve that ends so still gets the texts over
+// it, the legend up to its polar. Allocates nothing per point, of a polar or
+// of an overlay.
 bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces);
 
 // The polar curves of `points` in each surface's foreground colour, with
@@ -108,12 +111,6 @@ void ForEachTickedPolar(const Airfoil& airfoil, Visit visit) {
     }
   }
 }
-// Draws `overlay` over what the surfaces show now, each graph scaled to its
-// view in `views`, as PlotData draws its overlays: for a tool that draws
-// into the graphs after PlotData. The drawing is lost at the next redraw.
-// A run-time error ends it quietly, as in PlotData.
-void DrawOverlay(const PlotOverlay& overlay, const PlotViews& views, const GraphSurfaces& surfaces);
-
 // The one redraw entry point for the rest of the program after any change to
 // the data, the ticks, the views or the overlays.
 inline void RefreshPlots(const Airfoil* current, const PlotRequest& request,

@@ -166,6 +166,11 @@ class DrawingSurface {
   }
 };
 
+// Cuts the segment from `a` to `b` to the box xMin..xMax, yMin..yMax, moving
+// the ends that lie outside onto its edges; false when nothing of it lies
+// inside. A value that is not a finite number is never inside.
+bool ClipSegment(PlotPoint& a, PlotPoint& b, double xMin, double xMax, double yMin, double yMax);
+
 // The largest magnitude of a device coordinate; a point further out (or not
 // a number) is a wild value that ends the drawing with an OverflowError.
 inline constexpr double kMaxDeviceCoordinate = 2147483647.0;

@@ -2,6 +2,8 @@
 
 #include <QGuiApplication>
 #include <QPaintDevice>
+#include <QPaintEngine>
+#include <QPainterPath>
 #include <QPen>
 #include <QString>
 #include <algorithm>
@@ -70,6 +72,7 @@ QtSurface::QtSurface(QPainter& painter, const QRectF& target, const QFont& font,
   painter_.setRenderHint(QPainter::TextAntialiasing, true);
   QTransform transform = painter_.worldTransform();
   canSnap_ = transform.type() <= QTransform::TxTranslate;
+  cutsItself_ = painter_.paintEngine() != nullptr && painter_.paintEngine()->type() == QPaintEngine::SVG;
   deviceOffset_ = QPointF(transform.dx(), transform.dy());
   pixelRatio_ = painter_.device() ? painter_.device()->devicePixelRatioF() : 1.0;
   raster_ = DirectRaster::For(painter_, context_.Shapes());
@@ -134,10 +137,14 @@ void QtSurface::DrawLine(double x1, double y1, double x2, double y2, Color color
   QPointF b = ToDevice(x2, y2);
   currentX_ = x2;
   currentY_ = y2;
-  if (kind == LineKind::Plain)
-    AddSegment(a, b, color);
-  else
-    DrawBox(a, b, color, kind);
+  if (kind != LineKind::Plain) return DrawBox(a, b, color, kind);
+  if (cutsItself_) {
+    PlotPoint from{a.x(), a.y()}, to{b.x(), b.y()};
+    if (!ClipSegment(from, to, clip_.left(), clip_.right(), clip_.top(), clip_.bottom())) return;
+    a = QPointF(from.x, from.y);
+    b = QPointF(to.x, to.y);
+  }
+  AddSegment(a, b, color);
 }
 
 // Curves: on an image with one-pixel lines straight to the raster, each
@@ -285,6 +292,7 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
                    .normalized();
   QColor line = ToQColor(color);
   UseClip();
+  if (cutsItself_ && !clip_.contains(box)) return DrawCutBox(box, line, kind);
   if (kind == LineKind::FilledBox) {
     painter_.setPen(LinePen(line, drawWidth_));
     painter_.setBrush(line);
@@ -295,6 +303,36 @@ void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKin
   }
   painter_.drawRect(box);
   painter_.setBrush(QBrush());
+}
+
+// A box across the clip's edge: its inside cut to the clip, its outline as
+// four cut lines.
+void QtSurface::DrawCutBox(const QRectF& box, const QColor& line, LineKind kind) {
+  const QRectF inside = box.intersected(clip_);
+  const Qt::BrushStyle style = kind == LineKind::FilledBox ? Qt::SolidPattern : BrushFor(fillStyle_);
+  if (!inside.isEmpty() && style != Qt::NoBrush)
+    painter_.fillRect(inside, QBrush(kind == LineKind::FilledBox ? line : ToQColor(fillColor_), style));
+  const QPointF corners[] = {box.topLeft(), box.topRight(), box.bottomRight(), box.bottomLeft(), box.topLeft()};
+  painter_.setPen(LinePen(line, drawWidth_));
+  for (int k = 0; k < 4; ++k) {
+    PlotPoint a{corners[k].x(), corners[k].y()}, b{corners[k + 1].x(), corners[k + 1].y()};
+    if (ClipSegment(a, b, clip_.left(), clip_.right(), clip_.top(), clip_.bottom()))
+      painter_.drawLine(QPointF(a.x, a.y), QPointF(b.x, b.y));
+  }
+}
+
+// A text across the clip's edge is written as the part of its outline
+// inside the clip.
+void QtSurface::DrawText(const QPointF& topLeft, const RenderContext::LaidOutText& laidOut, std::string_view text) {
+  const QRectF extent(topLeft, QSizeF(laidOut.advance, metrics_.height()));
+  if (!cutsItself_ || clip_.contains(extent)) return painter_.drawStaticText(topLeft, laidOut.text);
+  if (!clip_.intersects(extent)) return;
+  QPainterPath outline;
+  outline.addText(topLeft + QPointF(0, metrics_.ascent()), font_,
+                  QString::fromUtf8(text.data(), qsizetype(text.size())));
+  QPainterPath inside;
+  inside.addRect(clip_);
+  painter_.fillPath(outline.intersected(inside), painter_.pen().color());
 }
 
 const RenderContext::LaidOutText& QtSurface::LaidOut(std::string_view text) const {
@@ -308,7 +346,7 @@ void QtSurface::Print(std::string_view text) {
   UseClip();
   painter_.setFont(font_);
   painter_.setPen(ToQColor(foreColor_));
-  painter_.drawStaticText(topLeft, laidOut.text);
+  DrawText(topLeft, laidOut, text);
   currentX_ += laidOut.advance * scaleWidth_ / target_.width();
   currentY_ += TextHeight(text) / 2;
 }

@@ -99,6 +99,8 @@ class QtSurface : public DrawingSurface {
   void DrawRunDirectly();
   QLineF SnappedLine(QPointF a, QPointF b) const;
   void DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind);
+  void DrawCutBox(const QRectF& box, const QColor& line, LineKind kind);
+  void DrawText(const QPointF& topLeft, const RenderContext::LaidOutText& laidOut, std::string_view text);
   // Gathered lines keep the width they were gathered at.
   QPen LinePen(const QColor& color, int width) const;
   const RenderContext::LaidOutText& LaidOut(std::string_view text) const;
@@ -120,6 +122,9 @@ class QtSurface : public DrawingSurface {
   int drawWidth_ = 1;
   double lineUnit_ = 1;
   bool canSnap_ = false;
+  // The painter's engine ignores clipping (an SVG file's does): lines,
+  // boxes and texts are cut to the clip here instead.
+  bool cutsItself_ = false;
   double pixelRatio_ = 1;
   QPointF deviceOffset_;
 

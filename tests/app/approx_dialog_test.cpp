@@ -1,8 +1,10 @@
 // frmApprox: opened from the Tools menu, Show draws over both lift graphs
-// until the next redraw, Copy fills the clipboard, Fit takes the tree's
-// current polar and reports in full, bad input is named, and the main
-// window's keys work while the dialog is active.
+// until a field changes or the dialog closes, Copy fills the clipboard, Fit
+// takes the tree's current polar and reports in full, bad input is named,
+// and the main window's keys work while the dialog is active.
 #include <QClipboard>
+#include <QComboBox>
+#include <QWheelEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -47,15 +49,30 @@ class ApproxDialogTest : public MainWindowTest {
   }
 };
 
-TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilTheNextRedraw) {
+TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilAFieldChangesOrItCloses) {
   QDialog* dialog = Open();
   ASSERT_TRUE(dialog->isVisible());
   EXPECT_EQ(dialog->windowTitle(), "Polar Approximation");
-  for (const char* graph : {"ClCdPicture", "ClAlfaPicture"}) EXPECT_EQ(OrangePixels(graph), 0) << graph;
+  auto shown = [&](const char* when, bool expected) {
+    for (const char* graph : {"ClCdPicture", "ClAlfaPicture"})
+      EXPECT_EQ(OrangePixels(graph) > 100, expected) << graph << " " << when;
+  };
+  shown("before Show", false);
   Click("btnShow");
-  for (const char* graph : {"ClCdPicture", "ClAlfaPicture"}) EXPECT_GT(OrangePixels(graph), 100) << graph;
+  shown("after Show", true);
+  GraphWidget* clCd = Find<GraphWidget>("ClCdPicture");
+  QWheelEvent wheel(QPointF(clCd->width() / 2.0, clCd->height() / 2.0), clCd->mapToGlobal(QPointF()), QPoint(),
+                    QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(clCd, &wheel);
+  ASSERT_TRUE(clCd->View().zoomed);
+  Find<QComboBox>("cbClMax")->setCurrentIndex(3);
   window->RefreshPlots();
-  for (const char* graph : {"ClCdPicture", "ClAlfaPicture"}) EXPECT_EQ(OrangePixels(graph), 0) << graph;
+  shown("through a zoom, a range change and a redraw", true);
+  Field(3)->setText("0.0065");
+  shown("after a field changed", false);
+  Click("btnShow");
+  dialog->close();
+  shown("after the dialog closed", false);
 }
 
 TEST_F(ApproxDialogTest, CopyPutsTheCInitializerOnTheClipboard) {

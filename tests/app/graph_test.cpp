@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QImage>
 #include <QMimeData>
+#include <QPrinter>
 #include <QTreeWidget>
 #include <QUrl>
 #include <QWheelEvent>
@@ -46,6 +47,8 @@ TEST_F(Graphs, TheMouseZoomsAndPansAndADoubleClickOrAListResets) {
   EXPECT_NEAR(clCd->ValueAt(at).x(), before.x(), 1e-9) << "the point under the pointer stays";
   EXPECT_NEAR(clCd->ValueAt(at).y(), before.y(), 1e-9);
   EXPECT_FALSE(Graph("ClAlfaPicture")->View().zoomed) << "each graph zooms on its own";
+  Wheel(clCd, at, -40);
+  EXPECT_NEAR(clCd->View().Width(), 0.25, 1e-12) << "out to ten times the unzoomed view, no further";
 
   GraphWidget* clAlfa = Graph("ClAlfaPicture");
   const QPoint from(clAlfa->width() / 2, clAlfa->height() / 4), to(clAlfa->width() * 3 / 4, clAlfa->height() / 2);
@@ -70,6 +73,10 @@ TEST_F(Graphs, TheMouseZoomsAndPansAndADoubleClickOrAListResets) {
   Find<QComboBox>("cbAlfaMax")->setCurrentIndex(2);
   EXPECT_FALSE(clCd->View().zoomed) << "a range list ends every zoom";
   EXPECT_EQ(clCd->View(), DefaultViews(PlotRanges{1.5, -0.5, 0.025, 30}).clCd);
+  Wheel(clCd, at, 2);
+  Wheel(clAlfa, at, 1);
+  window->Document().OpenFile(dir.File("wing.xml"));
+  EXPECT_FALSE(clCd->View().zoomed || clAlfa->View().zoomed) << "another file ends every zoom";
 }
 
 TEST_F(Graphs, KeysActOnAFocusedGraphOnly) {
@@ -102,6 +109,7 @@ TEST_F(Graphs, ViewSwitchesRedrawAndPersist) {
   Action("mnuViewReadableColors")->trigger();
   EXPECT_FALSE(form.Graphs().AxisNumbers());
   EXPECT_NE(Graph("ClAlfaPicture")->Canvas(), withNumbers);
+  EXPECT_TRUE(form.PrintRequestFor(QPrinter()).readableColors) << "the printed page follows";
   Exit();
   Start();
   EXPECT_FALSE(Action("mnuViewAxisNumbers")->isChecked());

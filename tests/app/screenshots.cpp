@@ -266,6 +266,15 @@ int main(int argc, char** argv) {
   window.resize(window.minimumSize());
   QApplication::processEvents();
   Save(&window, prefix + "-minimum-en.png");
+  // Zoomed at that size: the numbers thin out, the title keeps clear of them.
+  QWidget* clCd = window.findChild<QWidget*>("ClCdPicture");
+  const QPointF at(clCd->width() * 0.3, clCd->height() * 0.5);
+  QWheelEvent wheel(at, clCd->mapToGlobal(at), QPoint(), QPoint(0, 360), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(clCd, &wheel);
+  QApplication::processEvents();
+  Save(&window, prefix + "-zoomed-minimum-en.png");
+  window.findChild<QAction*>("mnuViewResetZoom")->trigger();
   window.resize(1280, 860);
   QApplication::processEvents();
   SaveZoomed(window, prefix);
@@ -276,6 +285,15 @@ int main(int argc, char** argv) {
       return imported;
     });
     window.Document().Import();
+  }
+  // Every polar of the imported files: a crowded legend over the curves.
+  if (argc > 3) {
+    QApplication::processEvents();
+    Save(&window, prefix + "-legend-en.png");
+    QAction* readable = window.findChild<QAction*>("mnuViewReadableColors");
+    readable->trigger();
+    Save(&window, prefix + "-legend-readable-en.png");
+    readable->trigger();
   }
   SaveApproximation(window, prefix);
   SaveTreeViews(window, prefix);

@@ -67,22 +67,28 @@ TEST(Frames, GridLinesAxesAndTheLinesRoundingPushesOutOrKeeps) {
   EXPECT_EQ(Summary(transition), (std::vector<double>{1.5, -2, 9, 0.1 + 1.5, 0.9 + 1.5, 19, -0.4, 1.4, 0, 0, 1, 0}));
 }
 
-TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
+// The texts in the foreground, without their halos.
+std::vector<SurfaceCall> Written(const RecordingSurface& s) { return s.Calls(CallKind::Print, &kAxisColor); }
+
+TEST(ClCdFrame, DrawsDragGridThenLabelsOnTicksAndTheTitleOnHalos) {
   RecordingSurface surface;
-  DrawClCdFrame(surface, DefaultViews(PlotRanges{}).clCd, "NACA 4412", kEnglish);
+  const GraphView view = DefaultViews(PlotRanges{}).clCd;
+  DrawClCdFrame(surface, view);
   EXPECT_EQ(surface.ScaleWidth(), 0.025);
   auto grid = surface.Lines(kGridColor);
   auto vertical = Vertical(grid);
   ASSERT_EQ(vertical.size(), 24u);  // 0.001 ... 0.024
   EXPECT_EQ(vertical.front().x1, 0.001);
   EXPECT_EQ(Horizontal(grid).size(), 19u);
-  auto axes = surface.Lines(kAxisColor);
-  ASSERT_EQ(axes.size(), 5u);  // Cl = 0, then four drag ticks in the foreground
-  EXPECT_EQ(axes[0].x1, 0.0);
-  EXPECT_EQ(axes[0].x2, 0.025);
+  ASSERT_EQ(surface.Lines(kAxisColor).size(), 1u);  // Cl = 0
+  EXPECT_TRUE(surface.Calls(CallKind::Print).empty()) << "texts come later, over the curves";
 
-  auto texts = surface.Calls(CallKind::Print);
+  DrawClCdTexts(surface, view, "NACA 4412", kEnglish);
+  auto axes = surface.Lines(kAxisColor);
+  ASSERT_EQ(axes.size(), 5u);  // then four drag ticks
+  auto texts = Written(surface);
   ASSERT_EQ(texts.size(), 5u);
+  EXPECT_EQ(surface.Calls(CallKind::Print, &kGraphBackground).size(), 5u) << "each on its halo";
   const char* labels[] = {"0.005", "0.010", "0.015", "0.020"};
   for (int i = 0; i < 4; ++i) {
     EXPECT_EQ(texts[i].text, labels[i]);
@@ -94,10 +100,29 @@ TEST(ClCdFrame, DrawsDragGridLabelsAndTitle) {
     EXPECT_GT(texts[i].y1 + surface.TextHeight("0"), axes[i + 1].y2);
   }
   EXPECT_EQ(texts[4].text, "Airfoil: NACA 4412");
-  DrawClCdFrame(surface, DefaultViews(PlotRanges{}).clCd, "E387", kGerman);
-  EXPECT_EQ(surface.Calls(CallKind::Print).back().text, "Profil: E387");
   EXPECT_EQ(texts[4].x1, 0.025 / 50);
   EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
+  DrawClCdTexts(surface, view, "E387", kGerman);
+  EXPECT_EQ(Written(surface).back().text, "Profil: E387");
+}
+
+// On a low graph (a small window) the title comes down to the drag labels:
+// those it would meet are left out, tick and all, the others stay.
+TEST(ClCdFrame, ADragLabelThatWouldMeetTheTitleIsLeftOut) {
+  const GraphView view = DefaultViews(PlotRanges{}).clCd;
+  for (double height : {600.0, 200.0}) {
+    RecordingSurface surface(560, height);
+    surface.Scale(view.left, view.top, view.right, view.bottom);
+    DrawClCdTexts(surface, view, "NACA 4412", kEnglish);
+    std::vector<SurfaceCall> texts = Written(surface);
+    const SurfaceCall title = texts.back();
+    texts.pop_back();
+    EXPECT_EQ(texts.size(), height == 600 ? 4u : 3u) << height;
+    EXPECT_EQ(surface.Lines(kAxisColor).size(), texts.size()) << height;
+    for (const SurfaceCall& label : texts)
+      EXPECT_TRUE(label.x1 >= title.x2 || label.x2 <= title.x1 || label.y2 >= title.y1 || label.y1 <= title.y2)
+          << label.text;
+  }
 }
 
 TEST(Frames, AHugeTypedRangeEndsTheGridInsteadOfLoopingForever) {

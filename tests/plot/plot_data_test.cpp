@@ -103,7 +103,7 @@ TEST(PlotData, ColoursCycleOneToFifteenAndMarkersOneToFiveAcrossSets) {
   unticked->Configuration(2)->Polar(1)->Selected = false;
   Graphs h;
   PlotData(unticked.get(), PlotRequest{}, h.All());
-  EXPECT_EQ(PolarColors(h.clCd), (std::vector<int>{2, 3, 5})) << "unticking changes no other colour";
+  EXPECT_EQ(PolarColors(h.clAlfa), (std::vector<int>{2, 3, 5})) << "unticking changes no other colour";
 
   Graphs single;
   PlotData(MakeAirfoil({6}, 1).get(), PlotRequest{}, single.All());
@@ -170,7 +170,8 @@ TEST(PlotData, AWildValueOrABrokenSetListEndsTheRedrawQuietly) {
   airfoil->Configuration(1)->Polar(2)->Point(2).Cl = 1e300;
   EXPECT_NO_THROW(PlotData(airfoil.get(), PlotRequest{}, g.All()));
   EXPECT_FALSE(PaletteLines(g.blu).empty()) << "drawn before the wild point";
-  EXPECT_EQ(PolarColors(g.clCd), (std::vector<int>{1, 2})) << "the third polar is never reached";
+  EXPECT_EQ(PolarColors(g.clAlfa), (std::vector<int>{1, 2})) << "the third polar is never reached";
+  EXPECT_EQ(LegendTexts(g.clCd).size(), 4u) << "the texts are still written, the legend up to the wild polar";
   Airfoil broken;
   broken.ResetConfigurations(2);  // a count without sets, as a broken file leaves it
   EXPECT_NO_THROW(PlotData(&broken, PlotRequest{}, g.All()));
@@ -233,8 +234,10 @@ TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   Graphs g;
   PlotData(MakeAirfoil({1}).get(), request, g.All());
   const RecordingSurface& s = g.clCd;
-  auto texts = s.Calls(CallKind::Print);
-  ASSERT_EQ(texts.size(), 3u + 1 + 2);
+  std::vector<SurfaceCall> texts;  // without their halos
+  for (const SurfaceCall& text : s.Calls(CallKind::Print))
+    if (text.color != kGraphBackground) texts.push_back(text);
+  ASSERT_EQ(texts.size(), 3u + 1 + 1);
   // A drag axis 0.02 wide is labelled every 0.005.
   const char* labels[] = {"0.045", "0.050", "0.055"};
   for (size_t i = 0; i < 3; ++i) EXPECT_EQ(texts[i].text, labels[i]);
@@ -246,13 +249,16 @@ TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   EXPECT_NEAR(texts[4].y1, 2.0 - 0.016 * 2.0, 1e-15);
 }
 
-TEST(Overlays, AreJoinedAfterThePolarsInTheirColourWhereTheirValuesExist) {
+// Curves never cover a text: every text (numbers, title, legend) comes after
+// every line of a polar or of an overlay.
+TEST(Overlays, AreJoinedAfterThePolarsInTheirColourUnderEveryText) {
   const Color green = Color::Rgb(20, 160, 40);
   const std::vector<PolarPoint> points = {MakePoint(-2, 0.1, 0.008, -99.0, 0.6, 0.4),
                                           MakePoint(3, 0.5, 0.009, -99.0, 0.5, kNoValue),
                                           MakePoint(8, 0.9, 0.012, -99.5, 0.4, 0.6)};
   PlotRequest request;
   request.overlays.push_back({points, green});
+  request.axisNumbers = true;
   Graphs g;
   PlotData(MakeAirfoil({2}).get(), request, g.All());
   const struct {
@@ -263,34 +269,27 @@ TEST(Overlays, AreJoinedAfterThePolarsInTheirColourWhereTheirValuesExist) {
                {"TU", g.blu, 2},     {"TL", g.bll, 1}};  // TL joins the first point to the third
   for (const auto& c : cases) {
     EXPECT_EQ(c.surface.Lines(green).size(), c.lines) << c.graph << ": no markers, no missing values";
-    size_t lastPolarLine = 0, firstOverlayLine = c.surface.calls.size();
+    size_t lastPolarLine = 0, firstOverlayLine = c.surface.calls.size(), firstText = c.surface.calls.size();
+    size_t linesAfterText = 0;
     for (size_t k = 0; k < c.surface.calls.size(); ++k) {
       const SurfaceCall& call = c.surface.calls[k];
-      if (call.kind != CallKind::Line) continue;
+      if (call.kind == CallKind::Print) firstText = std::min(firstText, k);
+      if (call.kind != CallKind::Line || !(call.color.IsPalette() || call.color == green)) continue;
+      if (k > firstText) {
+        ++linesAfterText;
+        continue;
+      }
       if (call.color.IsPalette()) lastPolarLine = k;
       if (call.color == green) firstOverlayLine = std::min(firstOverlayLine, k);
     }
     if (c.lines > 0) {
       EXPECT_GT(firstOverlayLine, lastPolarLine) << c.graph;
     }
+    EXPECT_LT(firstText, c.surface.calls.size()) << c.graph << " has numbers";
+    // After the first text only the legend's markers: a square and a diamond.
+    EXPECT_EQ(linesAfterText, c.surface.Width() == 800 ? 4u + 4u : 0u) << c.graph;
   }
   EXPECT_EQ(LegendTexts(g.clCd).size(), 4u) << "two polars in two passes, nothing for the overlay";
-}
-
-TEST(Overlays, DrawnAfterARedrawGoOverItInEachGraphsView) {
-  const Color orange = Color::Rgb(230, 115, 0);
-  const std::vector<PolarPoint> points = {MakePoint(-2, 0.1, 0.008), MakePoint(3, 0.5, 0.009)};
-  PlotRequest request;
-  request.views.clAlfa = {-5, 1.5, 15, -0.5};
-  Graphs g;
-  PlotData(MakeAirfoil({1}).get(), request, g.All());
-  const size_t clears = g.clAlfa.Calls(CallKind::Clear).size();
-  DrawOverlay({points, orange}, request.views, g.All());
-  EXPECT_EQ(g.clAlfa.Calls(CallKind::Clear).size(), clears) << "drawn over, not anew";
-  EXPECT_EQ(g.clAlfa.ScaleLeft(), -5);
-  EXPECT_EQ(g.clAlfa.ScaleTop(), 1.5);
-  for (RecordingSurface* s : {&g.clCd, &g.clAlfa}) EXPECT_EQ(s->Lines(orange).size(), 1u);
-  EXPECT_TRUE(g.cmAlfa.Lines(orange).empty()) << "no moment values";
 }
 
 // The same 10-unit marker on two very different value ranges: the same device

@@ -8,6 +8,7 @@
 
 #include "plot/frames.h"
 #include "plot/plot_data.h"
+#include "plot/print_page.h"
 #include "support/model_builders.h"
 #include "support/recording_surface.h"
 
@@ -25,7 +26,7 @@ TEST(Zoom, AboutAPointKeepsItInPlaceAndARectangleBecomesTheView) {
     double x, y, factor;
   } cases[] = {{3, 0.7, 0.8}, {-15, -0.5, 0.5}, {14, 1.4, 1.25}, {0, 0, 0.01}};
   for (const auto& c : cases) {
-    const GraphView zoomed = ZoomAbout(kClAlfa, c.x, c.y, c.factor);
+    const GraphView zoomed = ZoomAbout(kClAlfa, kClAlfa, c.x, c.y, c.factor);
     EXPECT_TRUE(zoomed.zoomed);
     EXPECT_NEAR((c.x - zoomed.left) / zoomed.Width(), (c.x - kClAlfa.left) / kClAlfa.Width(), 1e-12);
     EXPECT_NEAR((zoomed.top - c.y) / (zoomed.top - zoomed.bottom), (kClAlfa.top - c.y) / 2.0, 1e-12);
@@ -34,20 +35,43 @@ TEST(Zoom, AboutAPointKeepsItInPlaceAndARectangleBecomesTheView) {
   const GraphView box = ZoomTo(kClAlfa, 10, 0.2, 4, 1.1);  // corners in any order
   EXPECT_EQ((std::vector<double>{box.left, box.right, box.bottom, box.top}),
             (std::vector<double>{4, 10, 0.2, 1.1}));
-  const GraphView panned = Pan(box, -1, 0.5);
+  const GraphView panned = Pan(box, kClAlfa, -1, 0.5);
   EXPECT_DOUBLE_EQ(panned.left, 3);
   EXPECT_DOUBLE_EQ(panned.top, 1.6);
+  EXPECT_EQ(ZoomAbout(kClAlfa, kClAlfa, 0, 0, std::nan("")), kClAlfa);
 }
 
-TEST(Zoom, EndlessZoomingStaysFiniteAndOrdered) {
+// Spans of the unzoomed view: 30 degrees wide, 2 of lift high.
+TEST(Zoom, StopsAtTenTimesAndAThousandthOfTheUnzoomedViewAboutThePointer) {
+  const struct {
+    const char* what;
+    double factor;
+    int steps;
+    double width, height;
+  } cases[] = {{"forty wheel steps out", 1.25, 40, 300, 20},
+               {"a hundred steps in", 0.8, 100, 0.03, 0.002},
+               {"one huge step out", 1e9, 1, 300, 20}};
+  for (const auto& c : cases) {
+    GraphView view = kClAlfa;
+    for (int k = 0; k < c.steps; ++k) view = ZoomAbout(view, kClAlfa, 5, 1, c.factor);
+    EXPECT_NEAR(view.Width(), c.width, c.width * 1e-9) << c.what;
+    EXPECT_NEAR(view.top - view.bottom, c.height, c.height * 1e-9) << c.what;
+    EXPECT_NEAR((5 - view.left) / view.Width(), 20 / 30.0, 1e-9) << c.what << ": the pointer stays put";
+  }
+  const GraphView speck = ZoomTo(kClAlfa, 2, 0.5, 2 + 1e-9, 0.5);
+  EXPECT_NEAR(speck.Width(), 0.03, 1e-12);
+  EXPECT_NEAR((speck.left + speck.right) / 2, 2, 1e-9) << "about the rectangle's centre";
+}
+
+TEST(Zoom, BackAtTheUnzoomedViewItIsThatViewWithItsFixedGrid) {
   GraphView view = kClAlfa;
-  for (int k = 0; k < 400; ++k) view = ZoomAbout(view, 1e5, 3, 0.5);
-  EXPECT_GE(view.Width(), kMinViewSpan);
-  EXPECT_LT(view.left, view.right);
-  for (int k = 0; k < 400; ++k) view = ZoomAbout(view, 0, 0, 3);
-  EXPECT_LE(view.Width(), kMaxViewSpan * (1 + 1e-9));
-  EXPECT_TRUE(std::isfinite(view.left) && std::isfinite(view.top));
-  EXPECT_EQ(ZoomAbout(kClAlfa, 0, 0, std::nan("")), kClAlfa);
+  for (int k = 0; k < 7; ++k) view = ZoomAbout(view, kClAlfa, 3.3, 0.71, 0.8);
+  for (int k = 0; k < 7; ++k) view = ZoomAbout(view, kClAlfa, 3.3, 0.71, 1 / 0.8);
+  EXPECT_EQ(view, kClAlfa) << "in and out by the same steps";
+  for (int k = 0; k < 3; ++k) view = Pan(view, kClAlfa, 0.1 * 30, -0.1 * 2);
+  EXPECT_TRUE(view.zoomed);
+  for (int k = 0; k < 3; ++k) view = Pan(view, kClAlfa, -0.1 * 30, 0.1 * 2);
+  EXPECT_EQ(view, kClAlfa) << "panned there and back";
 }
 
 TEST(Zoom, AdaptiveStepsShowFourToTwelveLines) {
@@ -78,10 +102,11 @@ TEST(Zoom, AdaptiveStepsShowFourToTwelveLines) {
   EXPECT_TRUE(horizontal >= 4 && horizontal <= 12) << horizontal;
 }
 
-std::vector<SurfaceCall> Numbers(const GraphView& view, double width, double height) {
+std::vector<SurfaceCall> Numbers(const GraphView& view, double width, double height,
+                                 AxisQuantity x = AxisQuantity::Alfa) {
   RecordingSurface surface(width, height);
   surface.Scale(view.left, view.top, view.right, view.bottom);
-  DrawBottomNumbers(surface, view, AxisQuantity::Alfa);
+  DrawBottomNumbers(surface, view, x);
   DrawLeftNumbers(surface, view, AxisQuantity::Cl);
   std::vector<SurfaceCall> texts;
   for (const SurfaceCall& text : surface.Calls(CallKind::Print))
@@ -89,23 +114,32 @@ std::vector<SurfaceCall> Numbers(const GraphView& view, double width, double hei
   return texts;
 }
 
-TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverOverlapping) {
+TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
   std::vector<std::string> texts;
   for (const SurfaceCall& text : Numbers(kClAlfa, 360, 420)) texts.push_back(text.text);
   // Zero lift is the axis itself; the edges stay free.
   EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
                                              "1.0"}));
-  const GraphView views[] = {DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90}).clAlfa, kClAlfa,
-                             ZoomAbout(kClAlfa, 4, 1, 0.013)};
-  for (const GraphView& view : views) {
-    const std::vector<SurfaceCall> labels = Numbers(view, 200, 160);
+  const GraphView clCd = DefaultViews(PlotRanges{}).clCd;
+  const struct {
+    GraphView view;
+    AxisQuantity x;
+  } cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90}).clAlfa, AxisQuantity::Alfa},
+               {kClAlfa, AxisQuantity::Alfa},
+               {ZoomAbout(kClAlfa, kClAlfa, 4, 1, 0.013), AxisQuantity::Alfa},
+               {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},
+               {ZoomAbout(kClAlfa, kClAlfa, 14.9, 1.4, 1e6), AxisQuantity::Alfa},
+               {ZoomAbout(clCd, clCd, 0.0123, 0.4, 1e-6), AxisQuantity::Cd},
+               {ZoomAbout(clCd, clCd, 0.02, 1.0, 1e6), AxisQuantity::Cd}};
+  for (const auto& [view, x] : cases) {
+    const std::vector<SurfaceCall> labels = Numbers(view, 200, 160, x);
     EXPECT_GE(labels.size(), 4u);
     for (size_t a = 0; a < labels.size(); ++a) {
       const SurfaceCall& p = labels[a];
       EXPECT_TRUE(p.x1 >= view.left && p.x2 <= view.right && p.y2 >= view.bottom && p.y1 <= view.top) << p.text;
       for (size_t b = a + 1; b < labels.size(); ++b) {
         const SurfaceCall& q = labels[b];
-        const bool apart = p.x2 <= q.x1 || q.x2 <= p.x1 || p.y1 <= q.y2 || q.y1 <= p.y2;
+        const bool apart = p.x2 < q.x1 || q.x2 < p.x1 || p.y1 < q.y2 || q.y1 < p.y2;
         EXPECT_TRUE(apart) << p.text << " / " << q.text;
       }
     }
@@ -128,7 +162,22 @@ TEST(ReadableColors, OnlyTheSeventhAndFifteenthPolarChangeTheirShade) {
     EXPECT_EQ(surfaces[1].Lines(Color::Palette(15)).empty(), readable);
     EXPECT_EQ(surfaces[1].Lines(kReadableWhite).empty(), !readable);
     EXPECT_FALSE(surfaces[1].Lines(Color::Palette(6)).empty());
+    // The printed page, its curves and the footer's samples alike.
+    RecordingSurface page;
+    PageRequest pageRequest;
+    pageRequest.readableColors = readable;
+    PrintPage(airfoil, pageRequest, page);
+    EXPECT_EQ(page.Lines(Color::Palette(7)).empty(), readable);
+    EXPECT_EQ(page.Lines(kReadableSilver).empty(), !readable);
   }
+  // Seven, eight and fifteen are told apart at a glance.
+  auto distance = [](int a, int b) {
+    const Color p = PolarColor(a, true), q = PolarColor(b, true);
+    return std::abs(p.red - q.red) + std::abs(p.green - q.green) + std::abs(p.blue - q.blue);
+  };
+  EXPECT_GE(distance(7, 8), 150);
+  EXPECT_GE(distance(7, 15), 150);
+  EXPECT_GE(distance(8, 15), 150);
 }
 
 }  // namespace
