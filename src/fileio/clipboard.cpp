@@ -11,6 +11,7 @@
 #include "formats/line_reader.h"
 #include "formats/pef.h"
 #include "model/errors.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
@@ -25,8 +26,7 @@ class ScratchFile {
     int fd = ::mkstemp(pattern.data());
     if (fd < 0) {
       const std::string reason = std::strerror(errno);
-      throw FileAccessError(kNoClipboardFileText,
-                            "File access error: cannot create a temporary file for the clipboard: " + reason, {reason});
+      throw FileAccessError(kNoClipboardFileText, FormatResString(kNoClipboardFileText, kEnglish, {reason}), {reason});
     }
     ::close(fd);
     path_ = pattern;

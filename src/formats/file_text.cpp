@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "model/errors.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
@@ -91,9 +92,8 @@ mode_t ProcessUmask() {
 // The error of an action on `path` that the system refused: `messageId` is
 // kCannotReadText, kCannotWriteText or kCannotReplaceText.
 FileAccessError SystemRefused(int messageId, const std::string& path, int error) {
-  const char* verb = messageId == kCannotWriteText ? "write " : messageId == kCannotReplaceText ? "replace " : "read ";
   const std::string reason = std::strerror(error);
-  return FileAccessError(messageId, "File access error: cannot " + (verb + path) + ": " + reason, {path, reason});
+  return FileAccessError(messageId, FormatResString(messageId, kEnglish, {path, reason}), {path, reason});
 }
 
 }  // namespace
