@@ -216,7 +216,8 @@ struct LaterEntry {
 // messages and the core's error texts, 120-129 the converter, 130-149
 // printing, 150-169 the approximation, 170-189 table files, 190-209 graph
 // interaction, 210-239 undo and the points table, 240-249 the converter's
-// renderer and parallel batch. "%1", "%2" ... stand for the arguments of
+// renderer and parallel batch, 250-279 the edges a user meets (files
+// without polars, the XML limit, file errors, the points table's limit). "%1", "%2" ... stand for the arguments of
 // FormatResString.
 const LaterEntry kLaterStrings[] = {
     {100, {"&Batch PEF to XML...", "&Stapelumwandlung PEF nach XML..."}},
