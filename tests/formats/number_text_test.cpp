@@ -6,16 +6,11 @@
 #include <random>
 #include <string>
 
-#include "formats/file_text.h"
-#include "formats/line_reader.h"
 #include "formats/number_text.h"
 #include "model/errors.h"
-#include "support/temp_dir.h"
 
 namespace tavilo {
 namespace {
-
-using testing::TempDir;
 
 struct NumberCase {
   const char* text;
@@ -107,51 +102,6 @@ TEST(RestAfterFirstBlank, SkipsTheFirstFieldAndTheBlanksAfterIt) {
       {std::string(32766, 'x') + " y", "y"}, {std::string(40000, 'x'), ""}};
   for (const auto& [line, rest] : cases) EXPECT_EQ(RestAfterFirstBlank(line), rest) << line.substr(0, 20);
   EXPECT_THROW(RestAfterFirstBlank(std::string(32767, 'x') + " y"), OverflowError);
-}
-
-std::vector<std::string> Lines(std::string_view text) {
-  LineReader reader(text);
-  std::vector<std::string> lines;
-  std::string_view line;
-  while (reader.Next(line)) lines.emplace_back(line);
-  return lines;
-}
-
-TEST(LineReader, AcceptsEveryLineEnd) {
-  using V = std::vector<std::string>;
-  EXPECT_EQ(Lines("a\nb\n"), (V{"a", "b"}));
-  EXPECT_EQ(Lines("a\r\nb\r\n"), (V{"a", "b"}));
-  EXPECT_EQ(Lines("a\rb\r"), (V{"a", "b"}));
-  EXPECT_EQ(Lines("a\r\n\r\nb"), (V{"a", "", "b"}));
-  EXPECT_EQ(Lines("a\n\rb"), (V{"a", "", "b"}));
-  EXPECT_EQ(Lines(""), V{});
-  EXPECT_EQ(Lines("\n"), V{""});
-}
-
-// A file read in pieces gives the lines and line numbers of the whole
-// text, wherever its pieces end: inside a line, between CR and LF, or after
-// a final CR.
-TEST(LineReader, ReadsAFileInPiecesAsItReadsTheWholeText) {
-  TempDir dir;
-  const std::string texts[] = {"a\nb\n", "a\r\nb\r\n", "a\rb\r", "a\r\n\r\nb", "a\n\rb", "", "\n", "\r",
-                               "long line one\r\n\r\nline three\rfour\nfive\r\n\r\r\nend without a line end"};
-  for (const std::string& text : texts) {
-    const InputFile file(dir.Write("t.txt", text));
-    for (size_t piece : {1, 2, 3, 5, 64}) {
-      LineReader whole(text);
-      FileTextSource source(file, piece);
-      LineReader inPieces(source);
-      std::string_view expected, line;
-      for (bool more = true; more;) {
-        more = whole.Next(expected);
-        ASSERT_EQ(inPieces.Next(line), more) << text << " in pieces of " << piece;
-        if (more) {
-          EXPECT_EQ(line, expected) << text << " in pieces of " << piece;
-        }
-        EXPECT_EQ(inPieces.LinesRead(), whole.LinesRead()) << text << " in pieces of " << piece;
-      }
-    }
-  }
 }
 
 TEST(ShortestNumberText, ReadsBackExactlyInTheShorterForm) {

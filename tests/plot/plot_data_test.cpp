@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "plot/frames.h"
+#include "plot/print_page.h"
 #include "plot/symbol.h"
 #include "support/model_builders.h"
 #include "support/recording_surface.h"
@@ -193,6 +194,34 @@ TEST(PlotData, ALongPolarStaysOneCurveAcrossPieces) {
   EXPECT_EQ(breaks, 0);
   EXPECT_EQ(lines[1198].x2, 0.01 * 1199);
   EXPECT_EQ(PaletteLines(g.bll).size(), 1199u);
+}
+
+TEST(ReadableColors, OnlyTheSeventhAndFifteenthPolarChangeTheirShade) {
+  AirfoilPtr airfoil = MakeAirfoil({15});
+  for (bool readable : {false, true}) {
+    Graphs g;
+    PlotRequest request;
+    request.readableColors = readable;
+    PlotData(airfoil.get(), request, g.All());
+    // The printed page, its curves and the footer's samples alike.
+    RecordingSurface page;
+    PageRequest pageRequest;
+    pageRequest.readableColors = readable;
+    PrintPage(*airfoil, pageRequest, page);
+    for (const RecordingSurface* s : {&g.clAlfa, &page}) {
+      EXPECT_EQ(s->Lines(Color::Palette(7)).empty(), readable);
+      EXPECT_EQ(s->Lines(kReadableSilver).empty(), !readable);
+      EXPECT_EQ(s->Lines(Color::Palette(15)).empty(), readable);
+      EXPECT_EQ(s->Lines(kReadableWhite).empty(), !readable);
+      EXPECT_FALSE(s->Lines(Color::Palette(6)).empty());
+    }
+  }
+  // Seven, eight and fifteen are told apart at a glance.
+  auto distance = [](int a, int b) {
+    const Color p = PolarColor(a, true), q = PolarColor(b, true);
+    return std::abs(p.red - q.red) + std::abs(p.green - q.green) + std::abs(p.blue - q.blue);
+  };
+  for (auto [a, b] : {std::pair{7, 8}, {7, 15}, {8, 15}}) EXPECT_GE(distance(a, b), 150) << a << " " << b;
 }
 
 // Left, top, right and bottom of the one Scale call of a graph.

@@ -7,9 +7,6 @@
 #include <string>
 
 #include "plot/frames.h"
-#include "plot/plot_data.h"
-#include "plot/print_page.h"
-#include "support/model_builders.h"
 #include "support/recording_surface.h"
 
 namespace tavilo {
@@ -144,40 +141,6 @@ TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
       }
     }
   }
-}
-
-TEST(ReadableColors, OnlyTheSeventhAndFifteenthPolarChangeTheirShade) {
-  Airfoil airfoil;
-  auto set = std::make_shared<Configuration>();
-  for (int p = 1; p <= 15; ++p)
-    set->AddPolar(testing::MakePolar(1e5 * p, 0, true, {testing::MakePoint(0, 0.2, 0.01), testing::MakePoint(4, 0.6, 0.012)}));
-  airfoil.AddConfiguration(set);
-  for (bool readable : {false, true}) {
-    RecordingSurface surfaces[5];
-    PlotRequest request;
-    request.readableColors = readable;
-    PlotData(&airfoil, request, {&surfaces[0], &surfaces[1], &surfaces[2], &surfaces[3], &surfaces[4]});
-    EXPECT_EQ(surfaces[1].Lines(Color::Palette(7)).empty(), readable);
-    EXPECT_EQ(surfaces[1].Lines(kReadableSilver).empty(), !readable);
-    EXPECT_EQ(surfaces[1].Lines(Color::Palette(15)).empty(), readable);
-    EXPECT_EQ(surfaces[1].Lines(kReadableWhite).empty(), !readable);
-    EXPECT_FALSE(surfaces[1].Lines(Color::Palette(6)).empty());
-    // The printed page, its curves and the footer's samples alike.
-    RecordingSurface page;
-    PageRequest pageRequest;
-    pageRequest.readableColors = readable;
-    PrintPage(airfoil, pageRequest, page);
-    EXPECT_EQ(page.Lines(Color::Palette(7)).empty(), readable);
-    EXPECT_EQ(page.Lines(kReadableSilver).empty(), !readable);
-  }
-  // Seven, eight and fifteen are told apart at a glance.
-  auto distance = [](int a, int b) {
-    const Color p = PolarColor(a, true), q = PolarColor(b, true);
-    return std::abs(p.red - q.red) + std::abs(p.green - q.green) + std::abs(p.blue - q.blue);
-  };
-  EXPECT_GE(distance(7, 8), 150);
-  EXPECT_GE(distance(7, 15), 150);
-  EXPECT_GE(distance(8, 15), 150);
 }
 
 }  // namespace
