@@ -39,11 +39,15 @@ TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
       {"MixedLineEnds", "[A]\r\nx=1\ny=2\rz=3", "A", "z", "3"},
       {"EmptyKeyTakesNextLine", "[A]\r\nfirst\r\n", "A", "", "irst"},
       {"BracketKeyMatchesClosingLine", "[A]\r\n[B]=7\r\n", "A", "[B", "7"},
+      {"MissingSectionHasNoValues", "[A]\r\nx=1\r\n", "B", "x", ""},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(ReferencePefValue(c.text, c.section, c.key), c.expected) << c.name << ": literal scan";
     EXPECT_EQ(std::string(PefIndex(c.text).Value(c.section, c.key)), c.expected) << c.name << ": index";
   }
+  // A handle past the sections, as a caller may keep one from another file.
+  const PefIndex index("[A]\r\nx=1\r\n");
+  for (uint32_t section : {1u, 2u, PefIndex::kNoSection}) EXPECT_FALSE(index.FindValue(section, "x")) << section;
 }
 
 // ---------------------------------------------------------------- generated files

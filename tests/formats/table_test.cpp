@@ -69,6 +69,7 @@ TEST(TableColumns, EachSeparatorAndDecimalCommaWhereItCannotSplit) {
       {"blanks: a decimal comma is no number", "alpha cl\n1 0,2\n2 0.3\n", "wing | wing: Re 0 Ma 0 (2 0.3)"},
       {"comma: a decimal comma splits", "alpha,cl,cd\n0,5,0,1\n", "wing | wing: Re 0 Ma 0 (0 5 0)"},
       {"semicolon decides before comma", "alpha;cl;cd (x,y)\n1;0,2;0,03\n", "wing | wing: Re 0 Ma 0 (1 0.2 0.03)"},
+      {"tab decides before comma", "alpha\tcl\tcd (x,y)\n1\t0,2\t0,03\n", "wing | wing: Re 0 Ma 0 (1 0.2 0.03)"},
       {"signs and exponents", "alpha cl cd\n-2 +1e-1 2.5E-3\n", "wing | wing: Re 0 Ma 0 (-2 0.1 0.0025)"},
   });
 }

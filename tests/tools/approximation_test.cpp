@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -77,7 +78,7 @@ TEST(ApproxModel, BeyondTheStallRangesIsTheFlatPlate) {
   EXPECT_DOUBLE_EQ(model.Cl(45), 1);
 }
 
-TEST(ApproxModel, WithoutTiltTheBucketBottomsOutAtTheShift) {
+TEST(ApproxModel, WithoutTiltTheBucketBottomsOutAtTheShiftAndASteepTiltAtHalfCdMin) {
   for (double shift : {-0.5, 0.0, 0.3, 1.2}) {
     const ApproxModel model(With(CdShift, shift, With(CdTilt, 0)));
     double lowestCl = 0, lowestCd = 1;
@@ -89,6 +90,10 @@ TEST(ApproxModel, WithoutTiltTheBucketBottomsOutAtTheShift) {
     EXPECT_DOUBLE_EQ(model.CdAtCl(1.45), 0.035);
     EXPECT_DOUBLE_EQ(model.CdAtCl(-1.1), 0.03);
   }
+  const ApproxModel floored(ModelCases()[2]);
+  double lowestCd = 1;
+  for (double cl = -1.1; cl <= 1.45; cl += 1e-3) lowestCd = std::min(lowestCd, floored.CdAtCl(cl));
+  EXPECT_DOUBLE_EQ(lowestCd, 0.001 / 2);
 }
 
 TEST(ApproxModel, EachInvalidValueIsRefusedNamingItsField) {
