@@ -17,7 +17,7 @@ namespace {
 
 using MainWindow = MainWindowTest;
 
-TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
+TEST_F(MainWindow, DataCommandsFollowTheDocument) {
   WritePolarFile(dir, "wing.xml", "Wing");
   PEFForm& form = Start();
   auto expectDataCommands = [this](bool enabled) {
@@ -33,8 +33,20 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   }
   form.Document().OpenFile(dir.File("wing.xml"));
   expectDataCommands(true);
+  Airfoil& current = form.Document().Current();
+  current.AddConfiguration(current.Configuration(1));
+  current.AddConfiguration(std::make_shared<Configuration>());
+  ASSERT_EQ(current.ConfigCount(), 3);
+  Action("Toolbar1_NEW")->trigger();
+  EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
+  expectDataCommands(false);
+}
 
-  // A print run to a PDF file: Print alone is disabled while it runs.
+// A print run to a PDF file: Print alone is disabled while it runs.
+TEST_F(MainWindow, APrintRunDisablesPrintAloneAndThePreviewPrintsNothing) {
+  WritePolarFile(dir, "wing.xml", "Wing");
+  PEFForm& form = Start();
+  form.Document().OpenFile(dir.File("wing.xml"));
   const QString pdf = QString::fromStdString(dir.File("page.pdf"));
   bool answer = false;
   form.SetPrinterChooser([&](QPrinter& printer) {
@@ -73,14 +85,6 @@ TEST_F(MainWindow, DataCommandsFollowTheDocumentAndPrinting) {
   closer.start(20);
   Action("mnuFilePrintPreview")->trigger();
   EXPECT_TRUE(previewed);
-
-  Airfoil& current = form.Document().Current();
-  current.AddConfiguration(current.Configuration(1));
-  current.AddConfiguration(std::make_shared<Configuration>());
-  ASSERT_EQ(current.ConfigCount(), 3);
-  Action("Toolbar1_NEW")->trigger();
-  EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
-  expectDataCommands(false);
 }
 
 TEST_F(MainWindow, ToolbarKeysDispatchToTheirActions) {
