@@ -120,42 +120,6 @@ TEST(Converter, ApproxFitsEachLongEnoughPolarAsCText) {
   EXPECT_NE(result.err.find("Keine Polare hat die f\xC3\xBCnf Punkte"), std::string::npos) << result.err;
 }
 
-TEST(Converter, FailuresSayWhatAndSetTheStatus) {
-  TempDir dir;
-  dir.Write("random.xml", std::string("\x01\x02garbage", 9));
-  dir.Write("notes.txt", "alpha cl\nnothing measured\n");
-  // A reader that stops on a wild number fails the run and names the file.
-  const std::string wild = dir.Write(
-      "wild.pol",
-      "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
-      "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n");
-  const struct {
-    std::vector<std::string> args;
-    int status;
-    std::string message;
-  } cases[] = {
-      {{"/nonexistent/wing.pef", dir.File("out.xml")}, 1, "File not found: /nonexistent/wing.pef"},
-      {{dir.File("random.xml"), dir.File("out.xml")}, 1, "Tavilo: Error: This is no valid XML file!"},
-      {{dir.File("notes.txt"), dir.File("out.xml")}, 1, "File contains no polars! (" + dir.File("notes.txt") + ")"},
-      {{"--lang", "de", kXfoil, dir.File("out.dat")}, 1, "Tavilo: Fehler: Umbekanntes Dateiformat!"},
-      {{kXfoil, "/nonexistent/dir/out.xml"}, 1, "/nonexistent/dir/out.xml"},
-      {{wild, dir.File("out.xml")}, 1, "Tavilo: Error: " + wild + ", line 14: Overflow"},
-      {{"--info", wild}, 1, "Tavilo: Error: " + wild + ", line 14: Overflow"},
-      {{"--batch", "/nonexistent/dir"}, 1, "File not found: /nonexistent/dir"},
-      {{kXfoil}, 2, "wrong number of file names"},
-      {{"--frobnicate", kXfoil, "x.xml"}, 2, "unknown option --frobnicate"},
-      {{"--airfoil", "zero", kXfoil, "x.xml"}, 2, "--airfoil takes a number"},
-      {{"-j", "0", "--batch", dir.Path().string()}, 2, "-j takes a number from 1"},
-  };
-  for (const auto& c : cases) {
-    Result result = Convert(dir, c.args);
-    EXPECT_EQ(result.status, c.status) << c.args[0] << ": " << result.err;
-    EXPECT_NE(result.err.find(c.message), std::string::npos) << result.err;
-  }
-  EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")));
-  EXPECT_FALSE(std::filesystem::exists(dir.File("out.dat")));
-}
-
 // A PEF file of one polar of one point.
 const std::string kOnePointPef =
     "[Airfoil]\r\nDescription1=A\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=1\r\n[Set1-Polar1]\r\n"
@@ -249,21 +213,44 @@ TEST(Converter, AnLfOnlyPefInputStaysByteForByteInEveryMode) {
   EXPECT_NE(batch.Read("lf.xml").find("<value>0.100</value>"), std::string::npos) << "read converted in memory";
 }
 
-TEST(Converter, AnAirfoilPastTheFilesIsBadUsageAndOneThatChoosesNothingIsReported) {
+// Bad usage exits with 2, a file that cannot be read or written with 1;
+// an --airfoil that chooses nothing is only reported.
+TEST(Converter, FailuresSayWhatAndSetTheStatus) {
   TempDir dir;
+  const std::string random = dir.Write("random.xml", std::string("\x01\x02garbage", 9));
+  const std::string notes = dir.Write("notes.txt", "alpha cl\nnothing measured\n");
+  const std::string wild = dir.Write(
+      "wild.pol",
+      "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
+      "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n");
   const std::string uiuc = TAVILO_SAMPLES "/uiuc/";
   const std::string two =
       dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
-  const std::string single = uiuc + "E387A.DRG";
+  const std::string single = uiuc + "E387A.DRG", out = dir.File("out.xml");
   const struct {
     std::vector<std::string> args;
     int status;
     std::string message;  // the start of standard error
   } cases[] = {
-      {{"--airfoil", "3", two, dir.File("out.xml")}, 2,
+      {{"/nonexistent/wing.pef", out}, 1, "Tavilo: Error: File not found: /nonexistent/wing.pef\n"},
+      {{random, out}, 1, "Tavilo: Error: This is no valid XML file! (" + random + ")\n"},
+      {{notes, out}, 1, "Tavilo: Error: File contains no polars! (" + notes + ")\n"},
+      {{"--lang", "de", kXfoil, dir.File("out.dat")}, 1,
+       "Tavilo: Fehler: Umbekanntes Dateiformat! '" + dir.File("out.dat") + "'"},
+      {{kXfoil, "/nonexistent/dir/out.xml"}, 1,
+       "Tavilo: Error: File access error: cannot write /nonexistent/dir/out.xml: "},
+      // A reader that stops on a wild number fails the run and names the file.
+      {{wild, out}, 1, "Tavilo: Error: " + wild + ", line 14: Overflow"},
+      {{"--info", wild}, 1, "Tavilo: Error: " + wild + ", line 14: Overflow"},
+      {{"--batch", "/nonexistent/dir"}, 1, "Tavilo: Error: File not found: /nonexistent/dir\n"},
+      {{kXfoil}, 2, "tavilo-convert: wrong number of file names\n"},
+      {{"--frobnicate", kXfoil, "x.xml"}, 2, "tavilo-convert: unknown option --frobnicate\n"},
+      {{"--airfoil", "zero", kXfoil, "x.xml"}, 2, "tavilo-convert: --airfoil takes a number from 1"},
+      {{"-j", "0", "--batch", dir.Path().string()}, 2, "tavilo-convert: -j takes a number from 1"},
+      {{"--airfoil", "3", two, out}, 2,
        "tavilo-convert: --airfoil 3 is past the end: " + two + " holds 2 airfoil(s).\n"},
       {{"--lang", "de", "--airfoil", "3", "--info", two}, 2, "tavilo-convert: --airfoil 3 liegt hinter dem Ende: "},
-      {{"--airfoil", "2", single, dir.File("out.xml")}, 2, "tavilo-convert: --airfoil 2 is past the end: " + single},
+      {{"--airfoil", "2", single, out}, 2, "tavilo-convert: --airfoil 2 is past the end: " + single},
       {{"--airfoil", "2", "--info", two}, 0, ""},  // real UIUC files: no other message either
       {{"--airfoil", "1", "--info", single}, 0, "Tavilo: Warning: --airfoil is ignored: " + single + " holds a"},
       {{"--airfoil", "2", "--info", kXfoil}, 0, "Tavilo: Warning: --airfoil is ignored: " + kXfoil + " is not"},
@@ -273,7 +260,8 @@ TEST(Converter, AnAirfoilPastTheFilesIsBadUsageAndOneThatChoosesNothingIsReporte
     EXPECT_EQ(result.status, c.status) << c.message;
     EXPECT_EQ(result.err.substr(0, c.message.size()), c.message);
   }
-  EXPECT_FALSE(std::filesystem::exists(dir.File("out.xml")));
+  EXPECT_FALSE(std::filesystem::exists(out));
+  EXPECT_FALSE(std::filesystem::exists(dir.File("out.dat")));
   EXPECT_NE(Convert(dir, {"--airfoil", "2", "--info", two}).out.find("Airfoil: WASP\n"), std::string::npos);
 }
 
