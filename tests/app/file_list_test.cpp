@@ -5,9 +5,9 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTreeWidget>
-#include <fstream>
 
 #include "app_fixture.h"
+#include "formats/file_text.h"
 #include "formats/pef.h"
 
 namespace tavilo::testing {
@@ -19,11 +19,6 @@ QStringList Names(QListWidget* list) {
   QStringList names;
   for (int i = 0; i < list->count(); ++i) names << list->item(i)->text().trimmed();
   return names;
-}
-
-std::string FileBytes(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return std::string(std::istreambuf_iterator<char>(in), {});
 }
 
 TEST_F(FileCommands, ListsOnlyPolarFilesAndOpensByDoubleClickOrEnter) {
@@ -150,7 +145,7 @@ TEST_F(FileCommands, ExportAsksWithTheSaveTitleAndWritesTheChosenFile) {
 }
 
 TEST_F(FileCommands, BatchConvertsThePefFilesOfTheChosenFilesDirectory) {
-  const std::string sample = FileBytes(std::string(TAVILO_EXAMPLES) + "/naca2412.pef");
+  const std::string sample = ReadFileBytes(std::string(TAVILO_EXAMPLES) + "/naca2412.pef");
   dir.Write("wing.PEF", sample);
   dir.Write("tail.pef", sample);
   dir.Write("empty.pef", "[Airfoil]\r\nNumberSets=0\r\n");
@@ -170,7 +165,7 @@ TEST_F(FileCommands, BatchConvertsThePefFilesOfTheChosenFilesDirectory) {
 
 TEST_F(FileCommands, DragFileWithSeveralAirfoilsAsksWhichOneToShow) {
   const std::string uiuc = std::string(TAVILO_TEST_DATA) + "/uiuc/";
-  dir.Write("two.drg", FileBytes(uiuc + "S1223GF1.DRG") + FileBytes(uiuc + "WASP.DRG"));
+  dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
   PEFForm& form = Start();
   QStringList offered;
   QTimer answer;

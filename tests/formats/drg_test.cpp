@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "formats/expected_table.h"
+#include "formats/file_text.h"
 #include "model/errors.h"
 #include "support/recording_ui.h"
 
@@ -10,7 +11,6 @@ namespace tavilo {
 namespace {
 
 using testing::ExpectAirfoilMatchesTable;
-using testing::FileBytes;
 using testing::LoadExpectedTable;
 using testing::RecordingUserInterface;
 
@@ -42,7 +42,7 @@ INSTANTIATE_TEST_SUITE_P(UiucTests, RealUiucFile,
                          ::testing::Values("E387A.DRG", "WASP.DRG", "S1223GF1.DRG", "SG6042.DRG", "e387_tf_drg.txt"));
 
 TEST(DrgReader, FileWithoutBlockFootersReadsTheSame) {
-  std::string text = FileBytes(kUiucData + "E387A.DRG");
+  std::string text = ReadFileBytes(kUiucData + "E387A.DRG");
   for (size_t at; (at = text.find("Tabulated from data")) != std::string::npos;)
     text.erase(at, text.find('\n', at) + 1 - at);
   ExpectAirfoilMatchesTable(Read(text), LoadExpectedTable(kUiucData + "E387A.DRG.expected"));
@@ -84,7 +84,7 @@ TEST(DrgReader, DragIsTheMeanOfTheReadingsAboveZero) {
 }
 
 TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
-  const std::string two = FileBytes(kUiucData + "S1223GF1.DRG") + FileBytes(kUiucData + "WASP.DRG");
+  const std::string two = ReadFileBytes(kUiucData + "S1223GF1.DRG") + ReadFileBytes(kUiucData + "WASP.DRG");
   EXPECT_EQ(DrgAirfoilNames(two), (std::vector<std::string>{"S1223", "WASP"}));
   RecordingUserInterface ui;
   Airfoil airfoil;
@@ -101,7 +101,7 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
 }
 
 TEST(DrgReader, FileEndingEarlyKeepsWhatWasRead) {
-  const std::string full = FileBytes(kUiucData + "E387A.DRG");
+  const std::string full = ReadFileBytes(kUiucData + "E387A.DRG");
   const struct {
     const char* cutBefore;
     int polars, pointsOfLast;

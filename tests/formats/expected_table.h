@@ -8,7 +8,6 @@
 #include <string>
 #include <vector>
 
-#include "formats/file_text.h"
 #include "formats/number_text.h"
 #include "model/airfoil.h"
 
@@ -76,7 +75,5 @@ inline void ExpectAirfoilMatchesTable(const Airfoil& airfoil, const ExpectedTabl
     }
   }
 }
-
-inline std::string FileBytes(const std::string& path) { return ReadFileBytes(path); }
 
 }  // namespace tavilo::testing

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "formats/expected_table.h"
+#include "formats/file_text.h"
 #include "model/errors.h"
 #include "support/model_builders.h"
 #include "support/temp_dir.h"
@@ -11,7 +12,6 @@ namespace tavilo {
 namespace {
 
 using testing::ExpectAirfoilMatchesTable;
-using testing::FileBytes;
 using testing::LoadExpectedTable;
 using testing::MakePolar;
 
@@ -45,7 +45,7 @@ std::string ReplaceAll(std::string text, std::string_view from, std::string_view
 // The sample has LF line ends and no final empty line; no variation may lose a value.
 TEST(PolReader, LineEndsAndBlanksDoNotChangeWhatIsRead) {
   const std::string name = kXfoilData + "xfoil699_NACA4412_SHARP_TE_V9_Re1e6_Ncrit9_P240.pol";
-  const std::string lf = FileBytes(name);
+  const std::string lf = ReadFileBytes(name);
   for (const std::string& text : {ReplaceAll(lf, "\n", "\r\n"), ReplaceAll(lf, "\n", "\r"),
                                   ReplaceAll(lf, "\n", "   \n") + "  ", lf + "\r\n  \r\n\r\n"}) {
     Airfoil airfoil;
@@ -56,9 +56,9 @@ TEST(PolReader, LineEndsAndBlanksDoNotChangeWhatIsRead) {
 
 TEST(PolReader, SeveralPolarsInOneFileEachWithItsHeading) {
   Airfoil airfoil;
-  ReadFromPOLText(airfoil, FileBytes(kXfoilData + "naca2412_re500k_m0.pol") +
-                               FileBytes(kXfoilData + "naca4412_re50k_stall.pol") +
-                               FileBytes(kXfoilData + "naca0012_re3m_m05.pol"));
+  ReadFromPOLText(airfoil, ReadFileBytes(kXfoilData + "naca2412_re500k_m0.pol") +
+                               ReadFileBytes(kXfoilData + "naca4412_re50k_stall.pol") +
+                               ReadFileBytes(kXfoilData + "naca0012_re3m_m05.pol"));
   ASSERT_EQ(airfoil.ConfigCount(), 1);
   const Configuration& config = *airfoil.Configuration(1);
   ASSERT_EQ(config.PolarCount(), 3);
@@ -160,7 +160,7 @@ Airfoil SampleAirfoil() {
 
 // Transition values outside 0..1 or missing are written as 1.
 TEST(PolWriter, WritesSelectedPolarsInFixedColumns) {
-  EXPECT_EQ(PolText(SampleAirfoil()), FileBytes(TAVILO_TEST_DATA "/golden/sample.pol"));
+  EXPECT_EQ(PolText(SampleAirfoil()), ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pol"));
   Airfoil wide;
   wide.AddConfiguration(std::make_shared<Configuration>());
   wide.Configuration(1)->AddPolar(MakePolar(2e10, 12.5, true, {{-1234.5, 0, 0, 0, 0, 0, 0, 0}}));
@@ -176,7 +176,7 @@ TEST(PolWriter, WrittenFileReadsBackToTheWrittenDecimals) {
   WriteToPOL(SampleAirfoil(), dir.Write("round.pol", "old content"));
   Airfoil read;
   ReadFromPOL(read, dir.File("round.pol"));
-  EXPECT_EQ(PolText(read), FileBytes(TAVILO_TEST_DATA "/golden/sample.pol"));
+  EXPECT_EQ(PolText(read), ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pol"));
   EXPECT_EQ(read.Configuration(1)->Polar(2)->Point(1), (PolarPoint{12, 1.2, 0.05, -0.1, 1.0, 1.0, kNoValue, kNoValue}));
 }
 
