@@ -1,10 +1,9 @@
 // The file browser and the file commands: what the list shows, opening by
 // double-click and by Enter, the message for files that cannot be read,
-// export, batch conversion and the envelope.
+// export and batch conversion.
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTreeWidget>
 
 #include "app_fixture.h"
 #include "formats/file_text.h"
@@ -184,19 +183,6 @@ TEST_F(FileCommands, DragFileWithSeveralAirfoilsAsksWhichOneToShow) {
   EXPECT_EQ(offered, QStringList({"S1223", "WASP", ""}));
   EXPECT_EQ(form.Document().Current().Name, "WASP");
   EXPECT_EQ(Find<QLabel>("ProfilName")->text(), "WASP");
-}
-
-TEST_F(FileCommands, EnvelopeAddsASetAndWritesItsFile) {
-  PEFForm& form = Start();
-  form.Document().OpenFile(std::string(TAVILO_EXAMPLES) + "/naca2412.xml");
-  Action("mnuToolsEnvelope")->trigger();
-  ASSERT_EQ(form.Document().Current().ConfigCount(), 2);
-  EXPECT_EQ(form.Document().Current().Configuration(2)->Name, "Envelope");
-  EXPECT_TRUE(std::filesystem::exists(dir.File("Envelope.pef")));
-  const QList<QTreeWidgetItem*> shown =
-      Find<QTreeWidget>("TreeView1")->findItems("Set 2: Envelope", Qt::MatchExactly | Qt::MatchRecursive);
-  ASSERT_EQ(shown.size(), 1);
-  EXPECT_EQ(shown[0]->child(0)->data(0, Qt::UserRole).toString(), "c 2|p 1");
 }
 
 }  // namespace

@@ -70,6 +70,11 @@ TEST_F(WindowPolish, TheEnvelopeIsShownBeforeItIsWrittenAndItsPathAfterwards) {
   const std::string path = std::filesystem::absolute("Envelope.pef").string();
   Action("mnuToolsEnvelope")->trigger();
   EXPECT_EQ(form.statusBar()->currentMessage().toStdString(), "Envelope written to " + path);
+  EXPECT_TRUE(std::filesystem::exists(path));
+  const QList<QTreeWidgetItem*> shown =
+      Find<QTreeWidget>("TreeView1")->findItems("Set 2: Envelope", Qt::MatchExactly | Qt::MatchRecursive);
+  ASSERT_EQ(shown.size(), 1);
+  EXPECT_EQ(shown[0]->child(0)->data(0, Qt::UserRole).toString(), "c 2|p 1");
 
   // A folder where the file should go: the write fails, the set is shown.
   std::filesystem::remove(path);
