@@ -316,6 +316,23 @@ TEST(Converter, ABatchOfSeveralJobsPrintsAndWritesAsOneJob) {
   for (const char* jobs : {"3", "16"}) EXPECT_EQ(run(jobs), one) << jobs;
 }
 
+// The writers learn the umask without changing it: setting it to 0 for a
+// moment once let parallel jobs write files that anybody may write.
+TEST(Converter, AParallelBatchUnderUmask022WritesEveryFileAs0644) {
+  TempDir dir;
+  for (int k = 0; k < 300; ++k) dir.Write("p" + std::to_string(k) + ".pef", kOnePointPef);
+  const std::string command =
+      "umask 022 && '" TAVILO_CONVERT "' --batch -j 8 '" + dir.Path().string() + "' > /dev/null";
+  ASSERT_EQ(std::system(command.c_str()), 0);
+  int written = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(dir.Path())) {
+    if (entry.path().extension() != ".xml") continue;
+    ++written;
+    EXPECT_EQ(entry.status().permissions(), std::filesystem::perms(0644)) << entry.path();
+  }
+  EXPECT_EQ(written, 300);
+}
+
 // The text a poppler tool prints for `pdf`.
 std::string Poppler(const TempDir& dir, const std::string& tool, const std::string& pdf) {
   const std::string out = dir.File(tool + ".txt");
