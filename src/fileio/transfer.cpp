@@ -122,10 +122,6 @@ std::vector<std::string> PefFilesOf(const std::string& directory) {
 
 namespace {
 
-std::string DirectoryPrefix(const std::string& directory) {
-  return directory.empty() || directory.back() == '/' ? directory : directory + '/';
-}
-
 // How one file of a batch run went: what reading and writing it reported,
 // whether it got as far as its write, and what raised on the way.
 struct BatchOutcome {
