@@ -37,7 +37,6 @@ class GraphController : public QObject {
   void ResetZoom();
   // The same for a caller that redraws next.
   void ForgetZoom() { zoom_ = {}; }
-  bool Zoomed(int graph) const { return zoom_[graph].has_value(); }
 
   // A curve drawn over the polars of every graph, under the texts, in every
   // redraw and picture until it is cleared or replaced; redraws.

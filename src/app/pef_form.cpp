@@ -208,10 +208,6 @@ void PEFForm::ToolbarButtonClick(const QString& key) {
   }
 }
 
-void PEFForm::NotAvailableYet() {
-  ui_->ShowMessage(GetResString(112, Language()), GetResString(1, Language()), MessageIcon::Information);
-}
-
 void PEFForm::OpenApproximation() {
   approx_->UpdateFitButton();
   approx_->show();

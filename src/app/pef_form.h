@@ -116,7 +116,6 @@ class PEFForm : public QMainWindow {
   // before any, or once that opening is undone); the label beside the tree
   // shows the airfoil's name. The one place that sets either.
   void ShowDocumentName();
-  void NotAvailableYet();
   void RunPrint(QPrinter& printer);
   // Sets the View menu's switches and the graphs from stored settings.
   void ApplyViewSettings(bool axisNumbers, bool readableColors);

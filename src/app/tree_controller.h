@@ -57,7 +57,6 @@ class TreeController : public QObject {
 
   // The key of the selected node, "" when none is.
   QString SelectedKey() const;
-  PolarPropsDialog& PolarProps() { return *polarProps_; }
   void SwitchLanguage(int language);
 
  signals:

@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "cli/approx_mode.h"
+#include "fileio/file_names.h"
 #include "fileio/heap.h"
 #include "fileio/load.h"
 #include "fileio/transfer.h"
@@ -305,7 +306,7 @@ void KeepFreedMemoryForReuse() {
 bool RunBatch(const std::string& directory, int jobs, Reader& reader, Messages& messages, std::ostream& out) {
   KeepFreedMemoryForReuse();
   std::vector<std::string> failed;
-  const std::string prefix = directory.empty() || directory.back() == '/' ? directory : directory + '/';
+  const std::string prefix = DirectoryPrefix(directory);
   const std::string* told = nullptr;  // the file whose reading was last told
   const int fileCount = ConvertPefDirectory(
       directory, [&reader](const std::string& path) { return reader.ReadSilently(path); },

@@ -1,13 +1,10 @@
 #include "fileio/transfer.h"
 
 #include <algorithm>
-#include <atomic>
-#include <condition_variable>
 #include <filesystem>
-#include <mutex>
 #include <system_error>
-#include <thread>
 
+#include "base/worker_pool.h"
 #include "fileio/file_names.h"
 #include "fileio/load.h"
 #include "formats/csv.h"
@@ -122,10 +119,6 @@ std::vector<std::string> PefFilesOf(const std::string& directory) {
 
 namespace {
 
-std::string DirectoryPrefix(const std::string& directory) {
-  return directory.empty() || directory.back() == '/' ? directory : directory + '/';
-}
-
 // How one file of a batch run went: what reading and writing it reported,
 // whether it got as far as its write, and what raised on the way.
 struct BatchOutcome {
@@ -203,49 +196,15 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
   const std::string prefix = DirectoryPrefix(directory);
   const std::vector<std::string> names = PefFilesOf(directory);
   std::vector<BatchOutcome> outcomes(names.size());
-  std::vector<bool> done(names.size());  // guarded by `mutex`
-  std::mutex mutex;
-  std::condition_variable finished;
-  std::atomic<size_t> next{0};
-  std::atomic<bool> stop{false};
-  // Takes the next file not taken yet; false when none is left.
-  auto convertNext = [&] {
-    const size_t i = next++;
-    if (i >= names.size() || stop) return false;
-    outcomes[i] = ConvertPefFile(prefix, names[i], read, nullptr);
-    {
-      std::lock_guard lock(mutex);
-      done[i] = true;
-    }
-    finished.notify_one();
-    return true;
-  };
-  {
-    std::vector<std::jthread> workers;
-    // Set before the workers are joined, also when `progress` raises.
-    struct StopAtEnd {
-      std::atomic<bool>& stop;
-      ~StopAtEnd() { stop = true; }
-    } stopAtEnd{stop};
-    for (size_t k = 1; k < std::min<size_t>(std::max(jobs, 1), names.size()); ++k)
-      workers.emplace_back([&] { while (convertNext()) {} });
-    for (size_t i = 0; i < names.size(); ++i) {
-      // The calling thread converts files too while the next to tell is not done.
-      for (;;) {
-        {
-          std::unique_lock lock(mutex);
-          if (done[i]) break;
-          if (next >= names.size()) {
-            finished.wait(lock, [&] { return done[i]; });
-            break;
-          }
-        }
-        convertNext();
-      }
-      TellOutcome(outcomes[i], names[i], progress, true);
-      outcomes[i] = {};
-    }
-  }
+  WorkerPool<NoWorkerState> pool;
+  NoWorkerState none;
+  pool.ForEach(
+      static_cast<int>(names.size()), std::max(jobs, 1), none,
+      [&](int i, NoWorkerState&) { outcomes[i] = ConvertPefFile(prefix, names[i], read, nullptr); },
+      [&](int i) {
+        TellOutcome(outcomes[i], names[i], progress, true);
+        outcomes[i] = {};
+      });
   return static_cast<int>(names.size());
 }
 

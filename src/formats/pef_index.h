@@ -36,8 +36,6 @@ class PrefixFinder {
   // Adds an entry to the current group; its ordinal is the number of
   // entries added before it.
   void Add(std::string_view text);
-  // Room for `count` entries, so that adding them moves nothing.
-  void Reserve(size_t count) { entries_.reserve(count); }
   // Sorts the groups; call once, after the last Add.
   void Build();
   // Forgets every group and entry, keeping the room they took.
@@ -48,7 +46,6 @@ class PrefixFinder {
   uint32_t First(size_t group, std::string_view prefix) const;
   // First, given that the entry of `ordinal`, in `group`, starts with `prefix`.
   uint32_t FirstGiven(size_t group, std::string_view prefix, uint32_t ordinal) const;
-  size_t GroupCount() const { return groupStarts_.size(); }
 
  private:
   uint32_t RangeMinimum(size_t begin, size_t end) const;

@@ -111,11 +111,5 @@ void ForEachTickedPolar(const Airfoil& airfoil, Visit visit) {
     }
   }
 }
-// The one redraw entry point for the rest of the program after any change to
-// the data, the ticks, the views or the overlays.
-inline void RefreshPlots(const Airfoil* current, const PlotRequest& request,
-                         const GraphSurfaces& surfaces) {
-  PlotData(current, request, surfaces);
-}
 
 }  // namespace tavilo

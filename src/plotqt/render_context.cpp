@@ -1,12 +1,8 @@
 #include "plotqt/render_context.h"
 
-#include <algorithm>
-#include <atomic>
-#include <condition_variable>
-#include <exception>
-#include <mutex>
-#include <optional>
 #include <thread>
+
+#include "base/worker_pool.h"
 
 namespace tavilo {
 
@@ -22,69 +18,6 @@ QString FromUtf8(std::string_view text) {
 
 }  // namespace
 
-// A thread kept for drawing, with a context of its own that it makes and
-// destroys itself, so that its texts live and die with the thread's fonts.
-class RenderContext::Helper {
- public:
-  Helper() : thread_([this] { Serve(); }) {}
-  ~Helper() {
-    {
-      std::lock_guard lock(mutex_);
-      quit_ = true;
-    }
-    wake_.notify_one();
-    thread_.join();
-  }
-
-  // Runs job(context) on the thread.
-  void Start(std::function<void(RenderContext&)> job) {
-    {
-      std::lock_guard lock(mutex_);
-      job_ = std::move(job);
-      failure_ = nullptr;
-    }
-    wake_.notify_one();
-  }
-
-  // Waits for the job; what it threw, if anything.
-  std::exception_ptr Wait() {
-    std::unique_lock lock(mutex_);
-    done_.wait(lock, [this] { return !job_; });
-    return failure_;
-  }
-
- private:
-  void Serve() {
-    std::optional<RenderContext> context;
-    context.emplace();
-    std::unique_lock lock(mutex_);
-    for (;;) {
-      wake_.wait(lock, [this] { return quit_ || job_; });
-      if (quit_) break;
-      lock.unlock();
-      std::exception_ptr failure;
-      try {
-        job_(*context);
-      } catch (...) {
-        failure = std::current_exception();
-      }
-      lock.lock();
-      failure_ = failure;
-      job_ = nullptr;
-      done_.notify_one();
-    }
-    lock.unlock();
-    context.reset();
-  }
-
-  std::mutex mutex_;
-  std::condition_variable wake_, done_;
-  std::function<void(RenderContext&)> job_;  // empty when there is none
-  std::exception_ptr failure_;
-  bool quit_ = false;
-  std::thread thread_;  // last: it starts at once and uses the rest
-};
-
 RenderContext::RenderContext() = default;
 RenderContext::~RenderContext() = default;
 
@@ -95,28 +28,8 @@ const QImage& RenderContext::Kept(const QString& key, const std::function<QImage
 }
 
 void RenderContext::ForEach(int count, const std::function<void(int, RenderContext&)>& draw) {
-  const int cores = int(std::thread::hardware_concurrency());
-  const int helpers = std::min(count, cores) - 1;
-  if (helpers <= 0) {
-    for (int i = 0; i < count; ++i) draw(i, *this);
-    return;
-  }
-  while (int(helpers_.size()) < helpers) helpers_.push_back(std::make_unique<Helper>());
-  // Each thread takes the next call to make until there is none left.
-  std::atomic<int> next{0};
-  auto work = [&](RenderContext& context) {
-    for (int i; (i = next.fetch_add(1)) < count;) draw(i, context);
-  };
-  for (int h = 0; h < helpers; ++h) helpers_[h]->Start(work);
-  std::exception_ptr failure;
-  try {
-    work(*this);
-  } catch (...) {
-    failure = std::current_exception();
-  }
-  for (int h = 0; h < helpers; ++h)
-    if (std::exception_ptr thrown = helpers_[h]->Wait(); thrown && !failure) failure = thrown;
-  if (failure) std::rethrow_exception(failure);
+  if (!helpers_) helpers_ = std::make_unique<WorkerPool<RenderContext>>();
+  helpers_->ForEach(count, int(std::thread::hardware_concurrency()), *this, draw);
 }
 
 // Laying out a text costs more than drawing it, and a redraw prints the

@@ -21,6 +21,9 @@
 
 namespace tavilo {
 
+template <class State>
+class WorkerPool;
+
 class RenderContext {
  public:
   RenderContext();
@@ -51,15 +54,15 @@ class RenderContext {
   // each further core, at most count - 1 in all), and returns when all calls
   // have. Every thread draws with a context of its own, this one on the
   // calling thread: a laid-out text refers to the fonts of the thread that
-  // laid it out. An exception from a call is thrown here, after the rest.
+  // laid it out. After an exception from a call no call starts; it is thrown
+  // here once the calls under way have returned.
   void ForEach(int count, const std::function<void(int, RenderContext&)>& draw);
 
  private:
-  class Helper;
   QHash<QString, LaidOutText> texts_;
   QHash<QString, QImage> images_;
   ShapeCache shapes_;
-  std::vector<std::unique_ptr<Helper>> helpers_;  // made when first needed
+  std::unique_ptr<WorkerPool<RenderContext>> helpers_;  // made when first needed
 };
 
 }  // namespace tavilo

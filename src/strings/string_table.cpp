@@ -221,10 +221,6 @@ struct LaterEntry {
 // FormatResString.
 const LaterEntry kLaterStrings[] = {
     {100, {"&Batch PEF to XML...", "&Stapelumwandlung PEF nach XML..."}},
-    {101, {"Stuttgart model wind tunnel files (.mwk) cannot be read yet.",
-           "Modellwindkanal-Dateien (.mwk) können noch nicht gelesen werden."}},
-    {102, {"Eppler output files (.txt) cannot be read yet.",
-           "Eppler-Ausgabedateien (.txt) können noch nicht gelesen werden."}},
     {103, {"Eppler input files (.epp) cannot be written yet.",
            "Eppler-Eingabedateien (.epp) können noch nicht geschrieben werden."}},
     {104, {"File not found: %1", "Datei nicht gefunden: %1"}},
@@ -237,7 +233,6 @@ const LaterEntry kLaterStrings[] = {
     {110, {"Unexpected error: %1", "Unerwarteter Fehler: %1"}},
     {111, {"The envelope needs polars that span a range of lift: all their points have one Cl.",
            "Die Einhüllende braucht Polaren über einen Auftriebsbereich: Alle Punkte haben dasselbe Ca."}},
-    {112, {"This feature is not available yet.", "Diese Funktion ist noch nicht verfügbar."}},
     {113, {"%1, line %2", "%1, Zeile %2"}},
     {114, {"File: %1\r\n%2", "Datei: %1\r\n%2"}},
     {115, {"All polar files", "Alle Polarendateien"}},

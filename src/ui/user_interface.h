@@ -71,8 +71,4 @@ class SilentUserInterface : public UserInterface {
   std::string clipboard_;
 };
 
-// Shows string `id` in a message box titled "Tavilo: Error" with the
-// critical icon, both in the interface's language.
-void ReportError(UserInterface& ui, int id);
-
 }  // namespace tavilo

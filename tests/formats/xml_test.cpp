@@ -231,6 +231,20 @@ TEST(XmlReader, AMissingFileNamesThePath) {
   }
 }
 
+TEST(XmlElements, ContentIsTheTextBetweenTheFirstTagAndItsClosingTag) {
+  const struct {
+    const char* element;
+    const char* content;
+  } cases[] = {
+      {"<name> Clark &amp; Y </name>", " Clark &amp; Y "},  // neither trimmed nor unescaped
+      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"},
+      {"<name></name>", ""},
+      {"<name>open", ""},
+      {"name>x</name>", ""},
+  };
+  for (const auto& c : cases) EXPECT_EQ(XmlElementContent(c.element), c.content) << c.element;
+}
+
 // The reader's tag search looks at sixteen places at a time; on texts of
 // every length and tag density it must find what a plain search finds.
 TEST(XmlElements, TheFastTagSearchFindsWhatAPlainSearchFinds) {

@@ -40,6 +40,19 @@ TEST(PageMappings, NominalScalesTimesTheirFactors) {
   EXPECT_THROW(CdMM(std::numeric_limits<float>::max(), unit), OverflowError);
 }
 
+// A moved rectangle fills its new place at its old size.
+TEST(PageRectangle, MovedItFillsItsNewPlaceAtItsSize) {
+  RecordingSurface surface;
+  Rectangle box{10, 20, 30, -5};
+  box.Translate(3, -4);
+  box.Fill(surface, Color::Rgb(255, 255, 255));
+  const std::vector<SurfaceCall> boxes = surface.Calls(CallKind::Line);
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].lineKind, LineKind::Box);
+  EXPECT_EQ((std::vector<double>{boxes[0].x1, boxes[0].y1, boxes[0].x2, boxes[0].y2}),
+            (std::vector<double>{23, 6, 53, 1}));
+}
+
 // A page of 200 x 280 mm with its vertical axis growing upwards.
 struct Page {
   RecordingSurface surface{800, 1120};
