@@ -55,9 +55,11 @@ constexpr const char* kUsageOptions =
     "\n"
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
 
-// How a name is written in the usage: ".pol", "polar.*".
+// How a name is written in the usage: its pattern without a leading "*"
+// (".pol", "polar.*").
 std::string UsageName(const FormatName& name) {
-  return name.test == NameTest::Anywhere ? std::string(name.text) + "*" : std::string(name.text);
+  const std::string pattern = PatternOf(name);
+  return pattern.front() == '*' ? pattern.substr(1) : pattern;
 }
 
 // The names of `format` that are read (or written), joined by blanks.

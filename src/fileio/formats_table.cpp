@@ -13,7 +13,8 @@ namespace tavilo {
 
 namespace {
 
-constexpr unsigned kEveryList = kFileList | kAllPolarFiles | kImportFilter | kExportFilter | kCsvExportFilter;
+constexpr unsigned kEveryList =
+    kFileList | kAllPolarFiles | kImportFilter | kExportFilter | kCsvExportFilter;
 constexpr unsigned kReadLists = kFileList | kAllPolarFiles | kImportFilter;
 constexpr unsigned kExportLists = kExportFilter | kCsvExportFilter;
 
@@ -28,19 +29,20 @@ std::vector<FileFormat> MakeFileFormats() {
       {.id = "xml",
        .kind = FormatKind::Polars,
        .names = {{.text = ".xml", .readOrder = 4, .written = true, .lists = kEveryList}},
-       .read = [](Airfoil& airfoil, const std::string& path, const ReaderArguments&) {
-         return ReadFromXML(airfoil, path);
-       },
+       .read = [](Airfoil& airfoil, const std::string& path,
+                  const ReaderArguments&) { return ReadFromXML(airfoil, path); },
        .write = WriteToXML,
        .aboutReadLine = 172,
        .aboutWrittenLine = 172},
       {.id = "pef",
        .kind = FormatKind::Polars,
        .names = {{.text = ".pef", .readOrder = 3, .written = true, .lists = kEveryList}},
-       .read = [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-         return ReadFromPEF(airfoil, path,
-                            arguments.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
-       },
+       .read =
+           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
+             return ReadFromPEF(
+                 airfoil, path,
+                 arguments.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
+           },
        .write = Quietly<WriteToPEF>,
        .aboutReadLine = 173,
        .aboutWrittenLine = 173},
@@ -53,9 +55,8 @@ std::vector<FileFormat> MakeFileFormats() {
                   .test = NameTest::Anywhere,
                   .readOrder = 1,
                   .lists = kAllPolarFiles | kImportFilter | kExportLists}},
-       .read = [](Airfoil& airfoil, const std::string& path, const ReaderArguments&) {
-         return ReadFromPOL(airfoil, path);
-       },
+       .read = [](Airfoil& airfoil, const std::string& path,
+                  const ReaderArguments&) { return ReadFromPOL(airfoil, path); },
        .write = Quietly<WriteToPOL>,
        .aboutReadLine = 174,
        .aboutWrittenLine = 177},
@@ -67,19 +68,24 @@ std::vector<FileFormat> MakeFileFormats() {
       {.id = "drag",
        .kind = FormatKind::Polars,
        .names = {{.text = ".drg", .readOrder = 5, .lists = kReadLists}},
-       .read = [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-         return ReadFromDRG(airfoil, path, arguments.choose);
-       },
+       .read =
+           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
+             return ReadFromDRG(airfoil, path, arguments.choose);
+           },
        .aboutReadLine = 175,
        .airfoilNames = DrgAirfoilNames},
       {.id = "table",
        .kind = FormatKind::Polars,
        .names = {{.text = ".mwk", .readOrder = 2, .lists = kReadLists},
                  {.text = ".txt", .readOrder = 6, .lists = kAllPolarFiles | kImportFilter},
-                 {.text = ".csv", .readOrder = 7, .written = true, .lists = kAllPolarFiles | kCsvExportFilter}},
-       .read = [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-         return ReadFromTable(airfoil, path, arguments.choose);
-       },
+                 {.text = ".csv",
+                  .readOrder = 7,
+                  .written = true,
+                  .lists = kAllPolarFiles | kCsvExportFilter}},
+       .read =
+           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
+             return ReadFromTable(airfoil, path, arguments.choose);
+           },
        .write = Quietly<WriteToCSV>,
        .aboutReadLine = 176,
        .aboutWrittenLine = 178,
@@ -104,8 +110,9 @@ const std::vector<ReadName>& ReadNames() {
     for (const FileFormat& format : FileFormats())
       for (const FormatName& name : format.names)
         if (name.readOrder > 0) all.push_back({&name, &format});
-    std::stable_sort(all.begin(), all.end(),
-                     [](const ReadName& a, const ReadName& b) { return a.name->readOrder < b.name->readOrder; });
+    std::stable_sort(all.begin(), all.end(), [](const ReadName& a, const ReadName& b) {
+      return a.name->readOrder < b.name->readOrder;
+    });
     return all;
   }();
   return names;
@@ -134,7 +141,8 @@ const FileFormat* FormatToWrite(std::string_view fileName, FormatKind kind) {
 }
 
 std::string PatternOf(const FormatName& name) {
-  return name.test == NameTest::Anywhere ? std::string(name.text) + "*" : "*" + std::string(name.text);
+  return name.test == NameTest::Anywhere ? std::string(name.text) + "*"
+                                         : "*" + std::string(name.text);
 }
 
 std::string PatternOfList(FormatList list) {

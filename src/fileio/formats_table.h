@@ -27,11 +27,11 @@ enum class NameTest {
 
 // The fixed lists a name is on, as bits.
 enum FormatList : unsigned {
-  kFileList = 1u << 0,          // the main window's file list, kFileListPattern
-  kAllPolarFiles = 1u << 1,     // Import's first filter, after text 115 "All polar files"
-  kImportFilter = 1u << 2,      // Import's and Batch's filter text, kImportFilterText
-  kExportFilter = 1u << 3,      // the export filter text of old, 82
-  kCsvExportFilter = 1u << 4,   // Export's filter text, kExportFilterText: 82 and the CSV table
+  kFileList = 1u << 0,         // the main window's file list, kFileListPattern
+  kAllPolarFiles = 1u << 1,    // Import's first filter, after text 115 "All polar files"
+  kImportFilter = 1u << 2,     // Import's and Batch's filter text, kImportFilterText
+  kExportFilter = 1u << 3,     // the export filter text of old, 82
+  kCsvExportFilter = 1u << 4,  // Export's filter text, kExportFilterText: 82 and the CSV table
 };
 
 // The filter texts of the dialogs, kept as the string table has them.
@@ -67,7 +67,8 @@ struct FileFormat {
   FormatKind kind;
   std::vector<FormatName> names;  // in the order the lists show them
   // Fills the airfoil from the file; raises what the format's reader raises.
-  ReadReport (*read)(Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) = nullptr;
+  ReadReport (*read)(Airfoil& airfoil, const std::string& path,
+                     const ReaderArguments& arguments) = nullptr;
   // Writes the selected polars; raises FileAccessError.
   WriteReport (*write)(const Airfoil& airfoil, const std::string& path) = nullptr;
   // Shown when a written name has no writer yet (0: none).

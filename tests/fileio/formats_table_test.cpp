@@ -13,7 +13,9 @@
 namespace tavilo {
 namespace {
 
-std::string IdOf(const FileFormat* format) { return format != nullptr ? format->id : ""; }
+std::string IdOf(const FileFormat* format) {
+  return format != nullptr ? format->id : "";
+}
 
 TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
   const struct {
@@ -21,8 +23,8 @@ TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
     const char* reader;  // "" for an unknown format
     const char* writer;
   } cases[] = {
-      {"C:/data/polar.dat", "xfoil", ""},  // MSES: "polar." anywhere, never written
-      {"C:/Data/Polar.dat", "", ""},       // that search is case-sensitive
+      {"C:/data/polar.dat", "xfoil", ""},     // MSES: "polar." anywhere, never written
+      {"C:/Data/Polar.dat", "", ""},          // that search is case-sensitive
       {"/polar.d/wing.xml", "xfoil", "xml"},  // and comes first, directories included
       {"polar.xml", "xfoil", "xml"},
       {"polar.csv", "xfoil", "table"},
@@ -69,25 +71,31 @@ TEST(FormatTable, TheFixedListsNameTheRowsOnThem) {
       {kExportFilter, PatternsOf(GetResString(82, kEnglish), '|', true)},
       {kCsvExportFilter, PatternsOf(GetResString(kExportFilterText, kGerman), '|', true)},
   };
-  for (const auto& c : cases) EXPECT_EQ(PatternsOf(PatternOfList(c.list), ';', false), c.fixed) << c.list;
+  for (const auto& c : cases)
+    EXPECT_EQ(PatternsOf(PatternOfList(c.list), ';', false), c.fixed) << c.list;
   EXPECT_EQ(PatternOfList(kAllPolarFiles), "*.xml;*.pef;*.pol;polar.*;*.drg;*.mwk;*.txt;*.csv");
 }
 
 TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
   const std::string english = AboutText(kEnglish, AboutReadLines(), AboutWrittenLines());
   EXPECT_EQ(english.rfind("Version ", 0), 0u);
-  EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n   .XML\tPolar Exchange Format\r\n"),
+  EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n   .XML\tPolar "
+                         "Exchange Format\r\n"),
             std::string::npos);
-  EXPECT_NE(english.find("   .DRG\tPrinceton and UIUC drag polar file\r\n   .TXT, .MWK, .CSV\tpolar table in columns"),
+  EXPECT_NE(english.find("   .DRG\tPrinceton and UIUC drag polar file\r\n   .TXT, .MWK, "
+                         ".CSV\tpolar table in columns"),
             std::string::npos);
-  EXPECT_NE(english.find("...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
-                         "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\n"
-                         "Graphs (from left to right):\r\n"),
+  EXPECT_NE(english.find(
+                "...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange "
+                "Format\r\n"
+                "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\n"
+                "Graphs (from left to right):\r\n"),
             std::string::npos);
   EXPECT_EQ(english.find(".EPP"), std::string::npos) << "no Eppler input writer yet";
   EXPECT_NE(english.find("the Tavilo authors"), std::string::npos);
   const std::string german = AboutText(kGerman, AboutReadLines(), AboutWrittenLines());
-  EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"), std::string::npos);
+  EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"),
+            std::string::npos);
   EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
       << "the fixed lines stay English";
 }
