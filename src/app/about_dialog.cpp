@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 
 #include "caption_apply.h"
+#include "fileio/formats_table.h"
 #include "icons.h"
 
 namespace tavilo {
@@ -37,7 +38,8 @@ void AboutDialog::SwitchLanguage(int language) {
   ApplyCaptions(this, AboutCaptions(), language);
   // The table joins lines with CR LF; a label wants plain line feeds, and
   // tabs line the format descriptions up.
-  text_->setText(QString::fromStdString(AboutText(language)).replace("\r\n", "\n"));
+  const std::string text = AboutText(language, AboutReadLines(), AboutWrittenLines());
+  text_->setText(QString::fromStdString(text).replace("\r\n", "\n"));
 }
 
 }  // namespace tavilo

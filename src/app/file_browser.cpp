@@ -9,6 +9,7 @@
 #include <QStorageInfo>
 #include <QStyle>
 
+#include "fileio/formats_table.h"
 
 namespace tavilo {
 

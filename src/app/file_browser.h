@@ -2,7 +2,7 @@
 // The file browser at the left of the main window: the drive list
 // (Laufwerk1, the system's roots and mount points), the directory list
 // (Verzeichnis1, the current directory's ancestors and sub-directories) and
-// the file list (Datei1, the polar files of the directory).
+// the file list (Datei1, the polar files of the directory, kFileListPattern).
 
 #include <QIcon>
 #include <QObject>
@@ -15,10 +15,6 @@ class QListWidgetItem;
 class QWidget;
 
 namespace tavilo {
-
-// The file list shows these names only; Eppler ".txt" output and MSES
-// "polar.*" files are deliberately left to File/Import.
-inline constexpr const char* kFileListPattern = "*.xml;*.pef;*.pol;*.mwk;*.drg";
 
 class FileBrowser : public QObject {
   Q_OBJECT

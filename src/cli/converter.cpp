@@ -15,10 +15,10 @@
 
 #include "cli/approx_mode.h"
 #include "fileio/file_names.h"
+#include "fileio/formats_table.h"
 #include "fileio/heap.h"
 #include "fileio/load.h"
 #include "fileio/transfer.h"
-#include "formats/drg.h"
 #include "formats/file_text.h"
 #include "formats/number_text.h"
 #include "model/errors.h"
@@ -30,7 +30,9 @@ namespace tavilo {
 
 namespace {
 
-constexpr const char* kUsage =
+// The usage is these modes, which names pick which format (UsageText) and
+// the options.
+constexpr const char* kUsageModes =
     "Usage: tavilo-convert [options] INPUT OUTPUT      convert one file\n"
     "       tavilo-convert [options] --batch DIR       convert every .pef of DIR to .xml\n"
     "       tavilo-convert [options] --info INPUT      show the sets and polars of a file\n"
@@ -40,10 +42,8 @@ constexpr const char* kUsage =
     "       tavilo-convert [options] --print OUT.pdf INPUT\n"
     "                                                  print the page of the graphs to a PDF\n"
 #endif
-    "\n"
-    "The input format follows INPUT's name (.xml .pef .pol polar.* .drg, and the\n"
-    "polar tables .mwk .txt .csv), the output format OUTPUT's extension (.xml .pef\n"
-    ".pol .csv).\n"
+    "\n";
+constexpr const char* kUsageOptions =
     "\n"
     "Options:\n"
     "  --airfoil N   read airfoil N (from 1) of a drag file with several; --info lists them\n"
@@ -55,6 +55,61 @@ constexpr const char* kUsage =
     "  --version     show the version\n"
     "\n"
     "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
+
+// How a name is written in the usage: its pattern without a leading "*"
+// (".pol", "polar.*").
+std::string UsageName(const FormatName& name) {
+  const std::string pattern = PatternOf(name);
+  return pattern.front() == '*' ? pattern.substr(1) : pattern;
+}
+
+// The names of `format` that are read (or written), joined by blanks.
+std::string UsageNames(const FileFormat& format, bool written) {
+  std::string names;
+  for (const FormatName& name : format.names)
+    if (written ? name.written : name.readOrder > 0) names += (names.empty() ? "" : " ") + UsageName(name);
+  return names;
+}
+
+// `text` broken into lines of at most `width` characters at blanks.
+std::string WrapAtBlanks(const std::string& text, size_t width) {
+  std::string wrapped;
+  size_t lineStart = 0;
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t end = text.find(' ', start);
+    if (end == std::string::npos) end = text.size();
+    if (wrapped.size() > lineStart && wrapped.size() - lineStart + 1 + (end - start) > width) {
+      wrapped += '\n';
+      lineStart = wrapped.size();
+    } else if (wrapped.size() > lineStart) {
+      wrapped += ' ';
+    }
+    wrapped.append(text, start, end - start);
+    start = end + 1;
+  }
+  return wrapped + '\n';
+}
+
+// Which names pick which format, from the table: the formats read, those
+// with a heading of their own last, and the formats written.
+std::string UsageText() {
+  std::string read, headed, written;
+  for (const FileFormat& format : FileFormats()) {
+    if (format.kind != FormatKind::Polars) continue;
+    const std::string readNames = UsageNames(format, false);
+    if (format.read != nullptr && format.usageHeading != nullptr)
+      headed += std::string(", and ") + format.usageHeading + " " + readNames;
+    else if (format.read != nullptr)
+      read += (read.empty() ? "" : " ") + readNames;
+    if (format.write != nullptr) written += (written.empty() ? "" : " ") + UsageNames(format, true);
+  }
+  return kUsageModes +
+         WrapAtBlanks("The input format follows INPUT's name (" + read + headed +
+                          "), the output format OUTPUT's extension (" + written + ").",
+                      78) +
+         kUsageOptions;
+}
 
 // String ids of the converter's own messages.
 constexpr int kAirfoilPastEndText = 122;
@@ -200,8 +255,9 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
 }
 
 void PrintInfo(const std::string& input, const Airfoil& airfoil, int language, std::ostream& out) {
-  if (InputFormatOf(input) == InputFormat::Drag) {
-    const std::vector<std::string> names = DrgAirfoilNames(ReadFileBytes(input));
+  const FileFormat* format = FormatToRead(input);
+  if (format != nullptr && format->airfoilNames != nullptr) {
+    const std::vector<std::string> names = format->airfoilNames(ReadFileBytes(input));
     if (names.size() > 1) {
       out << GetResString(kAirfoilListText, language) << '\n';
       for (size_t i = 0; i < names.size(); ++i) out << "  " << i + 1 << ": " << names[i] << '\n';
@@ -272,11 +328,12 @@ class Reader {
   void CheckAirfoilOption(const std::string& path) {
     if (!options_.airfoil) return;
     const int language = messages_.Language();
-    if (InputFormatOf(path) != InputFormat::Drag) {
+    const FileFormat* format = FormatToRead(path);
+    if (format == nullptr || format->airfoilNames == nullptr) {
       messages_.Warning(FormatResString(kAirfoilNotDragText, language, {path}), path);
       return;
     }
-    const int count = static_cast<int>(DrgAirfoilNames(ReadFileBytes(path)).size());
+    const int count = static_cast<int>(format->airfoilNames(ReadFileBytes(path)).size());
     if (*options_.airfoil > std::max(count, 1)) {
       throw LateUsageError{FormatResString(kAirfoilPastEndText, language,
                                            {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
@@ -351,7 +408,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
   Reader reader(options, messages);
   switch (options.mode) {
     case Options::Mode::Help:
-      out << kUsage;
+      out << UsageText();
       return kExitDone;
     case Options::Mode::Version:
       out << "tavilo-convert " << TAVILO_VERSION_MAJOR << '.' << TAVILO_VERSION_MINOR << '.'
@@ -426,7 +483,7 @@ int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::o
                  const Renderer* renderer) {
   Options options;
   if (auto problem = Parse(args, options)) {
-    err << "tavilo-convert: " << *problem << "\n\n" << kUsage;
+    err << "tavilo-convert: " << *problem << "\n\n" << UsageText();
     return kExitUsage;
   }
   Messages messages(err, options.language);

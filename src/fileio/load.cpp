@@ -3,12 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "fileio/file_names.h"
-#include "formats/drg.h"
-#include "formats/pef.h"
-#include "formats/pol.h"
-#include "formats/table.h"
-#include "formats/xml.h"
+#include "fileio/formats_table.h"
 #include "strings/string_table.h"
 
 namespace tavilo {
@@ -32,17 +27,6 @@ class BusyScope {
 };
 
 }  // namespace
-
-InputFormat InputFormatOf(std::string_view fileName) {
-  const std::string extension = UpperExtension(fileName);
-  if (extension == ".POL" || fileName.find("polar.") != std::string_view::npos) return InputFormat::Xfoil;
-  if (extension == ".MWK") return InputFormat::Table;
-  if (extension == ".PEF") return InputFormat::Pef;
-  if (extension == ".XML") return InputFormat::Xml;
-  if (extension == ".DRG") return InputFormat::Drag;
-  if (extension == ".TXT" || extension == ".CSV") return InputFormat::Table;
-  return InputFormat::Unknown;
-}
 
 bool HasPoints(const Airfoil& airfoil) {
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
@@ -70,27 +54,11 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
   // Said plainly: by its name a folder would be an unknown format, or a
   // file that is not found.
   const bool folder = std::filesystem::is_directory(fileName, error);
-  switch (folder ? InputFormat::Unknown : InputFormatOf(fileName)) {
-    case InputFormat::Xfoil:
-      report = ReadFromPOL(*airfoil, fileName);
-      break;
-    case InputFormat::Pef:
-      report = ReadFromPEF(*airfoil, fileName,
-                           options.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
-      break;
-    case InputFormat::Xml:
-      report = ReadFromXML(*airfoil, fileName);
-      break;
-    case InputFormat::Drag:
-      report = ReadFromDRG(*airfoil, fileName, choose);
-      break;
-    case InputFormat::Table:
-      report = ReadFromTable(*airfoil, fileName, choose);
-      break;
-    case InputFormat::Unknown:
-      report = MessageReport(folder ? kFolderText : 73);
-      break;
-  }
+  const FileFormat* format = folder ? nullptr : FormatToRead(fileName);
+  if (format != nullptr && format->read != nullptr)
+    report = format->read(*airfoil, fileName, {choose, options.leaveFileUnchanged});
+  else
+    report = MessageReport(folder ? kFolderText : 73);
   // A reader's own error already says why nothing came of the file, unless
   // the window keeps quiet about it.
   if (options.requirePoints && !HasShownError(report) && !HasPoints(*airfoil))

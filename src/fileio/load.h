@@ -12,15 +12,6 @@
 
 namespace tavilo {
 
-enum class InputFormat { Xfoil, Pef, Xml, Drag, Table, Unknown };
-
-// The reader for `fileName`, by its last four characters in lower case, in
-// this order: ".pol" or "polar." anywhere in the path (case-sensitive, so
-// MSES files and a deliberately odd "polar.xml" read as XFOIL), ".mwk",
-// ".pef", ".xml", ".drg", ".txt", ".csv"; ".mwk", ".txt" and ".csv" are
-// column tables (formats/table.h).
-InputFormat InputFormatOf(std::string_view fileName);
-
 // "File contains no polars!"
 inline constexpr int kNoPolarsText = 77;
 
@@ -47,7 +38,8 @@ struct LoadResult {
 
 // A new airfoil read from `fileName` by the reader its name picks, without
 // showing or asking anything; `choose` picks the airfoil of a drag file with
-// several (none: the first). An unknown format gives error message 73, a
+// several (none: the first); the reader is the one FormatToRead names
+// (fileio/formats_table.h). An unknown format gives error message 73, a
 // folder kFolderText, a table without a polar error message 77.
 // Raises what the reader raises (FileNotFoundError for a missing file, ...).
 LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options = {});

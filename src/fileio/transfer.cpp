@@ -6,11 +6,10 @@
 
 #include "base/worker_pool.h"
 #include "fileio/file_names.h"
+#include "fileio/formats_table.h"
 #include "fileio/load.h"
-#include "formats/csv.h"
 #include "formats/number_text.h"
 #include "formats/pef.h"
-#include "formats/pol.h"
 #include "formats/xml.h"
 #include "model/errors.h"
 #include "strings/string_table.h"
@@ -24,32 +23,23 @@ bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF";
 // The open dialog of Import, which Batch shares, title and the filters of
 // id 62 included, as it always did; Import alone offers every polar file first.
 FileDialogRequest ImportRequest(int language, bool allPolarFilesFirst) {
-  std::string filter = GetResString(62, language);
-  if (allPolarFilesFirst) filter = GetResString(115, language) + "|" + kAllPolarFilesPattern + "|" + filter;
+  std::string filter = GetResString(kImportFilterText, language);
+  if (allPolarFilesFirst) filter = GetResString(115, language) + "|" + PatternOfList(kAllPolarFiles) + "|" + filter;
   return {FileDialogKind::Open, GetResString(61, language), filter, false};
 }
 
 bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
-  switch (OutputFormatOf(fileName)) {
-    case OutputFormat::Pef:
-      WriteToPEF(airfoil, fileName);
-      return true;
-    case OutputFormat::Xfoil:
-      WriteToPOL(airfoil, fileName);
-      return true;
-    case OutputFormat::Xml:
-      ShowDiagnostics(WriteToXML(airfoil, fileName), ui);
-      return true;
-    case OutputFormat::Csv:
-      WriteToCSV(airfoil, fileName);
-      return true;
-    case OutputFormat::Eppler:
-      // The Eppler input writer is not written yet; say so rather than
-      // leave an empty file behind.
-      ui.ShowMessage(GetResString(103, ui.Language()), ErrorTitle(ui.Language()), MessageIcon::Information);
-      return false;
-    case OutputFormat::Unknown:
-      break;
+  const FileFormat* format = FormatToWrite(fileName);
+  if (format != nullptr && format->write != nullptr) {
+    ShowDiagnostics(format->write(airfoil, fileName), ui);
+    return true;
+  }
+  // A format whose writer is not written yet says so rather than leave an
+  // empty file behind.
+  if (format != nullptr && format->notWrittenText != 0) {
+    ui.ShowMessage(GetResString(format->notWrittenText, ui.Language()), ErrorTitle(ui.Language()),
+                   MessageIcon::Information);
+    return false;
   }
   ui.ShowMessage(GetResString(73, ui.Language()) + "\r\n'" + fileName + "'", ErrorTitle(ui.Language()),
                  MessageIcon::Critical);
@@ -57,16 +47,6 @@ bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterf
 }
 
 }  // namespace
-
-OutputFormat OutputFormatOf(std::string_view fileName) {
-  const std::string extension = UpperExtension(fileName);
-  if (extension == ".PEF") return OutputFormat::Pef;
-  if (extension == ".POL") return OutputFormat::Xfoil;
-  if (extension == ".EPP") return OutputFormat::Eppler;
-  if (extension == ".XML") return OutputFormat::Xml;
-  if (extension == ".CSV") return OutputFormat::Csv;
-  return OutputFormat::Unknown;
-}
 
 void ImportInto(Airfoil& current, const Airfoil& imported) {
   if (current.ConfigCount() == 0) current.Name = imported.Name;
@@ -90,7 +70,7 @@ void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, 
 
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
   const int language = ui.Language();
-  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(171, language),
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(kExportFilterText, language),
                             true};
   const std::string fileName = ui.ChooseFile(request);
   if (fileName.empty()) return false;

@@ -13,15 +13,6 @@
 
 namespace tavilo {
 
-enum class OutputFormat { Pef, Xfoil, Eppler, Xml, Csv, Unknown };
-
-// Every name a reader takes, as the Import dialog's first filter.
-inline constexpr const char* kAllPolarFilesPattern = "*.xml;*.pef;*.pol;polar.*;*.drg;*.mwk;*.txt;*.csv";
-
-// The writer for `fileName` by its last four characters in upper case:
-// ".PEF", ".POL", ".EPP", ".XML", ".CSV".
-OutputFormat OutputFormatOf(std::string_view fileName);
-
 // Adds every set of `imported` to `current` (shared, not copied); `current`
 // takes the imported name only when it had no set.
 void ImportInto(Airfoil& current, const Airfoil& imported);
@@ -30,7 +21,7 @@ void ImportInto(Airfoil& current, const Airfoil& imported);
 std::vector<std::string> ChooseImportFiles(UserInterface& ui);
 
 // Writes the selected polars of `airfoil` to `fileName` in the format its
-// extension names; what the writer warns of is shown (ShowDiagnostics). An
+// extension names (FormatToWrite); what the writer warns of is shown (ShowDiagnostics). An
 // unknown extension shows "Unknown File Format!", a line break and the name
 // in single quotes, and writes nothing. Returns whether a file was written;
 // raises FileAccessError when it cannot be.

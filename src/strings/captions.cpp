@@ -1,6 +1,8 @@
 #include "strings/captions.h"
 
+#include <iterator>
 #include <string>
+#include <vector>
 
 #include "formats/number_text.h"
 #include "strings/product.h"
@@ -98,27 +100,18 @@ std::span<const Caption> OptionsCaptions() { return kOptions; }
 std::span<const Caption> ApproxCaptions() { return kApprox; }
 std::span<const Caption> PolarPropsCaptions() { return kPolarProps; }
 
-std::string AboutText(int language) {
+std::string AboutText(int language, std::span<const int> readLines, std::span<const int> writtenLines) {
   const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_PATCH, "0");
   // Extension and description are separated by a tab so the descriptions
-  // line up. The formats are those read and written today: no Eppler input.
-  const std::string lines[] = {
-      "Version " + version,
-      GetResString(69, language),
-      GetResString(70, language),
-      GetResString(172, language),
-      GetResString(173, language),
-      GetResString(174, language),
-      GetResString(175, language),
-      GetResString(176, language),
-      GetResString(71, language),
-      GetResString(78, language),
-      GetResString(172, language),
-      GetResString(173, language),
-      GetResString(177, language),
-      GetResString(178, language),
+  // line up.
+  std::vector<std::string> lines = {"Version " + version, GetResString(69, language), GetResString(70, language)};
+  for (int id : readLines) lines.push_back(GetResString(id, language));
+  lines.push_back(GetResString(71, language));
+  lines.push_back(GetResString(78, language));
+  for (int id : writtenLines) lines.push_back(GetResString(id, language));
+  const std::string graphs[] = {
       GetResString(79, language),
       "   Lift Coefficient vs. Drag Coefficient",
       "   Lift Coefficient vs. Angle of Attack",
@@ -129,6 +122,7 @@ std::string AboutText(int language) {
       "   the Tavilo authors and everyone who sent polar files and bug reports",
       std::string(kCopyrightNotice),
   };
+  lines.insert(lines.end(), std::begin(graphs), std::end(graphs));
   std::string text;
   for (const std::string& line : lines) {
     if (!text.empty()) text += "\r\n";

@@ -34,7 +34,9 @@ std::span<const Caption> PolarPropsCaptions();     // frmPolarProps (no title)
 inline constexpr std::string_view kEnglishMenuCaption = "English";
 inline constexpr std::string_view kGermanMenuCaption = "Deutsch";
 
-// The About text in `language`, lines joined by CR LF.
-std::string AboutText(int language);
+// The About text in `language`, lines joined by CR LF, with the string
+// table's lines `readLines` of the formats read and `writtenLines` of those
+// written (the format table's, fileio/formats_table.h).
+std::string AboutText(int language, std::span<const int> readLines, std::span<const int> writtenLines);
 
 }  // namespace tavilo

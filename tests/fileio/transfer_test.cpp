@@ -49,21 +49,6 @@ AirfoilPtr Sample(const std::string& name, double re = 200000) {
   return airfoil;
 }
 
-TEST(LoadByName, TheNameAloneChoosesTheReader) {
-  const std::pair<const char*, InputFormat> cases[] = {
-      {"/data/polar.dat", InputFormat::Xfoil},    // MSES: "polar." anywhere
-      {"/data/Polar.dat", InputFormat::Unknown},  // that search is case-sensitive
-      {"/polar.d/wing.xml", InputFormat::Xfoil},  // comes first, directories included
-      {"FOIL.POL", InputFormat::Xfoil},           // extensions compare in lower case
-      {"foil.pol.bak", InputFormat::Unknown},     {"wing.PEF", InputFormat::Pef},
-      {"wing.Xml", InputFormat::Xml},             {"e387.drg", InputFormat::Drag},
-      {"model.mwk", InputFormat::Table},          {"eppler.txt", InputFormat::Table},
-      {"sheet.CSV", InputFormat::Table},          {"polar.csv", InputFormat::Xfoil},
-      {"pef", InputFormat::Unknown},
-  };
-  for (const auto& [name, format] : cases) EXPECT_EQ(InputFormatOf(name), format) << name;
-}
-
 TEST(LoadFile, ShowsProgressThroughTheUserInterface) {
   TempDir dir;
   const std::string path = dir.File("clark.xml");

@@ -112,21 +112,5 @@ TEST(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
   }
 }
 
-TEST(StringTable, AboutTextListsFormatsAndGraphsInTheCurrentLanguage) {
-  std::string english = AboutText(kEnglish);
-  EXPECT_EQ(english.rfind("Version ", 0), 0u);
-  EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n"), std::string::npos);
-  EXPECT_NE(english.find("   .TXT, .MWK, .CSV\tpolar table in columns"), std::string::npos);
-  EXPECT_NE(english.find("...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
-                         "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\n"),
-            std::string::npos);
-  EXPECT_EQ(english.find(".EPP"), std::string::npos) << "no Eppler input writer yet";
-  EXPECT_NE(english.find("the Tavilo authors"), std::string::npos);
-  std::string german = AboutText(kGerman);
-  EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"), std::string::npos);
-  EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
-      << "the fixed lines stay English";
-}
-
 }  // namespace
 }  // namespace tavilo
