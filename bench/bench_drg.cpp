@@ -4,7 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "formats/drg.h"
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 
 #include "../tests/formats/pef_reference_scan.h"
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "formats/pef.h"
 #include "model/airfoil.h"
 

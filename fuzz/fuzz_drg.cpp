@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "formats/drg.h"
-#include "model/errors.h"
+#include "base/errors.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;

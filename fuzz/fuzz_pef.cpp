@@ -10,7 +10,7 @@
 #include "../tests/formats/pef_reference_scan.h"
 #include "formats/pef.h"
 #include "formats/pef_index.h"
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace {
 

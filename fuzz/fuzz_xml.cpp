@@ -5,7 +5,7 @@
 #include <string>
 
 #include "formats/xml.h"
-#include "model/errors.h"
+#include "base/errors.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tavilo::Airfoil airfoil;

@@ -10,7 +10,7 @@
 #include <charconv>
 
 #include "caption_apply.h"
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "qt_user_interface.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"

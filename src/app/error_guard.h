@@ -6,7 +6,7 @@
 #include <new>
 #include <string>
 
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 #include "ui/user_interface.h"
 

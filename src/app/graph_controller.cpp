@@ -6,7 +6,7 @@
 
 #include "document_controller.h"
 #include "graph_widget.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "plotqt/render.h"
 #include "qt_user_interface.h"
 #include "strings/string_table.h"

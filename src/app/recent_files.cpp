@@ -5,7 +5,7 @@
 #include <QFileInfo>
 #include <QMenu>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "qt_user_interface.h"
 #include "strings/string_table.h"
 

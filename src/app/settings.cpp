@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "formats/number_text.h"
-#include "model/errors.h"
+#include "base/number_text.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "strings/string_table.h"
 #include "tools/approx_fit.h"
 

@@ -3,7 +3,7 @@
 #include <filesystem>
 #include <unordered_set>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "strings/string_table.h"
 #include "tree/structure_tree.h"
 

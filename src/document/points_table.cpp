@@ -4,7 +4,7 @@
 #include <charconv>
 #include <cmath>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "formats/table_fields.h"
 #include "strings/string_table.h"
 

@@ -10,7 +10,7 @@
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
 #include "formats/pef.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

@@ -8,10 +8,10 @@
 #include "fileio/file_names.h"
 #include "fileio/formats_table.h"
 #include "fileio/load.h"
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

@@ -5,7 +5,7 @@
 
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 

@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <vector>
 
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

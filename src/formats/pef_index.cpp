@@ -5,8 +5,8 @@
 
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
-#include "formats/number_text.h"
-#include "model/errors.h"
+#include "base/number_text.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

@@ -3,11 +3,11 @@
 #include <cmath>
 
 #include "formats/file_text.h"
-#include "formats/fixed_number.h"
+#include "base/fixed_number.h"
 #include "formats/line_reader.h"
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "formats/text_output.h"
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

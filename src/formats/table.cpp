@@ -7,7 +7,7 @@
 #include "formats/line_reader.h"
 #include "formats/pol.h"
 #include "formats/table_fields.h"
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "plot/steps.h"
 #include "plot/zoom.h"
 #include "strings/string_table.h"

@@ -3,7 +3,7 @@
 #include <cmath>
 #include <limits>
 
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

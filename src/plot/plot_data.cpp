@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "formats/number_text.h"
-#include "model/errors.h"
+#include "base/number_text.h"
+#include "base/errors.h"
 #include "plot/frames.h"
 #include "plot/symbol.h"
 

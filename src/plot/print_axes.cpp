@@ -3,7 +3,7 @@
 #include <cmath>
 #include <string>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "plot/frames.h"
 #include "plot/ranges.h"
 #include "plot/steps.h"

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "plot/frames.h"
 #include "plot/plot_data.h"
 #include "plot/print_axes.h"

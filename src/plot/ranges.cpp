@@ -1,6 +1,6 @@
 #include "plot/ranges.h"
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

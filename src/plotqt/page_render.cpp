@@ -8,7 +8,7 @@
 #include <QPdfWriter>
 
 #include "formats/file_text.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "plotqt/qt_surface.h"
 #include "plotqt/render.h"
 

@@ -15,8 +15,8 @@
 #include <functional>
 
 #include "formats/file_text.h"
-#include "formats/number_text.h"
-#include "model/errors.h"
+#include "base/number_text.h"
+#include "base/errors.h"
 #include "plot/plot_data.h"
 #include "plot/ranges.h"
 #include "plotqt/qt_surface.h"

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "strings/product.h"
 #include "strings/string_table.h"
 

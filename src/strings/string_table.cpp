@@ -4,7 +4,7 @@
 #include <limits>
 #include <new>
 
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "tools/least_squares.h"
 
 namespace tavilo {

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "model/errors.h"
+#include "base/errors.h"
 #include "model/polar.h"
 #include "tools/approximation.h"
 

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <vector>
 
-#include "formats/number_text.h"
-#include "model/errors.h"
+#include "base/number_text.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

@@ -1,6 +1,6 @@
 #include "tree/structure_tree.h"
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

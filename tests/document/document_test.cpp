@@ -10,7 +10,7 @@
 
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "support/content_text.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"

@@ -15,7 +15,7 @@
 #include "fileio/load.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "model/airfoil.h"
 
 namespace tavilo::testing {

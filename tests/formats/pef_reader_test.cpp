@@ -1,10 +1,10 @@
 // The PEF reader on the model, its round trips, and the LF-only rewrite.
 #include <gtest/gtest.h>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/product.h"
 #include "support/model_builders.h"
 #include "fileio/load.h"

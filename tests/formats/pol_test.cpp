@@ -4,7 +4,7 @@
 
 #include "formats/expected_table.h"
 #include "formats/file_text.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "support/model_builders.h"
 #include "support/temp_dir.h"
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "formats/file_text.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/string_table.h"
 #include "support/model_builders.h"
 #include "fileio/load.h"

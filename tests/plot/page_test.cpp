@@ -6,7 +6,7 @@
 #include <cmath>
 #include <limits>
 
-#include "model/errors.h"
+#include "base/errors.h"
 #include "plot/frames.h"
 #include "plot/print_axes.h"
 #include "support/recording_surface.h"

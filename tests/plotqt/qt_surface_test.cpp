@@ -7,7 +7,7 @@
 #include <QImage>
 #include <cmath>
 
-#include "model/errors.h"
+#include "base/errors.h"
 #include "plot/frames.h"
 #include "plot/symbol.h"
 

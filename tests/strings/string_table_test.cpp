@@ -8,7 +8,7 @@
 
 #include "formats/file_text.h"
 #include "formats/pef_index.h"
-#include "model/errors.h"
+#include "base/errors.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
 #include "support/temp_dir.h"

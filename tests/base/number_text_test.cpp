@@ -6,8 +6,8 @@
 #include <random>
 #include <string>
 
-#include "formats/number_text.h"
-#include "model/errors.h"
+#include "base/number_text.h"
+#include "base/errors.h"
 
 namespace tavilo {
 namespace {

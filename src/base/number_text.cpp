@@ -1,4 +1,4 @@
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 #include <algorithm>
 #include <array>
@@ -6,7 +6,7 @@
 #include <cmath>
 #include <system_error>
 
-#include "model/errors.h"
+#include "base/errors.h"
 
 namespace tavilo {
 

@@ -1,6 +1,6 @@
 // The fast fixed-pattern formatter must give FormatNumber's text exactly,
 // also next to the halves where the two rounding ways could part.
-#include "formats/fixed_number.h"
+#include "base/fixed_number.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <limits>
 #include <random>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 namespace {

@@ -1,10 +1,10 @@
-#include "formats/fixed_number.h"
+#include "base/fixed_number.h"
 
 #include <charconv>
 #include <cmath>
 #include <cstdint>
 
-#include "formats/number_text.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 
