@@ -157,9 +157,8 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   const QRectF area(0, 0, 1600, 1000);
   const PlotRequest request;
   RenderContext context;  // the window's, kept from redraw to redraw
-  const std::array<GraphImage, 5> graphs = {GraphImage{&images[0], area.size()}, {&images[1], area.size()},
-                                             {&images[2], area.size()}, {&images[3], area.size()},
-                                             {&images[4], area.size()}};
+  GraphImages graphs;
+  for (Graph g : kGraphs) graphs[g] = {&images[static_cast<int>(g)], area.size()};
   const QFont font = QGuiApplication::font();
   for (auto _ : state) PlotDataOnImages(airfoil.get(), request, graphs, font, context);
   if (polars > 0)
@@ -185,12 +184,14 @@ void BM_ZoomedRedraw(benchmark::State& state) {
   image.fill(Qt::white);  // in memory, as above
   PlotRequest request;
   request.axisNumbers = true;
-  request.views.clCd = ZoomAbout(request.views.clCd, request.views.clCd, 0.008, 0.6, 0.8);
+  request.views[Graph::ClCd] = ZoomAbout(request.views[Graph::ClCd], request.views[Graph::ClCd], 0.008, 0.6, 0.8);
   RenderContext context;
   for (auto _ : state) {
     QPainter painter(&image);
     QtSurface surface(painter, QRectF(0, 0, 900, 500), context);
-    PlotData(airfoil.get(), request, {&surface, nullptr, nullptr, nullptr, nullptr});
+    GraphSurfaces surfaces;
+    surfaces[Graph::ClCd] = &surface;
+    PlotData(airfoil.get(), request, surfaces);
   }
 }
 BENCHMARK(BM_ZoomedRedraw)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);

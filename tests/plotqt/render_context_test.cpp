@@ -75,8 +75,8 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
         EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, {&a, &b, &c, &d, &e}), !wild);
       }
       RenderContext context;
-      std::array<GraphImage, 5> graphs;
-      for (int g = 0; g < 5; ++g) graphs[g] = {&atOnce[g], size};
+      GraphImages graphs;
+      for (Graph g : kGraphs) graphs[g] = {&atOnce[static_cast<int>(g)], size};
       PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
       for (int g = 0; g < 5; ++g) EXPECT_EQ(atOnce[g], inTurn[g]) << "graph " << g << ", wild " << wild << ", ratio " << ratio;
     }
