@@ -137,7 +137,7 @@ void EnsureApplication() {
   (void)app;
 }
 
-// The window's redraw: all five graphs of `polars` polars of 200 points onto
+// The window's redraw: all graphs of `polars` polars of 200 points onto
 // 1600 x 1000 images, at once on as many threads as there are cores. With no polars it shows what clearing and the frames cost alone; the
 // second argument is the screen's pixel ratio (2 on a dense screen, where the
 // images have four times the pixels).
@@ -145,7 +145,7 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   EnsureApplication();
   const int polars = int(state.range(0)), ratio = int(state.range(1));
   AirfoilPtr airfoil = MakeAirfoil(polars, 200);
-  QImage images[5];
+  PerGraph<QImage> images;
   for (QImage& image : images) {
     image = QImage(1600 * ratio, 1000 * ratio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
@@ -158,7 +158,7 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   const PlotRequest request;
   RenderContext context;  // the window's, kept from redraw to redraw
   GraphImages graphs;
-  for (Graph g : kGraphs) graphs[g] = {&images[static_cast<int>(g)], area.size()};
+  for (Graph g : kGraphs) graphs[g] = {&images[g], area.size()};
   const QFont font = QGuiApplication::font();
   for (auto _ : state) PlotDataOnImages(airfoil.get(), request, graphs, font, context);
   if (polars > 0)
