@@ -184,7 +184,8 @@ void BM_ZoomedRedraw(benchmark::State& state) {
   image.fill(Qt::white);  // in memory, as above
   PlotRequest request;
   request.axisNumbers = true;
-  request.views[Graph::ClCd] = ZoomAbout(request.views[Graph::ClCd], request.views[Graph::ClCd], 0.008, 0.6, 0.8);
+  GraphView& clCd = request.views[Graph::ClCd];
+  clCd = ZoomAbout(clCd, clCd, 0.008, 0.6, 0.8);
   RenderContext context;
   for (auto _ : state) {
     QPainter painter(&image);

@@ -131,7 +131,8 @@ void GraphController::SaveGraphs() {
   if (path.empty()) return;
   std::string error;
   ui_.SetBusy(true);
-  const bool written = RenderPlotsToFile(document_.Current(), path, Request(), widgets_[Graph::ClCd]->devicePixelRatioF(), &error);
+  const bool written = RenderPlotsToFile(document_.Current(), path, Request(),
+                                         widgets_[Graph::ClCd]->devicePixelRatioF(), &error);
   ui_.SetBusy(false);
   if (!written) ShowWriteError(path, error);
 }

@@ -42,7 +42,9 @@ namespace tavilo {
 
 namespace {
 
-QString Latin1(std::string_view text) { return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())); }
+QString Latin1(std::string_view text) {
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 // The approximation's curve: an orange that no polar takes, since polars
 // draw in the classic palette.
@@ -301,7 +303,8 @@ void PEFForm::LayoutWindow() {
   layout_ = LayoutMainWindow(current, metrics);
 
   tabStrip_->setGeometry(layout_.tabStrip);
-  for (Graph g : kGraphs) graphs_[g]->setGeometry(OnTab(g) ? layout_.smallPicture : layout_.clCdPicture);
+  for (Graph g : kGraphs)
+    graphs_[g]->setGeometry(OnTab(g) ? layout_.smallPicture : layout_.clCdPicture);
   tree_->setGeometry(layout_.treeView);
   QWidget* column[7] = {rangeLabels_[0], rangeLists_[0], rangeLists_[1], rangeLabels_[1],
                         rangeLists_[2], rangeLabels_[2], rangeLists_[3]};

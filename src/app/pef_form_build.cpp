@@ -220,7 +220,8 @@ void PEFForm::BuildGraphs(QWidget* client) {
   tabStrip_->setObjectName("theTabStrip");
   for (Graph g : kGraphs) {
     const std::string_view name = Describe(g).picture;
-    graphs_[g] = new GraphWidget(QString::fromLatin1(name.data(), static_cast<qsizetype>(name.size())), client);
+    const QString objectName = QString::fromLatin1(name.data(), qsizetype(name.size()));
+    graphs_[g] = new GraphWidget(objectName, client);
   }
   for (Graph g : kGraphs) {
     readouts_[g] = NewLabel(client, std::string(Describe(g).readoutLabel).c_str());

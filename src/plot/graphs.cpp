@@ -7,20 +7,29 @@ namespace tavilo {
 
 namespace {
 
-using P = PolarPoint;
-using Q = AxisQuantity;
-
+// The names and captions are those the window and the pictures have
+// always shown.
 constexpr std::array<GraphDescription, kGraphCount> kDescriptions = {{
-    {Graph::ClCd, "ClCdPicture", "CdClValue", CdClValue, "Cl-Cd", "", DrawClCdFrame, Q::Cd, Q::Cl, &P::Cd, &P::Cl,
-     nullptr, true},
-    {Graph::ClAlfa, "ClAlfaPicture", "ClAlfaValue", ClAlfaValue, "Cl-Alfa", "CLALFA", DrawClAlfaFrame, Q::Alfa, Q::Cl,
-     &P::Alfa, &P::Cl, nullptr, true},
-    {Graph::CmAlfa, "CmAlfaPicture", "CmAlfaValue", CmAlfaValue, "Cm-Alfa", "CMALFA", DrawCmAlfaFrame, Q::Alfa, Q::Cm,
-     &P::Alfa, &P::Cm, &P::Cm, true},
-    {Graph::Blu, "BLUPicture", "TUxcValue", TUxcValue, "TU-x/c", "TUXC", DrawTransitionFrame, Q::Xc, Q::Cl, &P::TU,
-     &P::Cl, &P::TU, false},
-    {Graph::Bll, "BLLPicture", "TLxcValue", TLxcValue, "TL-x/c", "TLXC", DrawTransitionFrame, Q::Xc, Q::Cl, &P::TL,
-     &P::Cl, &P::TL, false},
+    {.graph = Graph::ClCd, .picture = "ClCdPicture", .readoutLabel = "CdClValue",
+     .readout = CdClValue, .title = "Cl-Cd", .tabKey = "", .frame = DrawClCdFrame,
+     .x = AxisQuantity::Cd, .y = AxisQuantity::Cl, .markers = true,
+     .pointX = &PolarPoint::Cd, .pointY = &PolarPoint::Cl, .missing = nullptr},
+    {.graph = Graph::ClAlfa, .picture = "ClAlfaPicture", .readoutLabel = "ClAlfaValue",
+     .readout = ClAlfaValue, .title = "Cl-Alfa", .tabKey = "CLALFA", .frame = DrawClAlfaFrame,
+     .x = AxisQuantity::Alfa, .y = AxisQuantity::Cl, .markers = true,
+     .pointX = &PolarPoint::Alfa, .pointY = &PolarPoint::Cl, .missing = nullptr},
+    {.graph = Graph::CmAlfa, .picture = "CmAlfaPicture", .readoutLabel = "CmAlfaValue",
+     .readout = CmAlfaValue, .title = "Cm-Alfa", .tabKey = "CMALFA", .frame = DrawCmAlfaFrame,
+     .x = AxisQuantity::Alfa, .y = AxisQuantity::Cm, .markers = true,
+     .pointX = &PolarPoint::Alfa, .pointY = &PolarPoint::Cm, .missing = &PolarPoint::Cm},
+    {.graph = Graph::Blu, .picture = "BLUPicture", .readoutLabel = "TUxcValue",
+     .readout = TUxcValue, .title = "TU-x/c", .tabKey = "TUXC", .frame = DrawTransitionFrame,
+     .x = AxisQuantity::Xc, .y = AxisQuantity::Cl, .markers = false,
+     .pointX = &PolarPoint::TU, .pointY = &PolarPoint::Cl, .missing = &PolarPoint::TU},
+    {.graph = Graph::Bll, .picture = "BLLPicture", .readoutLabel = "TLxcValue",
+     .readout = TLxcValue, .title = "TL-x/c", .tabKey = "TLXC", .frame = DrawTransitionFrame,
+     .x = AxisQuantity::Xc, .y = AxisQuantity::Cl, .markers = false,
+     .pointX = &PolarPoint::TL, .pointY = &PolarPoint::Cl, .missing = &PolarPoint::TL},
 }};
 
 constexpr bool RowsInOrder() {
@@ -32,6 +41,8 @@ static_assert(RowsInOrder(), "one row per graph, in the order of kGraphs");
 
 }  // namespace
 
-const GraphDescription& Describe(Graph graph) { return kDescriptions[static_cast<std::size_t>(graph)]; }
+const GraphDescription& Describe(Graph graph) {
+  return kDescriptions[static_cast<std::size_t>(graph)];
+}
 
 }  // namespace tavilo

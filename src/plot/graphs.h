@@ -20,7 +20,8 @@ struct GraphView;
 
 // In the order in which the window creates them and the pictures draw them.
 enum class Graph { ClCd, ClAlfa, CmAlfa, Blu, Bll };
-inline constexpr std::array kGraphs = {Graph::ClCd, Graph::ClAlfa, Graph::CmAlfa, Graph::Blu, Graph::Bll};
+inline constexpr std::array kGraphs = {Graph::ClCd, Graph::ClAlfa, Graph::CmAlfa, Graph::Blu,
+                                       Graph::Bll};
 inline constexpr int kGraphCount = static_cast<int>(kGraphs.size());
 
 // One T per graph.
@@ -52,13 +53,13 @@ struct GraphDescription {
   // Clears the graph and draws its grid and axes in `view`.
   void (*frame)(DrawingSurface& surface, const GraphView& view);
   AxisQuantity x, y;
+  bool markers;  // a marker on every point of a polar
   // The values of a polar point that the curve joins.
   double PolarPoint::*pointX;
   double PolarPoint::*pointY;
   // The value whose absence (at or below kMissingBelow) leaves a point out
   // of the curve; null where a point is always drawn.
   double PolarPoint::*missing;
-  bool markers;  // a marker on every point of a polar
 };
 
 const GraphDescription& Describe(Graph graph);

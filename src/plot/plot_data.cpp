@@ -127,7 +127,9 @@ void DrawPolarSeries(const GraphSurfaces& s, std::span<const PolarPoint> points,
       if (!s[graph] || d.markers != withMarkers) continue;
       auto x = [&d](const PolarPoint& p) { return p.*d.pointX; };
       auto y = [&d](const PolarPoint& p) { return p.*d.pointY; };
-      auto missing = [&d](const PolarPoint& p) { return d.missing && p.*d.missing <= kMissingBelow; };
+      auto missing = [&d](const PolarPoint& p) {
+        return d.missing && p.*d.missing <= kMissingBelow;
+      };
       DrawCurve(*s[graph], points, x, y, missing);
       if (withMarkers && symbol) DrawMarkers(*s[graph], points, symbol, x, y, missing);
     }
@@ -166,7 +168,8 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
     ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
       if (cut && ordinal > reached) return;
       clCd->SetForeColor(PolarColor(ordinal, request.readableColors));
-      DrawLegendEntry(*clCd, request.views[Graph::ClCd], cell, set, index, polar, PolarSymbolIndex(ordinal));
+      DrawLegendEntry(*clCd, request.views[Graph::ClCd], cell, set, index, polar,
+                      PolarSymbolIndex(ordinal));
     });
   }
   if (cut) std::rethrow_exception(cut);

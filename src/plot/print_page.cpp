@@ -59,12 +59,16 @@ std::vector<double> DragLabelSteps(double cdMax) {
 
 AxisPlan PlanOf(AxisQuantity quantity, const PlotRanges& r) {
   switch (quantity) {
-    case AxisQuantity::Cd: return {CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
-    case AxisQuantity::Cl: return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
+    case AxisQuantity::Cd:
+      return {CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
+    case AxisQuantity::Cl:
+      return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
     case AxisQuantity::Alfa:
-      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, AlfaAxis};
+      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90},
+              AlfaAxis};
     // A moment label step below 0.1 stands for the axis's own two loops.
-    case AxisQuantity::Cm: return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
+    case AxisQuantity::Cm:
+      return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
     case AxisQuantity::Xc: return {XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
   }
   return PlanOf(AxisQuantity::Xc, r);
@@ -355,7 +359,8 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
   }}};
   for (Graph g : kGraphs) result.graphs[g] = PlaceGraph(page, layout.plans[g], boxes[g]);
   if (request.options.legend)
-    result.legend = LayOutLegend(page, request, result.graphs[Graph::ClCd], static_cast<int>(layout.entries.size()));
+    result.legend = LayOutLegend(page, request, result.graphs[Graph::ClCd],
+                                 static_cast<int>(layout.entries.size()));
   return layout;
 }
 

@@ -24,7 +24,8 @@ Span DefaultSpan(AxisQuantity quantity, const PlotRanges& ranges) {
 PlotViews DefaultViews(const PlotRanges& ranges) {
   PlotViews views;
   for (Graph graph : kGraphs) {
-    const Span x = DefaultSpan(Describe(graph).x, ranges), y = DefaultSpan(Describe(graph).y, ranges);
+    const Span x = DefaultSpan(Describe(graph).x, ranges);
+    const Span y = DefaultSpan(Describe(graph).y, ranges);
     views[graph] = {x.low, y.high, x.high, y.low};
   }
   return views;

@@ -100,7 +100,8 @@ void DrawBoxChrome(QPainter& painter, const GraphBox& box, const QFont& captionF
   painter.setPen(kCaption);
   QFontMetricsF metrics(captionFont, painter.device());
   painter.drawText(QPointF(box.rect.left(), box.rect.top() - 8 - metrics.descent()),
-                   QString::fromUtf8(box.caption.data(), static_cast<qsizetype>(box.caption.size())));
+                   QString::fromUtf8(box.caption.data(),
+                                     static_cast<qsizetype>(box.caption.size())));
   painter.restore();
   DrawMarginScales(painter, box);
 }
@@ -267,8 +268,8 @@ bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const Pl
                       [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, request.language, error);
 }
 
-bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, Graph graph,
-                       const QSizeF& size, double pixelRatio, std::string* error) {
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
+                       Graph graph, const QSizeF& size, double pixelRatio, std::string* error) {
   return WritePicture(path, size, pixelRatio, QString::fromStdString(airfoil.Name),
                       [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, request.language,
                       error);

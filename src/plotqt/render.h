@@ -24,8 +24,8 @@ bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int lang
 bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
                        double pixelRatio, std::string* error);
 // One graph alone, as the window shows it at `size`.
-bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, Graph graph,
-                       const QSizeF& size, double pixelRatio, std::string* error);
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
+                       Graph graph, const QSizeF& size, double pixelRatio, std::string* error);
 
 // Text needs a QGuiApplication; a converter run from a terminal has none,
 // so one is made off screen and lives until the process ends. False with a
