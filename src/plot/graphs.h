@@ -3,7 +3,8 @@
 // read-out, tab and title. Everything that holds one thing per graph (views,
 // surfaces, widgets, read-out labels, pictures) is a PerGraph indexed by
 // Graph, and loops over kGraphs, so that a further graph is one more
-// enumerator and one more row of the description.
+// enumerator and one more row of the description, plus its place in the
+// picture of all graphs and on the printed page.
 
 #include <array>
 #include <cstddef>
