@@ -137,7 +137,7 @@ void EnsureApplication() {
   (void)app;
 }
 
-// The window's redraw: all five graphs of `polars` polars of 200 points onto
+// The window's redraw: all graphs of `polars` polars of 200 points onto
 // 1600 x 1000 images, at once on as many threads as there are cores. With no polars it shows what clearing and the frames cost alone; the
 // second argument is the screen's pixel ratio (2 on a dense screen, where the
 // images have four times the pixels).
@@ -145,7 +145,7 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   EnsureApplication();
   const int polars = int(state.range(0)), ratio = int(state.range(1));
   AirfoilPtr airfoil = MakeAirfoil(polars, 200);
-  QImage images[5];
+  PerGraph<QImage> images;
   for (QImage& image : images) {
     image = QImage(1600 * ratio, 1000 * ratio, QImage::Format_ARGB32_Premultiplied);
     image.setDevicePixelRatio(ratio);
@@ -157,9 +157,8 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   const QRectF area(0, 0, 1600, 1000);
   const PlotRequest request;
   RenderContext context;  // the window's, kept from redraw to redraw
-  const std::array<GraphImage, 5> graphs = {GraphImage{&images[0], area.size()}, {&images[1], area.size()},
-                                             {&images[2], area.size()}, {&images[3], area.size()},
-                                             {&images[4], area.size()}};
+  GraphImages graphs;
+  for (Graph g : kGraphs) graphs[g] = {&images[g], area.size()};
   const QFont font = QGuiApplication::font();
   for (auto _ : state) PlotDataOnImages(airfoil.get(), request, graphs, font, context);
   if (polars > 0)
@@ -185,12 +184,15 @@ void BM_ZoomedRedraw(benchmark::State& state) {
   image.fill(Qt::white);  // in memory, as above
   PlotRequest request;
   request.axisNumbers = true;
-  request.views.clCd = ZoomAbout(request.views.clCd, request.views.clCd, 0.008, 0.6, 0.8);
+  GraphView& clCd = request.views[Graph::ClCd];
+  clCd = ZoomAbout(clCd, clCd, 0.008, 0.6, 0.8);
   RenderContext context;
   for (auto _ : state) {
     QPainter painter(&image);
     QtSurface surface(painter, QRectF(0, 0, 900, 500), context);
-    PlotData(airfoil.get(), request, {&surface, nullptr, nullptr, nullptr, nullptr});
+    GraphSurfaces surfaces;
+    surfaces[Graph::ClCd] = &surface;
+    PlotData(airfoil.get(), request, surfaces);
   }
 }
 BENCHMARK(BM_ZoomedRedraw)->Arg(1)->Arg(2)->Unit(benchmark::kMillisecond);

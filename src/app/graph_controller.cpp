@@ -27,12 +27,12 @@ constexpr int kPictureErrorText = 198;
 GraphController::GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
                                  RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent)
     : QObject(parent),
-      widgets_{graphs.clCd, graphs.clAlfa, graphs.cmAlfa, graphs.blu, graphs.bll},
+      widgets_(graphs),
       document_(document),
       ui_(ui),
       context_(context),
       ranges_(std::move(ranges)) {
-  for (int g = 0; g < 5; ++g) {
+  for (Graph g : kGraphs) {
     GraphWidget* widget = widgets_[g];
     widget->SetViewRequest([this, g](const std::optional<GraphView>& view) {
       zoom_[g] = view;
@@ -59,7 +59,7 @@ void GraphController::SwitchLanguage(int language) {
 PlotRequest GraphController::Request() const {
   PlotRequest request;
   request.views = DefaultViews(ranges_());
-  for (int g = 0; g < 5; ++g)
+  for (Graph g : kGraphs)
     if (zoom_[g]) request.views[g] = *zoom_[g];
   if (!overlay_.empty()) request.overlays.push_back({overlay_, overlayColor_});
   request.language = ui_.Language();
@@ -68,11 +68,11 @@ PlotRequest GraphController::Request() const {
   return request;
 }
 
-void GraphController::Redraw(std::optional<int> graph) {
+void GraphController::Redraw(std::optional<Graph> graph) {
   try {
     GraphWidgets only;
     const PlotViews homes = DefaultViews(ranges_());
-    for (int g = 0; g < 5; ++g) {
+    for (Graph g : kGraphs) {
       widgets_[g]->SetHome(homes[g]);
       if (!graph || *graph == g) only[g] = widgets_[g];
     }
@@ -131,17 +131,18 @@ void GraphController::SaveGraphs() {
   if (path.empty()) return;
   std::string error;
   ui_.SetBusy(true);
-  const bool written = RenderPlotsToFile(document_.Current(), path, Request(), widgets_[0]->devicePixelRatioF(), &error);
+  const bool written = RenderPlotsToFile(document_.Current(), path, Request(),
+                                         widgets_[Graph::ClCd]->devicePixelRatioF(), &error);
   ui_.SetBusy(false);
   if (!written) ShowWriteError(path, error);
 }
 
 // The picture as the graph shows it, a tool's curve drawn over it included.
-void GraphController::CopyPicture(int graph) {
+void GraphController::CopyPicture(Graph graph) {
   QGuiApplication::clipboard()->setImage(widgets_[graph]->Canvas());
 }
 
-void GraphController::SavePicture(int graph) {
+void GraphController::SavePicture(Graph graph) {
   const std::string path = ChoosePictureFile(kSavePictureText);
   if (path.empty()) return;
   GraphWidget* widget = widgets_[graph];

@@ -1,11 +1,10 @@
 #pragma once
-// The five graphs as the user works with them: each graph's zoom, the View
+// The graphs as the user works with them: each graph's zoom, the View
 // switches (numbers on every axis, readable colours), a tool's curve kept
 // over the polars, and pictures of the graphs saved to a file or copied to
 // the clipboard.
 
 #include <QObject>
-#include <array>
 #include <functional>
 #include <optional>
 #include <vector>
@@ -31,8 +30,8 @@ class GraphController : public QObject {
   // What a redraw shows: the range lists' views with the zoomed graphs'
   // own, the overlay, the language and the View switches.
   PlotRequest Request() const;
-  // Redraws every graph; with `graph` (0..4) that one alone.
-  void Redraw(std::optional<int> graph = std::nullopt);
+  // Redraws every graph; with `graph` that one alone.
+  void Redraw(std::optional<Graph> graph = std::nullopt);
   // Every graph back to the range lists' scales, and redrawn.
   void ResetZoom();
   // The same for a caller that redraws next.
@@ -49,11 +48,11 @@ class GraphController : public QObject {
   void SetAxisNumbers(bool on);
   void SetReadableColors(bool on);
 
-  // File > Save Graphs As...: the five graphs as zoomed, PNG, SVG or PDF.
+  // File > Save Graphs As...: all graphs as zoomed, PNG, SVG or PDF.
   void SaveGraphs();
   // A graph's context menu: its picture to the clipboard or to a file.
-  void CopyPicture(int graph);
-  void SavePicture(int graph);
+  void CopyPicture(Graph graph);
+  void SavePicture(Graph graph);
   // The caption of the graphs' context menu entries.
   void SwitchLanguage(int language);
 
@@ -61,12 +60,12 @@ class GraphController : public QObject {
   std::string ChoosePictureFile(int captionId);
   void ShowWriteError(const std::string& path, const std::string& error);
 
-  std::array<GraphWidget*, 5> widgets_;
+  GraphWidgets widgets_;
   DocumentController& document_;
   QtUserInterface& ui_;
   RenderContext& context_;
   std::function<PlotRanges()> ranges_;
-  std::array<std::optional<GraphView>, 5> zoom_;
+  PerGraph<std::optional<GraphView>> zoom_;
   std::vector<PolarPoint> overlay_;
   Color overlayColor_;
   bool axisNumbers_ = true;

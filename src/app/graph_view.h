@@ -1,5 +1,5 @@
 #pragma once
-// Draws the current airfoil into the five on-screen graphs and wires their
+// Draws the current airfoil into the on-screen graphs and wires their
 // pointer read-outs.
 
 #include <array>
@@ -15,20 +15,9 @@ namespace tavilo {
 class GraphWidget;
 class RenderContext;
 
-struct GraphWidgets {
-  GraphWidget* clCd = nullptr;    // ClCdPicture
-  GraphWidget* clAlfa = nullptr;  // ClAlfaPicture
-  GraphWidget* cmAlfa = nullptr;  // CmAlfaPicture
-  GraphWidget* blu = nullptr;     // BLUPicture
-  GraphWidget* bll = nullptr;     // BLLPicture
-
-  // Graph 0 to 4, in the order above.
-  GraphWidget*& operator[](int graph) {
-    GraphWidget** all[] = {&clCd, &clAlfa, &cmAlfa, &blu, &bll};
-    return *all[graph];
-  }
-  GraphWidget* operator[](int graph) const { return const_cast<GraphWidgets&>(*this)[graph]; }
-};
+// The graphs' widgets, named as the graphs' description names them.
+using GraphWidgets = PerGraph<GraphWidget*>;
+using ReadoutLabels = PerGraph<QLabel*>;
 
 // The four range lists in the order the window builds them.
 inline constexpr std::array<RangeList, 4> kRangeLists = {kClMaxList, kClMinList, kCdMaxList, kAlfaMaxList};
@@ -41,8 +30,7 @@ inline constexpr std::array<RangeList, 4> kRangeLists = {kClMaxList, kClMinList,
 void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
                 RenderContext& context);
 
-// Gives each graph its read-out label: CdClValue, ClAlfaValue, CmAlfaValue,
-// TUxcValue, TLxcValue in the order of GraphWidgets.
-void ConnectReadouts(const GraphWidgets& graphs, const std::array<QLabel*, 5>& labels);
+// Gives each graph its read-out label and the graph's read-out text.
+void ConnectReadouts(const GraphWidgets& graphs, const ReadoutLabels& labels);
 
 }  // namespace tavilo

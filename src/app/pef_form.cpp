@@ -42,11 +42,9 @@ namespace tavilo {
 
 namespace {
 
-struct TabData {
-  const char* caption;
-  const char* key;
-};
-constexpr TabData kTabs[] = {{"Cl-Alfa", "CLALFA"}, {"Cm-Alfa", "CMALFA"}, {"TU-x/c", "TUXC"}, {"TL-x/c", "TLXC"}};
+QString Latin1(std::string_view text) {
+  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 // The approximation's curve: an orange that no polar takes, since polars
 // draw in the classic palette.
@@ -103,9 +101,10 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   SwitchLanguage();
 
   tabStrip_->clear();
-  for (const TabData& tab : kTabs) {
-    const int index = tabStrip_->addTab(new QWidget(tabStrip_), QString::fromLatin1(tab.caption));
-    tabStrip_->tabBar()->setTabData(index, QString::fromLatin1(tab.key));
+  for (Graph g : kGraphs) {
+    if (!OnTab(g)) continue;
+    const int index = tabStrip_->addTab(new QWidget(tabStrip_), Latin1(Describe(g).title));
+    tabStrip_->tabBar()->setTabData(index, Latin1(Describe(g).tabKey));
   }
   connect(tabStrip_, &QTabWidget::currentChanged, this, &PEFForm::ShowTab);
 
@@ -274,21 +273,21 @@ void PEFForm::ApplyViewSettings(bool axisNumbers, bool readableColors) {
 }
 
 void PEFForm::ShowTab(int index) {
-  GraphWidget* pictures[] = {graphs_.clAlfa, graphs_.cmAlfa, graphs_.blu, graphs_.bll};
   const QString key = tabStrip_->tabBar()->tabData(index).toString();
-  for (int i = 0; i < 4; ++i) {
-    const bool visible = key == QString::fromLatin1(kTabs[i].key);
-    pictures[i]->setVisible(visible);
-    readouts_[i + 1]->setVisible(visible);
-    if (visible) pictures[i]->raise();
+  for (Graph g : kGraphs) {
+    if (!OnTab(g)) continue;
+    const bool visible = key == Latin1(Describe(g).tabKey);
+    graphs_[g]->setVisible(visible);
+    readouts_[g]->setVisible(visible);
+    if (visible) graphs_[g]->raise();
   }
 }
 
 void PEFForm::LayoutWindow() {
   MainLayout current;
   current.tabStrip = tabStrip_->geometry();
-  current.clCdPicture = graphs_.clCd->geometry();
-  current.smallPicture = graphs_.bll->geometry();
+  current.clCdPicture = graphs_[Graph::ClCd]->geometry();
+  current.smallPicture = graphs_[Graph::Bll]->geometry();
   current.treeView = tree_->geometry();
   current.rangeLeft = rangeLabels_[0]->x();
   LayoutMetrics metrics;
@@ -300,10 +299,8 @@ void PEFForm::LayoutWindow() {
   layout_ = LayoutMainWindow(current, metrics);
 
   tabStrip_->setGeometry(layout_.tabStrip);
-  graphs_.clCd->setGeometry(layout_.clCdPicture);
-  for (GraphWidget* graph : {graphs_.clAlfa, graphs_.cmAlfa, graphs_.blu, graphs_.bll}) {
-    graph->setGeometry(layout_.smallPicture);
-  }
+  for (Graph g : kGraphs)
+    graphs_[g]->setGeometry(OnTab(g) ? layout_.smallPicture : layout_.clCdPicture);
   tree_->setGeometry(layout_.treeView);
   QWidget* column[7] = {rangeLabels_[0], rangeLists_[0], rangeLists_[1], rangeLabels_[1],
                         rangeLists_[2], rangeLabels_[2], rangeLists_[3]};
@@ -318,10 +315,14 @@ void PEFForm::PlaceReadouts() {
   // the strip.
   const int top = profilName_->y();
   const int height = profilName_->height();
-  const QRect big = graphs_.clCd->geometry();
+  const QRect big = graphs_[Graph::ClCd]->geometry();
   profilName_->setGeometry(profilName_->x(), top, std::max(Px(500), big.width() / 2), height);
-  readouts_[0]->setGeometry(big.left() + big.width() / 2, top, big.width() / 2, height);
-  for (int i = 1; i < 5; ++i) readouts_[i]->setGeometry(layout_.tabStrip.left(), top, layout_.tabStrip.width(), height);
+  for (Graph g : kGraphs) {
+    if (OnTab(g))
+      readouts_[g]->setGeometry(layout_.tabStrip.left(), top, layout_.tabStrip.width(), height);
+    else
+      readouts_[g]->setGeometry(big.left() + big.width() / 2, top, big.width() / 2, height);
+  }
 }
 
 bool PEFForm::eventFilter(QObject* watched, QEvent* event) {

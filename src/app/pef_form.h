@@ -151,7 +151,7 @@ class PEFForm : public QMainWindow {
   QTabWidget* tabStrip_ = nullptr;
   GraphWidgets graphs_;
   RenderContext renderContext_;  // of the graphs' redraws
-  std::array<QLabel*, 5> readouts_{};
+  ReadoutLabels readouts_;
   std::array<QComboBox*, 4> rangeLists_{};
   std::array<QLabel*, 3> rangeLabels_{};  // Label1, Label2, Label3
   MainLayout layout_;

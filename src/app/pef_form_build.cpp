@@ -218,17 +218,17 @@ void PEFForm::BuildGraphs(QWidget* client) {
 
   tabStrip_ = new QTabWidget(client);
   tabStrip_->setObjectName("theTabStrip");
-  graphs_.clCd = new GraphWidget("ClCdPicture", client);
-  graphs_.clAlfa = new GraphWidget("ClAlfaPicture", client);
-  graphs_.cmAlfa = new GraphWidget("CmAlfaPicture", client);
-  graphs_.blu = new GraphWidget("BLUPicture", client);
-  graphs_.bll = new GraphWidget("BLLPicture", client);
-  const char* readouts[] = {"CdClValue", "ClAlfaValue", "CmAlfaValue", "TUxcValue", "TLxcValue"};
-  for (int i = 0; i < 5; ++i) {
-    readouts_[i] = NewLabel(client, readouts[i]);
-    readouts_[i]->setTextInteractionFlags(Qt::TextSelectableByMouse);
+  for (Graph g : kGraphs) {
+    const std::string_view name = Describe(g).picture;
+    const QString objectName = QString::fromLatin1(name.data(), qsizetype(name.size()));
+    graphs_[g] = new GraphWidget(objectName, client);
   }
-  readouts_[0]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  for (Graph g : kGraphs) {
+    readouts_[g] = NewLabel(client, std::string(Describe(g).readoutLabel).c_str());
+    readouts_[g]->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    // The one beside the tab strip stands at the right end of its graph.
+    if (!OnTab(g)) readouts_[g]->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  }
   ConnectReadouts(graphs_, readouts_);
 }
 
@@ -264,12 +264,16 @@ void PEFForm::PlaceDesign() {
   const QRect strip = tabStrip_->geometry();
   const QRect picture(strip.left() + Px(50), strip.top() + tabHeight + Px(kPictureGap), strip.width() - Px(100),
                       strip.height() - tabHeight - Px(160));
-  for (GraphWidget* graph : {graphs_.clAlfa, graphs_.cmAlfa, graphs_.blu, graphs_.bll}) graph->setGeometry(picture);
-  graphs_.clCd->setGeometry(Px(100), picture.top(), Px(11200), picture.height());
+  for (Graph g : kGraphs) {
+    if (OnTab(g))
+      graphs_[g]->setGeometry(picture);
+    else
+      graphs_[g]->setGeometry(Px(100), picture.top(), Px(11200), picture.height());
+  }
 
   layout_.tabStrip = strip;
   layout_.smallPicture = picture;
-  layout_.clCdPicture = graphs_.clCd->geometry();
+  layout_.clCdPicture = graphs_[Graph::ClCd]->geometry();
   layout_.treeView = tree_->geometry();
   layout_.rangeLeft = rangeLabels_[0]->x();
 }

@@ -56,7 +56,6 @@ void PrintOnHalo(DrawingSurface& surface, double x, double top, std::string_view
 // labels would touch; each on a halo of the background, as the legend is.
 // Labels that would lie on an edge, on the bottom labels or within
 // `keepClear` (the lift-drag title) are left out.
-enum class AxisQuantity { Cd, Cl, Alfa, Cm, Xc };
 void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,
                        const GraphView* keepClear = nullptr);
 void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,

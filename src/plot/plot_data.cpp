@@ -17,40 +17,32 @@ struct LegendCell {
 };
 
 void DrawFrames(const PlotViews& views, const GraphSurfaces& s) {
-  if (s.clCd) DrawClCdFrame(*s.clCd, views.clCd);
-  if (s.clAlfa) DrawClAlfaFrame(*s.clAlfa, views.clAlfa);
-  if (s.cmAlfa) DrawCmAlfaFrame(*s.cmAlfa, views.cmAlfa);
-  if (s.blu) DrawTransitionFrame(*s.blu, views.blu);
-  if (s.bll) DrawTransitionFrame(*s.bll, views.bll);
+  for (Graph graph : kGraphs)
+    if (s[graph]) Describe(graph).frame(*s[graph], views[graph]);
 }
 
 // The graphs' texts but the legend, over everything drawn before them.
 void DrawFrameTexts(const Airfoil& airfoil, const PlotRequest& request, const GraphSurfaces& s) {
   const PlotViews& views = request.views;
-  if (s.clCd) DrawClCdTexts(*s.clCd, views.clCd, airfoil.Name, request.language);
+  DrawingSurface* clCd = s[Graph::ClCd];
+  if (clCd) DrawClCdTexts(*clCd, views[Graph::ClCd], airfoil.Name, request.language);
   if (!request.axisNumbers) return;
-  if (s.clCd) {
-    const GraphView title = ClCdTitleBox(*s.clCd, views.clCd, airfoil.Name, request.language);
-    DrawLeftNumbers(*s.clCd, views.clCd, AxisQuantity::Cl, &title);
+  // The lift-drag graph's drag labels stand for its bottom numbers.
+  if (clCd) {
+    const GraphView title = ClCdTitleBox(*clCd, views[Graph::ClCd], airfoil.Name, request.language);
+    DrawLeftNumbers(*clCd, views[Graph::ClCd], Describe(Graph::ClCd).y, &title);
   }
-  const struct {
-    DrawingSurface* surface;
-    const GraphView& view;
-    AxisQuantity x, y;
-  } graphs[] = {{s.clAlfa, views.clAlfa, AxisQuantity::Alfa, AxisQuantity::Cl},
-                {s.cmAlfa, views.cmAlfa, AxisQuantity::Alfa, AxisQuantity::Cm},
-                {s.blu, views.blu, AxisQuantity::Xc, AxisQuantity::Cl},
-                {s.bll, views.bll, AxisQuantity::Xc, AxisQuantity::Cl}};
-  for (const auto& graph : graphs) {
-    if (!graph.surface) continue;
-    graph.surface->SetForeColor(kAxisColor);
-    DrawBottomNumbers(*graph.surface, graph.view, graph.x);
-    DrawLeftNumbers(*graph.surface, graph.view, graph.y);
+  for (Graph graph : kGraphs) {
+    DrawingSurface* surface = s[graph];
+    if (graph == Graph::ClCd || !surface) continue;
+    surface->SetForeColor(kAxisColor);
+    DrawBottomNumbers(*surface, views[graph], Describe(graph).x);
+    DrawLeftNumbers(*surface, views[graph], Describe(graph).y);
   }
 }
 
 void SetForeColor(const GraphSurfaces& s, Color color) {
-  for (DrawingSurface* surface : {s.clCd, s.clAlfa, s.cmAlfa, s.blu, s.bll})
+  for (DrawingSurface* surface : s)
     if (surface) surface->SetForeColor(color);
 }
 
@@ -124,33 +116,23 @@ void DrawMarkers(DrawingSurface& surface, std::span<const PolarPoint> points, in
   }
 }
 
-constexpr auto kAlfa = [](const PolarPoint& p) { return p.Alfa; };
-constexpr auto kCl = [](const PolarPoint& p) { return p.Cl; };
-constexpr auto kCd = [](const PolarPoint& p) { return p.Cd; };
-constexpr auto kCm = [](const PolarPoint& p) { return p.Cm; };
-constexpr auto kTU = [](const PolarPoint& p) { return p.TU; };
-constexpr auto kTL = [](const PolarPoint& p) { return p.TL; };
-constexpr auto kNeverMissing = [](const PolarPoint&) { return false; };
-constexpr auto kNoTU = [](const PolarPoint& p) { return p.TU <= kMissingBelow; };
-constexpr auto kNoTL = [](const PolarPoint& p) { return p.TL <= kMissingBelow; };
-constexpr auto kNoCm = [](const PolarPoint& p) { return p.Cm <= kMissingBelow; };
-
 }  // namespace
 
 void DrawPolarSeries(const GraphSurfaces& s, std::span<const PolarPoint> points, int symbol) {
-  if (s.blu) DrawCurve(*s.blu, points, kTU, kCl, kNoTU);
-  if (s.bll) DrawCurve(*s.bll, points, kTL, kCl, kNoTL);
-  if (s.clCd) {
-    DrawCurve(*s.clCd, points, kCd, kCl, kNeverMissing);
-    if (symbol) DrawMarkers(*s.clCd, points, symbol, kCd, kCl, kNeverMissing);
-  }
-  if (s.clAlfa) {
-    DrawCurve(*s.clAlfa, points, kAlfa, kCl, kNeverMissing);
-    if (symbol) DrawMarkers(*s.clAlfa, points, symbol, kAlfa, kCl, kNeverMissing);
-  }
-  if (s.cmAlfa) {
-    DrawCurve(*s.cmAlfa, points, kAlfa, kCm, kNoCm);
-    if (symbol) DrawMarkers(*s.cmAlfa, points, symbol, kAlfa, kCm, kNoCm);
+  // The graphs without markers first: the order the pictures' shapes have
+  // always been listed in.
+  for (bool withMarkers : {false, true}) {
+    for (Graph graph : kGraphs) {
+      const GraphDescription& d = Describe(graph);
+      if (!s[graph] || d.markers != withMarkers) continue;
+      auto x = [&d](const PolarPoint& p) { return p.*d.pointX; };
+      auto y = [&d](const PolarPoint& p) { return p.*d.pointY; };
+      auto missing = [&d](const PolarPoint& p) {
+        return d.missing && p.*d.missing <= kMissingBelow;
+      };
+      DrawCurve(*s[graph], points, x, y, missing);
+      if (withMarkers && symbol) DrawMarkers(*s[graph], points, symbol, x, y, missing);
+    }
   }
 }
 
@@ -181,12 +163,13 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
     cut = std::current_exception();
   }
   DrawFrameTexts(airfoil, request, s);
-  if (s.clCd) {
-    const LegendCell cell{s.clCd->TextWidth("..Re=1000000.."), s.clCd->TextHeight("Üg")};
+  if (DrawingSurface* clCd = s[Graph::ClCd]) {
+    const LegendCell cell{clCd->TextWidth("..Re=1000000.."), clCd->TextHeight("Üg")};
     ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
       if (cut && ordinal > reached) return;
-      s.clCd->SetForeColor(PolarColor(ordinal, request.readableColors));
-      DrawLegendEntry(*s.clCd, request.views.clCd, cell, set, index, polar, PolarSymbolIndex(ordinal));
+      clCd->SetForeColor(PolarColor(ordinal, request.readableColors));
+      DrawLegendEntry(*clCd, request.views[Graph::ClCd], cell, set, index, polar,
+                      PolarSymbolIndex(ordinal));
     });
   }
   if (cut) std::rethrow_exception(cut);

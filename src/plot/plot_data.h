@@ -16,21 +16,9 @@
 
 namespace tavilo {
 
-// The five graph areas; a null one is skipped, so that a widget can paint
-// only its own graph.
-struct GraphSurfaces {
-  DrawingSurface* clCd = nullptr;
-  DrawingSurface* clAlfa = nullptr;
-  DrawingSurface* cmAlfa = nullptr;
-  DrawingSurface* blu = nullptr;
-  DrawingSurface* bll = nullptr;
-
-  // Graph 0 to 4, in the order above.
-  DrawingSurface*& operator[](int graph) {
-    DrawingSurface** all[] = {&clCd, &clAlfa, &cmAlfa, &blu, &bll};
-    return *all[graph];
-  }
-};
+// The graph areas; a null one is skipped, so that a widget can paint only
+// its own graph.
+using GraphSurfaces = PerGraph<DrawingSurface*>;
 
 // A transition location or moment at or below this is "no value".
 inline constexpr double kMissingBelow = -99.0;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -56,15 +57,30 @@ std::vector<double> DragLabelSteps(double cdMax) {
   return steps;
 }
 
-std::array<GraphPlan, kPageGraphCount> GraphPlans(const PlotRanges& r) {
-  const AxisPlan lift{ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
-  const AxisPlan alfa{AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, AlfaAxis};
-  const AxisPlan chord{XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
-  // A moment label step below 0.1 stands for the axis's own two loops.
-  const AxisPlan moment{CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
-  const AxisPlan drag{CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
-  return {GraphPlan{drag, lift, true}, GraphPlan{alfa, lift, false}, GraphPlan{alfa, moment, false},
-          GraphPlan{chord, lift, false}, GraphPlan{chord, lift, false}};
+AxisPlan PlanOf(AxisQuantity quantity, const PlotRanges& r) {
+  switch (quantity) {
+    case AxisQuantity::Cd:
+      return {CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
+    case AxisQuantity::Cl:
+      return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
+    case AxisQuantity::Alfa:
+      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90},
+              AlfaAxis};
+    // A moment label step below 0.1 stands for the axis's own two loops.
+    case AxisQuantity::Cm:
+      return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
+    case AxisQuantity::Xc: return {XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
+  }
+  return PlanOf(AxisQuantity::Xc, r);
+}
+
+PerGraph<GraphPlan> GraphPlans(const PlotRanges& r) {
+  PerGraph<GraphPlan> plans;
+  for (Graph graph : kGraphs) {
+    const GraphDescription& d = Describe(graph);
+    plans[graph] = {PlanOf(d.x, r), PlanOf(d.y, r), d.x == AxisQuantity::Cd};
+  }
+  return plans;
 }
 
 double Map(const AxisPlan& axis, double value, const PageFactors& factors) {
@@ -270,7 +286,7 @@ std::string MoreText(int hidden, int language) {
 
 struct Layout {
   PageLayout page;
-  std::array<GraphPlan, kPageGraphCount> plans;
+  PerGraph<GraphPlan> plans;
   std::vector<ListEntry> entries;
   FooterFields fields{};
 };
@@ -334,16 +350,17 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
   const double left = kPageMargin, right = paper.width - kPageMargin;
   const double split = left + 0.5 * (right - left);
   const double column = (right - split - kBoxGap) / 2, row = (top - bottom - kBoxGap) / 2;
-  const PageRect boxes[kPageGraphCount] = {
+  const PerGraph<PageRect> boxes = {{{
       {left, bottom, split - kBoxGap / 2, top},
       {split + kBoxGap / 2, top - row, split + kBoxGap / 2 + column, top},
       {right - column, top - row, right, top},
       {split + kBoxGap / 2, bottom, split + kBoxGap / 2 + column, bottom + row},
       {right - column, bottom, right, bottom + row},
-  };
-  for (int g = 0; g < kPageGraphCount; ++g) result.graphs[g] = PlaceGraph(page, layout.plans[g], boxes[g]);
+  }}};
+  for (Graph g : kGraphs) result.graphs[g] = PlaceGraph(page, layout.plans[g], boxes[g]);
   if (request.options.legend)
-    result.legend = LayOutLegend(page, request, result.graphs[kPageClCd], static_cast<int>(layout.entries.size()));
+    result.legend = LayOutLegend(page, request, result.graphs[Graph::ClCd],
+                                 static_cast<int>(layout.entries.size()));
   return layout;
 }
 
@@ -374,15 +391,14 @@ void DrawGraphFrame(DrawingSurface& page, const GraphPlan& plan, const PlacedGra
 }
 
 void DrawCurves(DrawingSurface& page, const Layout& layout, bool readable) {
-  std::array<BoxSurface, kPageGraphCount> boxes = {
-      BoxSurface(page, layout.page.graphs[0].plot, kPageDeviceUnit), BoxSurface(page, layout.page.graphs[1].plot, kPageDeviceUnit),
-      BoxSurface(page, layout.page.graphs[2].plot, kPageDeviceUnit), BoxSurface(page, layout.page.graphs[3].plot, kPageDeviceUnit),
-      BoxSurface(page, layout.page.graphs[4].plot, kPageDeviceUnit)};
-  for (int g = 0; g < kPageGraphCount; ++g) {
-    const GraphView& v = layout.page.graphs[g].view;
-    boxes[g].Scale(v.left, v.top, v.right, v.bottom);
+  PerGraph<std::optional<BoxSurface>> boxes;
+  GraphSurfaces surfaces;
+  for (Graph g : kGraphs) {
+    const PlacedGraph& placed = layout.page.graphs[g];
+    boxes[g].emplace(page, placed.plot, kPageDeviceUnit);
+    boxes[g]->Scale(placed.view.left, placed.view.top, placed.view.right, placed.view.bottom);
+    surfaces[g] = &*boxes[g];
   }
-  const GraphSurfaces surfaces{&boxes[0], &boxes[1], &boxes[2], &boxes[3], &boxes[4]};
   // Curves as heavy as the axes, so that they stand out from the grid.
   page.SetDrawWidth(2);
   for (const ListEntry& entry : layout.entries) {
@@ -472,7 +488,7 @@ void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurfac
   const PageRect& heading = layout.page.heading;
   PrintAt(page, heading.left, heading.top,
           Fit(page, GetResString(7, request.language) + ": " + airfoil.Name, heading.Width()));
-  for (int g = 0; g < kPageGraphCount; ++g)
+  for (Graph g : kGraphs)
     DrawGraphFrame(page, layout.plans[g], layout.page.graphs[g], request.options.grid);
   DrawCurves(page, layout, request.readableColors);
   DrawLegend(page, layout, request);

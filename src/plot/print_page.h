@@ -53,9 +53,6 @@ inline constexpr double kPageMargin = 12;  // mm on every side
 // of 7 pixels becomes 1.75 mm).
 inline constexpr double kPageDeviceUnit = 0.25;  // mm
 
-// The graphs in the order in which GraphSurfaces names them.
-enum PageGraph { kPageClCd, kPageClAlfa, kPageCmAlfa, kPageBlu, kPageBll, kPageGraphCount };
-
 struct PlacedGraph {
   PageRect box;    // the graph's share of the page, labels and titles included
   PageRect plot;   // where its value ranges lie
@@ -79,7 +76,7 @@ struct ListBlock {
 
 struct PageLayout {
   PageRect heading;
-  std::array<PlacedGraph, kPageGraphCount> graphs;
+  PerGraph<PlacedGraph> graphs;
   ListBlock footer;
   ListBlock legend;  // empty unless the legend is switched on
 };

@@ -2,6 +2,7 @@
 // What part of its value plane each graph shows. The range lists give every
 // graph its default; a zoom or a printed page sets a graph's view alone.
 
+#include "plot/graphs.h"
 #include "plot/ranges.h"
 
 namespace tavilo {
@@ -25,21 +26,8 @@ struct GraphView {
   bool operator==(const GraphView&) const = default;
 };
 
-// One view per graph, named as GraphSurfaces names the graphs.
-struct PlotViews {
-  GraphView clCd;    // x Cd, y Cl
-  GraphView clAlfa;  // x Alfa, y Cl
-  GraphView cmAlfa;  // x Alfa, y Cm
-  GraphView blu;     // x upper transition x/c, y Cl
-  GraphView bll;     // x lower transition x/c, y Cl
-
-  // Graph 0 to 4, in the order above.
-  GraphView& operator[](int graph) {
-    GraphView* all[] = {&clCd, &clAlfa, &cmAlfa, &blu, &bll};
-    return *all[graph];
-  }
-  const GraphView& operator[](int graph) const { return const_cast<PlotViews&>(*this)[graph]; }
-};
+// One view per graph.
+using PlotViews = PerGraph<GraphView>;
 
 // The views the range lists ask for: lift from clMin up to clMax on every
 // graph but Cm-Alfa, which shows kCmMin to kCmMax; drag from 0 to cdMax;

@@ -8,11 +8,12 @@
 
 namespace tavilo {
 
-void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const std::array<GraphImage, 5>& graphs,
+void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const GraphImages& graphs,
                       const QFont& font, RenderContext& context) {
   if (airfoil == nullptr) return;
   std::atomic<bool> cut{false};
-  context.ForEach(5, [&](int graph, RenderContext& own) {
+  context.ForEach(kGraphCount, [&](int index, RenderContext& own) {
+    const Graph graph = kGraphs[index];
     if (graphs[graph].image == nullptr) return;
     QPainter painter(graphs[graph].image);
     QtSurface surface(painter, QRectF(QPointF(0, 0), graphs[graph].size), font, own);
@@ -24,10 +25,10 @@ void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const 
   // A wild value ends a redraw for all graphs at once, those before it in
   // the polar's order with that polar and those after it without: the
   // graphs are drawn again together, rarely, so that they show just that.
-  std::optional<QPainter> painters[5];
-  std::optional<QtSurface> surfaces[5];
+  PerGraph<std::optional<QPainter>> painters;
+  PerGraph<std::optional<QtSurface>> surfaces;
   GraphSurfaces all;
-  for (int graph = 0; graph < 5; ++graph) {
+  for (Graph graph : kGraphs) {
     if (graphs[graph].image == nullptr) continue;
     painters[graph].emplace(graphs[graph].image);
     surfaces[graph].emplace(*painters[graph], QRectF(QPointF(0, 0), graphs[graph].size), font, context);

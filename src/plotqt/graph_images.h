@@ -1,11 +1,10 @@
 #pragma once
-// The window's redraw: each graph on an image of its own, the five drawn at
-// once on the threads of a render context.
+// The window's redraw: each graph on an image of its own, all drawn at once
+// on the threads of a render context.
 
 #include <QFont>
 #include <QImage>
 #include <QSizeF>
-#include <array>
 
 #include "model/airfoil.h"
 #include "plot/plot_data.h"
@@ -19,11 +18,12 @@ struct GraphImage {
   QImage* image = nullptr;
   QSizeF size;
 };
+using GraphImages = PerGraph<GraphImage>;
 
 // Draws as PlotData draws on surfaces of the images (lift-drag first, as in
 // GraphSurfaces) in `font`, to the same pixels, but each graph on a thread of
 // `context`. The images must not be used elsewhere meanwhile.
-void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const std::array<GraphImage, 5>& graphs,
+void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const GraphImages& graphs,
                       const QFont& font, RenderContext& context);
 
 }  // namespace tavilo

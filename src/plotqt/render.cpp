@@ -13,6 +13,7 @@
 #include <cctype>
 #include <cmath>
 #include <functional>
+#include <optional>
 
 #include "formats/file_text.h"
 #include "base/number_text.h"
@@ -44,10 +45,31 @@ struct MarginScale {
 
 struct GraphBox {
   QRectF rect;
-  const char* caption;
+  std::string_view caption;
   MarginScale vertical;    // written left of the graph
   MarginScale horizontal;  // written under it; step 0 for none
 };
+
+// The scale of an axis showing `quantity` from `low` to `high`; lift-drag's
+// drag axis has none, its labels are drawn inside the graph.
+MarginScale MarginScaleOf(AxisQuantity quantity, double low, double high) {
+  switch (quantity) {
+    case AxisQuantity::Cd: return {low, high, 0, "0.0"};
+    case AxisQuantity::Cl: return {low, high, 0.5, "0.0"};
+    case AxisQuantity::Alfa: return {low, high, 5, "0"};
+    case AxisQuantity::Cm: return {low, high, 0.1, "0.0"};
+    case AxisQuantity::Xc: return {low, high, 0.2, "0.0"};
+  }
+  return {low, high, 0, "0.0"};
+}
+
+// Lift-drag fills the left half; the other graphs share the right half two
+// by two, in their order.
+QRectF PictureBox(Graph graph) {
+  if (graph == Graph::ClCd) return QRectF(64, 48, 704, 896);
+  const int index = static_cast<int>(graph) - 1;
+  return QRectF(844 + (index % 2) * 406, 48 + (index / 2) * 496, 330, 400);
+}
 
 void DrawMarginScales(QPainter& painter, const GraphBox& box) {
   QFontMetricsF metrics(painter.font(), painter.device());
@@ -77,7 +99,9 @@ void DrawBoxChrome(QPainter& painter, const GraphBox& box, const QFont& captionF
   painter.setFont(captionFont);
   painter.setPen(kCaption);
   QFontMetricsF metrics(captionFont, painter.device());
-  painter.drawText(QPointF(box.rect.left(), box.rect.top() - 8 - metrics.descent()), box.caption);
+  painter.drawText(QPointF(box.rect.left(), box.rect.top() - 8 - metrics.descent()),
+                   QString::fromUtf8(box.caption.data(),
+                                     static_cast<qsizetype>(box.caption.size())));
   painter.restore();
   DrawMarginScales(painter, box);
 }
@@ -99,18 +123,13 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil, const PlotRequest& r
   captionFont.setPointSizeF(font.pointSizeF() * 1.15);
   painter.setFont(font);
 
-  auto lift = [](const GraphView& view) { return MarginScale{view.bottom, view.top, 0.5, "0.0"}; };
-  auto alfa = [](const GraphView& view) { return MarginScale{view.left, view.right, 5, "0"}; };
-  auto chord = [](const GraphView& view) { return MarginScale{view.left, view.right, 0.2, "0.0"}; };
-  GraphBox boxes[] = {
-      {QRectF(64, 48, 704, 896), "Cl-Cd", lift(views.clCd), {}},
-      {QRectF(844, 48, 330, 400), "Cl-Alfa", lift(views.clAlfa), alfa(views.clAlfa)},
-      {QRectF(1250, 48, 330, 400), "Cm-Alfa", {views.cmAlfa.bottom, views.cmAlfa.top, 0.1, "0.0"},
-       alfa(views.cmAlfa)},
-      {QRectF(844, 544, 330, 400), "TU-x/c", lift(views.blu), chord(views.blu)},
-      {QRectF(1250, 544, 330, 400), "TL-x/c", lift(views.bll), chord(views.bll)},
-  };
-  for (GraphBox& box : boxes) {
+  PerGraph<GraphBox> boxes;
+  for (Graph graph : kGraphs) {
+    const GraphDescription& d = Describe(graph);
+    const GraphView& view = views[graph];
+    GraphBox& box = boxes[graph];
+    box = {PictureBox(graph), d.title, MarginScaleOf(d.y, view.bottom, view.top),
+           MarginScaleOf(d.x, view.left, view.right)};
     // Numbers inside the graphs replace those in the margin.
     if (request.axisNumbers) box.vertical.step = box.horizontal.step = 0;
     DrawBoxChrome(painter, box, captionFont);
@@ -118,21 +137,24 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil, const PlotRequest& r
   {
     // Kept for this one picture: the application may be gone before another.
     RenderContext context;
-    QtSurface clCd(painter, boxes[0].rect, font, context), clAlfa(painter, boxes[1].rect, font, context),
-        cmAlfa(painter, boxes[2].rect, font, context), blu(painter, boxes[3].rect, font, context),
-        bll(painter, boxes[4].rect, font, context);
-    PlotData(&airfoil, request, GraphSurfaces{&clCd, &clAlfa, &cmAlfa, &blu, &bll});
+    PerGraph<std::optional<QtSurface>> surfaces;
+    GraphSurfaces all;
+    for (Graph graph : kGraphs) {
+      surfaces[graph].emplace(painter, boxes[graph].rect, font, context);
+      all[graph] = &*surfaces[graph];
+    }
+    PlotData(&airfoil, request, all);
   }
   for (const GraphBox& box : boxes) DrawFrameBorder(painter, box.rect);
 }
 
 // One graph alone, filling the picture, as the window shows it.
-void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& request, int graph,
+void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& request, Graph graph,
                const QSizeF& size) {
   RenderContext context;
   QtSurface surface(painter, QRectF(QPointF(0, 0), size), QGuiApplication::font(), context);
   GraphSurfaces surfaces;
-  surfaces[std::clamp(graph, 0, 4)] = &surface;
+  surfaces[graph] = &surface;
   PlotData(&airfoil, request, surfaces);
 }
 
@@ -246,8 +268,8 @@ bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const Pl
                       [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, request.language, error);
 }
 
-bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, int graph,
-                       const QSizeF& size, double pixelRatio, std::string* error) {
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
+                       Graph graph, const QSizeF& size, double pixelRatio, std::string* error) {
   return WritePicture(path, size, pixelRatio, QString::fromStdString(airfoil.Name),
                       [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, request.language,
                       error);

@@ -23,10 +23,9 @@ bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int lang
 // the margin scales); a PNG has `pixelRatio` pixels per picture unit.
 bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
                        double pixelRatio, std::string* error);
-// One graph (0 lift-drag, 1 lift-angle, 2 moment, 3 and 4 the transitions)
-// alone, as the window shows it at `size`.
-bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, int graph,
-                       const QSizeF& size, double pixelRatio, std::string* error);
+// One graph alone, as the window shows it at `size`.
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
+                       Graph graph, const QSizeF& size, double pixelRatio, std::string* error);
 
 // Text needs a QGuiApplication; a converter run from a terminal has none,
 // so one is made off screen and lives until the process ends. False with a

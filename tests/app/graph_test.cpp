@@ -69,10 +69,10 @@ TEST_F(Graphs, TheMouseZoomsAndPansAndADoubleClickOrAListResets) {
   EXPECT_NEAR(clAlfa->View().left, zoomed.left - 40.0 / clAlfa->width() * zoomed.Width(), 1e-9);
 
   QTest::mouseDClick(clAlfa, Qt::LeftButton, Qt::NoModifier, from);
-  EXPECT_EQ(clAlfa->View(), kDefault.clAlfa);
+  EXPECT_EQ(clAlfa->View(), kDefault[Graph::ClAlfa]);
   Find<QComboBox>("cbAlfaMax")->setCurrentIndex(2);
   EXPECT_FALSE(clCd->View().zoomed) << "a range list ends every zoom";
-  EXPECT_EQ(clCd->View(), DefaultViews(PlotRanges{1.5, -0.5, 0.025, 30}).clCd);
+  EXPECT_EQ(clCd->View(), DefaultViews(PlotRanges{1.5, -0.5, 0.025, 30})[Graph::ClCd]);
   Wheel(clCd, at, 2);
   Wheel(clAlfa, at, 1);
   window->Document().OpenFile(dir.File("wing.xml"));
@@ -97,7 +97,7 @@ TEST_F(Graphs, KeysActOnAFocusedGraphOnly) {
   EXPECT_NEAR(graph->View().left, left + 0.1 * graph->View().Width(), 1e-12);
   QTest::keyClick(graph, Qt::Key_Minus);
   QTest::keyClick(graph, Qt::Key_Home);
-  EXPECT_EQ(graph->View(), kDefault.clCd);
+  EXPECT_EQ(graph->View(), kDefault[Graph::ClCd]);
 }
 
 TEST_F(Graphs, ViewSwitchesRedrawAndPersist) {

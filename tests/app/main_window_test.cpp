@@ -6,6 +6,8 @@
 #include <QMenu>
 #include <QPrinter>
 #include <QStatusBar>
+#include <QTabBar>
+#include <QTabWidget>
 
 #include "app/caption_apply.h"
 #include "app/main_layout.h"
@@ -224,6 +226,30 @@ TEST_F(MainWindow, ResizingKeepsTheGraphsSideBySideAndTheRangesAtTheRightEdge) {
   const QRect column = Find("Label1")->geometry();
   EXPECT_NEAR(column.right() + 1, client->width() - 8, 1);
   EXPECT_LT(Find("TreeView1")->geometry().right(), column.left());
+}
+
+// Each tab shows its own graph and read-out and hides the other tabs';
+// the lift-drag graph beside the strip stays.
+TEST_F(MainWindow, EachTabShowsItsGraphAndReadoutAlone) {
+  Start();
+  auto* strip = Find<QTabWidget>("theTabStrip");
+  const struct {
+    const char *caption, *key, *picture, *readout;
+  } tabs[] = {{"Cl-Alfa", "CLALFA", "ClAlfaPicture", "ClAlfaValue"},
+              {"Cm-Alfa", "CMALFA", "CmAlfaPicture", "CmAlfaValue"},
+              {"TU-x/c", "TUXC", "BLUPicture", "TUxcValue"},
+              {"TL-x/c", "TLXC", "BLLPicture", "TLxcValue"}};
+  ASSERT_EQ(strip->count(), 4);
+  for (int shown = 3; shown >= 0; --shown) {
+    strip->setCurrentIndex(shown);
+    EXPECT_EQ(strip->tabText(shown), tabs[shown].caption);
+    EXPECT_EQ(strip->tabBar()->tabData(shown).toString(), tabs[shown].key);
+    for (int t = 0; t < 4; ++t) {
+      EXPECT_EQ(!Find(tabs[t].picture)->isHidden(), t == shown) << tabs[t].picture << " on tab " << shown;
+      EXPECT_EQ(!Find(tabs[t].readout)->isHidden(), t == shown) << tabs[t].readout << " on tab " << shown;
+    }
+    EXPECT_FALSE(Find("ClCdPicture")->isHidden() || Find("CdClValue")->isHidden());
+  }
 }
 
 }  // namespace

@@ -52,12 +52,12 @@ TEST_F(Readouts, EachGraphReadsInTheViewItWasDrawnIn) {
                             Find<GraphWidget>("CmAlfaPicture"), Find<GraphWidget>("BLUPicture"),
                             Find<GraphWidget>("BLLPicture")};
   PlotRequest request;
-  request.views.clAlfa = {-4, 2.0, 8, 0.0};
+  request.views[Graph::ClAlfa] = {-4, 2.0, 8, 0.0};
   RenderContext context;
   DrawGraphs(&form.Document().Current(), request, graphs, context);
-  EXPECT_EQ(graphs.clCd->View(), DefaultViews(PlotRanges{}).clCd);
+  EXPECT_EQ(graphs[Graph::ClCd]->View(), DefaultViews(PlotRanges{})[Graph::ClCd]);
 
-  GraphWidget* graph = graphs.clAlfa;
+  GraphWidget* graph = graphs[Graph::ClAlfa];
   const QPointF quarter(graph->width() / 4.0, graph->height() / 4.0);
   QMouseEvent event(QEvent::MouseMove, quarter, graph->mapToGlobal(quarter), Qt::NoButton, Qt::NoButton,
                     Qt::NoModifier);

@@ -53,9 +53,9 @@ std::vector<double> Summary(const RecordingSurface& s) {
 TEST(Frames, GridLinesAxesAndTheLinesRoundingPushesOutOrKeeps) {
   // Vertical lines stand at x with y1 = the top, horizontal ones at y with x1 = the left.
   RecordingSurface clAlfa, cmAlfa, transition;
-  DrawClAlfaFrame(clAlfa, DefaultViews(PlotRanges{}).clAlfa);
-  DrawCmAlfaFrame(cmAlfa, DefaultViews(PlotRanges{0.5, 0.0, 0.01, 30.0}).cmAlfa);
-  DrawTransitionFrame(transition, DefaultViews(PlotRanges{}).blu);
+  DrawClAlfaFrame(clAlfa, DefaultViews(PlotRanges{})[Graph::ClAlfa]);
+  DrawCmAlfaFrame(cmAlfa, DefaultViews(PlotRanges{0.5, 0.0, 0.01, 30.0})[Graph::CmAlfa]);
+  DrawTransitionFrame(transition, DefaultViews(PlotRanges{})[Graph::Blu]);
   EXPECT_EQ(clAlfa.calls[0].kind, CallKind::Clear);
   // Cl-Alfa: -10 .. 10, as 15 - 4 stops short of the border; -0.4 .. 1.3, as the
   // running sum reaches 1.4000000000000001, past ClMax - 0.1.
@@ -72,7 +72,7 @@ std::vector<SurfaceCall> Written(const RecordingSurface& s) { return s.Calls(Cal
 
 TEST(ClCdFrame, DrawsDragGridThenLabelsOnTicksAndTheTitleOnHalos) {
   RecordingSurface surface;
-  const GraphView view = DefaultViews(PlotRanges{}).clCd;
+  const GraphView view = DefaultViews(PlotRanges{})[Graph::ClCd];
   DrawClCdFrame(surface, view);
   EXPECT_EQ(surface.ScaleWidth(), 0.025);
   auto grid = surface.Lines(kGridColor);
@@ -109,7 +109,7 @@ TEST(ClCdFrame, DrawsDragGridThenLabelsOnTicksAndTheTitleOnHalos) {
 // On a low graph (a small window) the title comes down to the drag labels:
 // those it would meet are left out, tick and all, the others stay.
 TEST(ClCdFrame, ADragLabelThatWouldMeetTheTitleIsLeftOut) {
-  const GraphView view = DefaultViews(PlotRanges{}).clCd;
+  const GraphView view = DefaultViews(PlotRanges{})[Graph::ClCd];
   for (double height : {600.0, 200.0}) {
     RecordingSurface surface(560, height);
     surface.Scale(view.left, view.top, view.right, view.bottom);
@@ -127,7 +127,7 @@ TEST(ClCdFrame, ADragLabelThatWouldMeetTheTitleIsLeftOut) {
 
 TEST(Frames, AHugeTypedRangeEndsTheGridInsteadOfLoopingForever) {
   RecordingSurface surface(800, 600);
-  DrawTransitionFrame(surface, DefaultViews(PlotRanges{1e300, -1e300, 0.025, 15}).bll);
+  DrawTransitionFrame(surface, DefaultViews(PlotRanges{1e300, -1e300, 0.025, 15})[Graph::Bll]);
   EXPECT_LE(surface.Lines(kGridColor).size(), 9u + 10000u);
 }
 

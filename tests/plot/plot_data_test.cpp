@@ -80,7 +80,7 @@ TEST(PlotData, NoAirfoilDrawsNothingAndAnEmptyOneOnlyFrames) {
   }
   RecordingSurface cmAlfa;
   GraphSurfaces only;
-  only.cmAlfa = &cmAlfa;
+  only[Graph::CmAlfa] = &cmAlfa;
   PlotData(MakeAirfoil({2}).get(), PlotRequest{}, only);
   EXPECT_FALSE(PaletteLines(cmAlfa).empty()) << "absent surfaces are skipped";
 }
@@ -236,14 +236,14 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
   Graphs defaults, zoomed;
   PlotData(airfoil.get(), PlotRequest{}, defaults.All());
   PlotRequest request;
-  request.views.clAlfa = {-5, 1.0, 20, 0.2};
+  request.views[Graph::ClAlfa] = {-5, 1.0, 20, 0.2};
   PlotData(airfoil.get(), request, zoomed.All());
   EXPECT_EQ(zoomed.clCd.calls, defaults.clCd.calls);
   EXPECT_EQ(zoomed.cmAlfa.calls, defaults.cmAlfa.calls);
   EXPECT_EQ(zoomed.blu.calls, defaults.blu.calls);
   EXPECT_EQ(zoomed.bll.calls, defaults.bll.calls);
 
-  EXPECT_EQ(ScaleOf(zoomed.clAlfa), request.views.clAlfa);
+  EXPECT_EQ(ScaleOf(zoomed.clAlfa), request.views[Graph::ClAlfa]);
   std::vector<double> vertical;
   for (const SurfaceCall& line : zoomed.clAlfa.Lines(kGridColor)) {
     if (line.x1 == line.x2) {
@@ -258,7 +258,7 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
 
 TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   PlotRequest request;
-  request.views.clCd = {0.04, 2.0, 0.06, 0.0};
+  request.views[Graph::ClCd] = {0.04, 2.0, 0.06, 0.0};
   request.language = kGerman;
   Graphs g;
   PlotData(MakeAirfoil({1}).get(), request, g.All());

@@ -113,9 +113,9 @@ TEST(PrintedPage, GraphsStayInTheirBoxesCurvesInTheirGraphsAndNoTwoTextsMeet) {
 TEST(PrintedPage, AngleLabelsWidenOnlyWhereTheFiveDegreeStepWouldCrowd) {
   const tavilo::Airfoil airfoil = Airfoil(1);
   PageRequest request;
-  EXPECT_EQ(Printed(airfoil, request).layout.graphs[kPageClAlfa].labelStepX, 5);
+  EXPECT_EQ(Printed(airfoil, request).layout.graphs[Graph::ClAlfa].labelStepX, 5);
   request.ranges = kWidest;
-  const double wide = Printed(airfoil, request).layout.graphs[kPageClAlfa].labelStepX;
+  const double wide = Printed(airfoil, request).layout.graphs[Graph::ClAlfa].labelStepX;
   EXPECT_TRUE(wide == 10 || wide == 15 || wide == 30) << wide;
 }
 
@@ -137,7 +137,7 @@ TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
   for (LegendCorner corner : {LegendCorner::LowerRight, LegendCorner::UpperLeft}) {
     request.options.legendCorner = corner;
     Printed page(airfoil, request);
-    const PageRect& plot = page.layout.graphs[kPageClCd].plot;
+    const PageRect& plot = page.layout.graphs[Graph::ClCd].plot;
     const double middleX = (plot.left + plot.right) / 2, middleY = (plot.bottom + plot.top) / 2;
     int inLegend = 0;
     for (const SurfaceCall& text : page.Texts()) {

@@ -16,7 +16,7 @@ using testing::CallKind;
 using testing::RecordingSurface;
 using testing::SurfaceCall;
 
-const GraphView kClAlfa = DefaultViews(PlotRanges{}).clAlfa;  // -15..15 x -0.5..1.5
+const GraphView kClAlfa = DefaultViews(PlotRanges{})[Graph::ClAlfa];  // -15..15 x -0.5..1.5
 
 TEST(Zoom, AboutAPointKeepsItInPlaceAndARectangleBecomesTheView) {
   const struct {
@@ -117,11 +117,11 @@ TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
   // Zero lift is the axis itself; the edges stay free.
   EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
                                              "1.0"}));
-  const GraphView clCd = DefaultViews(PlotRanges{}).clCd;
+  const GraphView clCd = DefaultViews(PlotRanges{})[Graph::ClCd];
   const struct {
     GraphView view;
     AxisQuantity x;
-  } cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90}).clAlfa, AxisQuantity::Alfa},
+  } cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
                {kClAlfa, AxisQuantity::Alfa},
                {ZoomAbout(kClAlfa, kClAlfa, 4, 1, 0.013), AxisQuantity::Alfa},
                {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},

@@ -60,7 +60,7 @@ TEST(QtSurface, GridLinesAreCrispOnOrdinaryAndDoubleDensityScreens) {
     {
       QPainter painter(&image);
       QtSurface surface(painter, QRectF(0, 0, 300, 200));
-      DrawClAlfaFrame(surface, DefaultViews(PlotRanges{}).clAlfa);
+      DrawClAlfaFrame(surface, DefaultViews(PlotRanges{})[Graph::ClAlfa]);
     }
     // The Alfa = 0 axis: a column of exactly black device pixels, one or two wide.
     int x = 0;

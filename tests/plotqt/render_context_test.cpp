@@ -6,7 +6,7 @@
 #include <QGuiApplication>
 #include <QImage>
 #include <QPainter>
-#include <array>
+#include <optional>
 
 #include "plotqt/graph_images.h"
 #include "plotqt/qt_surface.h"
@@ -60,25 +60,28 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
         airfoil.Configuration(1)->AddPolar(testing::MakePolar(2e5 * (p + 1), 0, true, points));
       }
       const QSizeF size(240, 160);
-      std::array<QImage, 5> inTurn, atOnce;
+      PerGraph<QImage> inTurn, atOnce;
       for (auto* images : {&inTurn, &atOnce})
         for (QImage& image : *images) {
           image = QImage((size * ratio).toSize(), QImage::Format_RGB32);
           image.setDevicePixelRatio(ratio);
         }
       {
-        std::array<QPainter, 5> painters;
-        for (int g = 0; g < 5; ++g) painters[g].begin(&inTurn[g]);
-        QtSurface a(painters[0], QRectF(QPointF(), size)), b(painters[1], QRectF(QPointF(), size)),
-            c(painters[2], QRectF(QPointF(), size)), d(painters[3], QRectF(QPointF(), size)),
-            e(painters[4], QRectF(QPointF(), size));
-        EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, {&a, &b, &c, &d, &e}), !wild);
+        PerGraph<QPainter> painters;
+        PerGraph<std::optional<QtSurface>> surfaces;
+        GraphSurfaces all;
+        for (Graph g : kGraphs) {
+          painters[g].begin(&inTurn[g]);
+          all[g] = &surfaces[g].emplace(painters[g], QRectF(QPointF(), size));
+        }
+        EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
       }
       RenderContext context;
-      std::array<GraphImage, 5> graphs;
-      for (int g = 0; g < 5; ++g) graphs[g] = {&atOnce[g], size};
+      GraphImages graphs;
+      for (Graph g : kGraphs) graphs[g] = {&atOnce[g], size};
       PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
-      for (int g = 0; g < 5; ++g) EXPECT_EQ(atOnce[g], inTurn[g]) << "graph " << g << ", wild " << wild << ", ratio " << ratio;
+      for (Graph g : kGraphs)
+        EXPECT_EQ(atOnce[g], inTurn[g]) << "graph " << int(g) << ", wild " << wild << ", ratio " << ratio;
     }
 }
 
