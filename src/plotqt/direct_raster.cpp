@@ -325,6 +325,7 @@ void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t
   if (skip == last) --last;
   first = std::max(first, across ? clipLeft_ : clipTop_);
   last = std::min(last, (across ? clipRight_ : clipBottom_) - 1);
+  if (first > last) return;  // within the margin beyond the clip
   if (across) {
     std::fill(bits_ + line * stride_ + first, bits_ + line * stride_ + last + 1, pixel);
   } else {
