@@ -282,7 +282,7 @@ inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, ui
                                   bool withEnd) {
   bool safe = x0 >= safeLeft_ && x0 <= safeRight_ && x1 >= safeLeft_ && x1 <= safeRight_ &&
               y0 >= safeTop_ && y0 <= safeBottom_ && y1 >= safeTop_ && y1 <= safeBottom_;
-  if (!safe) {
+  if (!safe || plain_) {
     SegmentNearEdge(x0, y0, x1, y1, pixel, withEnd);
     return;
   }
@@ -325,6 +325,7 @@ void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t
   if (skip == last) --last;
   first = std::max(first, across ? clipLeft_ : clipTop_);
   last = std::min(last, (across ? clipRight_ : clipBottom_) - 1);
+  if (first > last) return;  // within the margin beyond the clip
   if (across) {
     std::fill(bits_ + line * stride_ + first, bits_ + line * stride_ + last + 1, pixel);
   } else {
@@ -373,7 +374,7 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
   if (!ClipNear(x0, y0, x1, y1, 1.0, endX, endY)) return;
   const bool row = y0 == y1 && x0 != x1 && FloorToInt(y0) == y0;
   const bool column = x0 == x1 && y0 != y1 && FloorToInt(x0) == x0;
-  if (row || column) {
+  if ((row || column) && !plain_) {
     Straight(x0, y0, x1, y1, pixel, withEnd ? INT32_MIN : (row ? endX : endY), row);
     return;
   }
@@ -389,7 +390,7 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
                                   maxRow < clipRight_
                             : first >= clipLeft_ && last < clipRight_ && minRow >= clipTop_ &&
                                   maxRow < clipBottom_;
-  if (inside) {
+  if (inside && !plain_) {
     if (skip == last) {
       --last;
     } else if (skip == first) {
@@ -445,8 +446,8 @@ void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint3
                                bool withEnd) {
   int endX, endY;
   // Most segments of a curve lie inside the clip, with nothing to cut off.
-  if (x0 >= clipLeft_ && x0 <= clipRight_ && x1 >= clipLeft_ && x1 <= clipRight_ && y0 >= clipTop_ &&
-      y0 <= clipBottom_ && y1 >= clipTop_ && y1 <= clipBottom_) {
+  if (!plain_ && x0 >= clipLeft_ && x0 <= clipRight_ && x1 >= clipLeft_ && x1 <= clipRight_ &&
+      y0 >= clipTop_ && y0 <= clipBottom_ && y1 >= clipTop_ && y1 <= clipBottom_) {
     endX = FloorToInt(x1 + 0.5);
     endY = FloorToInt(y1 + 0.5);
   } else if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) {
@@ -455,8 +456,10 @@ void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint3
   const auto [steep, skip, gradient] = Orient(x0, y0, x1, y1, endX, endY, withEnd);
   const double half = 0.5 * scale_ * std::sqrt(1 + gradient * gradient);  // across the major axis
   int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
-  if (gradient != 0 && WideRun(first, last, x0, y0, gradient, half, skip, steep, pixel)) return;
-  if (gradient == 0) {  // a grid line or an axis: the same coverage all along
+  if (!plain_ && gradient != 0 &&
+      WideRun(first, last, x0, y0, gradient, half, skip, steep, pixel))
+    return;
+  if (gradient == 0 && !plain_) {  // a grid line or an axis: the same coverage all along
     const int from = std::max(first, steep ? clipTop_ : clipLeft_);
     const int to = std::min(last, (steep ? clipBottom_ : clipRight_) - 1);
     const qsizetype along = steep ? stride_ : 1, across = steep ? 1 : stride_;
@@ -610,7 +613,7 @@ DirectRaster::~DirectRaster() { Draw(); }
 // cache: stored past the cache, its lines are not read in first and do not
 // crowd out those the curves need next. A small one stays in the cache.
 bool DirectRaster::Fill(const QRectF& logical, QRgb color) {
-  if (!commands_.empty()) return false;
+  if (!commands_.empty() || plain_) return false;
   const QRectF device(logical.topLeft() * scale_ + offset_, logical.size() * scale_);
   const int left = int(device.left()), top = int(device.top()), right = int(device.right()),
             bottom = int(device.bottom());
@@ -745,7 +748,7 @@ void DirectRaster::DrawStamps(const Shape& shape, const QPointF* at, size_t coun
     if (!(std::fabs(atX) < 1e9 && std::fabs(atY) < 1e9)) continue;  // far beyond any image
     const int x = FloorToInt(atX + shape.anchorShift);
     const int y = FloorToInt(atY + shape.anchorShift);
-    bool inside = x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
+    bool inside = !plain_ && x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
                   y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
     if (!inside) {
       for (const Shape::Solid& solid : shape.solids) Blend(x + solid.dx, y + solid.dy, pixel, 255);

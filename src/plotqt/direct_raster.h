@@ -88,6 +88,11 @@ class DirectRaster {
   // Draws everything queued, in the order given.
   void Draw();
 
+  // From now on lines and stamps go pixel by pixel, each pixel tested
+  // against the clip, and Fill declines: slow, and the plain reference
+  // that tests hold the fast paths to.
+  void DrawPlainly() { plain_ = true; }
+
  private:
   struct Command {
     const Shape* shape;     // stamps of this shape, or null for a polyline
@@ -124,6 +129,7 @@ class DirectRaster {
   QPointF offset_;
   int clipLeft_ = 0, clipTop_ = 0, clipRight_ = 0, clipBottom_ = 0;  // right, bottom exclusive
   double safeLeft_ = 0, safeTop_ = 0, safeRight_ = -1, safeBottom_ = -1;
+  bool plain_ = false;
 
   ShapeCache& cache_;
   std::vector<Command> commands_;

