@@ -3,8 +3,8 @@
 // files carry. Bytes per second should stay level across sizes.
 #include <benchmark/benchmark.h>
 
-#include "formats/drg.h"
 #include "base/number_text.h"
+#include "formats/drg.h"
 
 namespace {
 

@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "formats/drg.h"
 #include "base/errors.h"
+#include "formats/drg.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;

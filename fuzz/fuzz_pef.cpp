@@ -8,9 +8,9 @@
 #include <string_view>
 
 #include "../tests/formats/pef_reference_scan.h"
+#include "base/errors.h"
 #include "formats/pef.h"
 #include "formats/pef_index.h"
-#include "base/errors.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string>
 
-#include "formats/xml.h"
 #include "base/errors.h"
+#include "formats/xml.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tavilo::Airfoil airfoil;

@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "caption_apply.h"
 #include "base/number_text.h"
+#include "caption_apply.h"
 #include "qt_user_interface.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"

@@ -4,9 +4,9 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include "base/errors.h"
 #include "document_controller.h"
 #include "graph_widget.h"
-#include "base/errors.h"
 #include "plotqt/render.h"
 #include "qt_user_interface.h"
 #include "strings/string_table.h"

@@ -3,9 +3,9 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "base/number_text.h"
 #include "document/points_table.h"
 #include "document_controller.h"
-#include "base/number_text.h"
 #include "qt_user_interface.h"
 #include "strings/string_table.h"
 

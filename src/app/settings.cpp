@@ -4,8 +4,8 @@
 #include <cmath>
 #include <limits>
 
-#include "base/number_text.h"
 #include "base/errors.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 

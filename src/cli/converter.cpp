@@ -13,6 +13,8 @@
 #include <optional>
 #include <thread>
 
+#include "base/errors.h"
+#include "base/number_text.h"
 #include "cli/approx_mode.h"
 #include "fileio/file_names.h"
 #include "fileio/formats_table.h"
@@ -20,8 +22,6 @@
 #include "fileio/load.h"
 #include "fileio/transfer.h"
 #include "formats/file_text.h"
-#include "base/number_text.h"
-#include "base/errors.h"
 #include "plot/print_page.h"
 #include "strings/string_table.h"
 #include "ui/user_interface.h"

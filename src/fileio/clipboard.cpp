@@ -7,10 +7,10 @@
 #include <cstring>
 #include <filesystem>
 
+#include "base/errors.h"
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
 #include "formats/pef.h"
-#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

@@ -4,14 +4,14 @@
 #include <filesystem>
 #include <system_error>
 
+#include "base/errors.h"
+#include "base/number_text.h"
 #include "base/worker_pool.h"
 #include "fileio/file_names.h"
 #include "fileio/formats_table.h"
 #include "fileio/load.h"
-#include "base/number_text.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

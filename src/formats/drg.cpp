@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "base/number_text.h"
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
-#include "base/number_text.h"
 
 namespace tavilo {
 

@@ -7,9 +7,9 @@
 #include <optional>
 #include <utility>
 
-#include "formats/file_text.h"
 #include "base/fixed_number.h"
 #include "base/number_text.h"
+#include "formats/file_text.h"
 #include "formats/pef_index.h"
 #include "formats/text_output.h"
 #include "strings/product.h"

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstring>
 
+#include "base/errors.h"
+#include "base/number_text.h"
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
-#include "base/number_text.h"
-#include "base/errors.h"
 #include "strings/string_table.h"
 
 namespace tavilo {

@@ -2,12 +2,12 @@
 
 #include <cmath>
 
-#include "formats/file_text.h"
-#include "base/fixed_number.h"
-#include "formats/line_reader.h"
-#include "base/number_text.h"
-#include "formats/text_output.h"
 #include "base/errors.h"
+#include "base/fixed_number.h"
+#include "base/number_text.h"
+#include "formats/file_text.h"
+#include "formats/line_reader.h"
+#include "formats/text_output.h"
 
 namespace tavilo {
 

@@ -3,11 +3,11 @@
 #include <map>
 #include <utility>
 
+#include "base/errors.h"
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
 #include "formats/pol.h"
 #include "formats/table_fields.h"
-#include "base/errors.h"
 
 namespace tavilo {
 

@@ -8,9 +8,9 @@
 #endif
 #include <array>
 
-#include "formats/file_text.h"
 #include "base/fixed_number.h"
 #include "base/number_text.h"
+#include "formats/file_text.h"
 #include "formats/text_output.h"
 #include "strings/product.h"
 

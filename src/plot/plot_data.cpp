@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "base/number_text.h"
 #include "base/errors.h"
+#include "base/number_text.h"
 #include "plot/frames.h"
 #include "plot/symbol.h"
 

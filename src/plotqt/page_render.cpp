@@ -7,8 +7,8 @@
 #include <QPageSize>
 #include <QPdfWriter>
 
-#include "formats/file_text.h"
 #include "base/errors.h"
+#include "formats/file_text.h"
 #include "plotqt/qt_surface.h"
 #include "plotqt/render.h"
 

@@ -15,9 +15,9 @@
 #include <functional>
 #include <optional>
 
-#include "formats/file_text.h"
-#include "base/number_text.h"
 #include "base/errors.h"
+#include "base/number_text.h"
+#include "formats/file_text.h"
 #include "plot/plot_data.h"
 #include "plot/ranges.h"
 #include "plotqt/qt_surface.h"

@@ -3,8 +3,8 @@
 #include <cmath>
 #include <vector>
 
-#include "base/number_text.h"
 #include "base/errors.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 

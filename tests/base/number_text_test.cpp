@@ -6,8 +6,8 @@
 #include <random>
 #include <string>
 
-#include "base/number_text.h"
 #include "base/errors.h"
+#include "base/number_text.h"
 
 namespace tavilo {
 namespace {

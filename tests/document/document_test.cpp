@@ -8,9 +8,9 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/errors.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "base/errors.h"
 #include "support/content_text.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"

@@ -11,11 +11,11 @@
 #include <filesystem>
 #include <tuple>
 
+#include "base/errors.h"
 #include "fileio/clipboard.h"
 #include "fileio/load.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "base/errors.h"
 #include "strings/string_table.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"

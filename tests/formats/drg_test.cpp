@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "base/errors.h"
 #include "formats/expected_table.h"
 #include "formats/file_text.h"
-#include "base/errors.h"
 #include "support/recording_ui.h"
 
 namespace tavilo {

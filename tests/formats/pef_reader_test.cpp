@@ -1,13 +1,13 @@
 // The PEF reader on the model, its round trips, and the LF-only rewrite.
 #include <gtest/gtest.h>
 
+#include "base/errors.h"
 #include "base/number_text.h"
+#include "fileio/load.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
-#include "base/errors.h"
 #include "strings/product.h"
 #include "support/model_builders.h"
-#include "fileio/load.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 

@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "formats/file_text.h"
 #include "base/errors.h"
+#include "fileio/load.h"
+#include "formats/file_text.h"
 #include "strings/string_table.h"
 #include "support/model_builders.h"
-#include "fileio/load.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 

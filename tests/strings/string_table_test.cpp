@@ -6,9 +6,9 @@
 #include <functional>
 #include <set>
 
+#include "base/errors.h"
 #include "formats/file_text.h"
 #include "formats/pef_index.h"
-#include "base/errors.h"
 #include "strings/captions.h"
 #include "strings/string_table.h"
 #include "support/temp_dir.h"
