@@ -14,7 +14,6 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QTableView>
-#include <QTest>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QTreeWidget>
