@@ -68,18 +68,12 @@ class StructureTree : public MainWindowTest {
   Polar& PolarAt(int set, int polar) { return *window->Document().Current().Configuration(set)->Polar(polar); }
 };
 
-TEST_F(StructureTree, MirrorsTheDocumentAndLeftClicksToggleAPolarOrEverything) {
+TEST_F(StructureTree, MirrorsTheDocumentAndLeftClicksOrSpaceToggleAPolarOrEverything) {
   StartWith(2);
   ASSERT_EQ(Tree()->topLevelItemCount(), 1);
-  const char* keys[] = {"r", "c 1", "c 1|p 1", "c 1|p 2"};
-  const char* texts[] = {"Wing", "Set 1: clean", "Polar 1, Re= 100000, Polar", "Polar 2, Re= 200000, Polar"};
-  for (int i = 0; i < 4; ++i) {
-    QTreeWidgetItem* item = Node(keys[i]);
-    ASSERT_NE(item, nullptr);
-    EXPECT_EQ(item->text(0).toStdString(), texts[i]);
-    EXPECT_TRUE(item->childCount() == 0 || item->isExpanded()) << keys[i];
-  }
   EXPECT_EQ(Node("c 1|p 2")->parent(), Node("c 1"));
+  EXPECT_EQ(Node("c 1")->text(0), "Set 1: clean");
+  EXPECT_TRUE(Node("r")->isExpanded() && Node("c 1")->isExpanded());
   EXPECT_EQ(Marks(), "++++");
 
   Click("c 1|p 2");
@@ -91,6 +85,18 @@ TEST_F(StructureTree, MirrorsTheDocumentAndLeftClicksToggleAPolarOrEverything) {
   Click("r");
   EXPECT_EQ(Marks(), "++++");
   EXPECT_TRUE(PolarAt(1, 1).Selected && PolarAt(1, 2).Selected);
+
+  // The arrows only move; Space ticks the current node.
+  Tree()->setFocus();
+  Tree()->setCurrentItem(Node("r"));
+  QTest::keyClick(Tree(), Qt::Key_Down);
+  QTest::keyClick(Tree(), Qt::Key_Down);
+  EXPECT_EQ(Tree()->currentItem(), Node("c 1|p 1"));
+  EXPECT_EQ(Marks(), "++++");
+  QTest::keyClick(Tree(), Qt::Key_Space);
+  EXPECT_FALSE(PolarAt(1, 1).Selected);
+  QTest::keyClick(Tree(), Qt::Key_Space);
+  EXPECT_TRUE(PolarAt(1, 1).Selected);
 
   Action("Toolbar1_NEW")->trigger();
   EXPECT_EQ(Tree()->topLevelItemCount(), 0);
@@ -180,17 +186,13 @@ TEST_F(StructureTree, PolarPropertiesTakeTheEditsEvenOnCancel) {
   Tree()->setFocus();
   QStringList shown;
   QTimer::singleShot(0, dialog, [&] {
-    for (const char* name : {"btnOK", "btnCancel", "txtReNo", "txtMachNo"}) {
-      auto* field = dialog->findChild<QWidget*>(name);
-      auto* edit = qobject_cast<QLineEdit*>(field);
-      shown << (edit != nullptr ? edit->text() : qobject_cast<QPushButton*>(field)->text());
-    }
+    for (const char* name : {"txtReNo", "txtMachNo"}) shown << dialog->findChild<QLineEdit*>(name)->text();
     dialog->findChild<QLineEdit*>("txtName")->setText("tripped");
     dialog->findChild<QPushButton*>("btnCancel")->click();
   });
   QTest::keyClick(Tree(), Qt::Key_F2);
 
-  EXPECT_EQ(shown, QStringList({"OK", "&Cancel", "123457", "0.1235"}));
+  EXPECT_EQ(shown, QStringList({"123457", "0.1235"}));
   EXPECT_EQ(PolarAt(1, 1).Name, "tripped");
   EXPECT_EQ(PolarAt(1, 1).ReynoldsNumber, 123457.0);
   EXPECT_EQ(PolarAt(1, 1).MachNumber, 0.1235);

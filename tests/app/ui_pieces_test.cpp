@@ -25,29 +25,15 @@ TEST(QtFileFilter, TurnsPipeJoinedPairsIntoQtFilters) {
       {"", ""},
   };
   for (const Case& c : cases) EXPECT_EQ(QtFileFilter(c.pairs), c.expected) << c.pairs;
+  EXPECT_EQ(DefaultSuffixOf("Mses Polar File (polar.*)"), "") << "a name pattern gives no extension";
 }
 
 using Readouts = MainWindowTest;
 
-TEST_F(Readouts, PointerOverTheLiftDragGraphReadsCdAndCl) {
-  WritePolarFile(dir, "wing.xml", "Wing");
-  PEFForm& form = Start();
-  form.Document().OpenFile(dir.File("wing.xml"));
-  auto* graph = Find<GraphWidget>("ClCdPicture");
-  const QPointF middle(graph->width() / 2.0, graph->height() / 2.0);
-  QMouseEvent event(QEvent::MouseMove, middle, graph->mapToGlobal(middle), Qt::NoButton, Qt::NoButton,
-                    Qt::NoModifier);
-  QApplication::sendEvent(graph, &event);
-  // Cd from 0 to 0.025 and Cl from 1.5 down to -0.5: the middle is 0.0125 / 0.5.
-  EXPECT_EQ(Find<QLabel>("CdClValue")->text(), "Cd=0.0125 Cl=0.50");
-}
-
-// A graph drawn in a view of its own reads out in that view; the others
-// keep the views of the range lists.
+// The pointer reads out in the view a graph was drawn in: the lift-drag
+// graph in the views of the range lists, the lift graph in one of its own.
 TEST_F(Readouts, EachGraphReadsInTheViewItWasDrawnIn) {
-  WritePolarFile(dir, "wing.xml", "Wing");
-  PEFForm& form = Start();
-  form.Document().OpenFile(dir.File("wing.xml"));
+  PEFForm& form = StartWith(1);
   const GraphWidgets graphs{Find<GraphWidget>("ClCdPicture"), Find<GraphWidget>("ClAlfaPicture"),
                             Find<GraphWidget>("CmAlfaPicture"), Find<GraphWidget>("BLUPicture"),
                             Find<GraphWidget>("BLLPicture")};
@@ -55,15 +41,23 @@ TEST_F(Readouts, EachGraphReadsInTheViewItWasDrawnIn) {
   request.views[Graph::ClAlfa] = {-4, 2.0, 8, 0.0};
   RenderContext context;
   DrawGraphs(&form.Document().Current(), request, graphs, context);
-  EXPECT_EQ(graphs[Graph::ClCd]->View(), DefaultViews(PlotRanges{})[Graph::ClCd]);
-
-  GraphWidget* graph = graphs[Graph::ClAlfa];
-  const QPointF quarter(graph->width() / 4.0, graph->height() / 4.0);
-  QMouseEvent event(QEvent::MouseMove, quarter, graph->mapToGlobal(quarter), Qt::NoButton, Qt::NoButton,
-                    Qt::NoModifier);
-  QApplication::sendEvent(graph, &event);
-  // A quarter of the way from -4 to 8 degrees and from 2.0 down to 0.0.
-  EXPECT_EQ(Find<QLabel>("ClAlfaValue")->text(), "Alfa=-1.00 Cl=1.50");
+  const struct {
+    Graph graph;
+    double share;  // of the width and the height from the top left
+    const char *readout, *expected;
+  } cases[] = {
+      // Cd from 0 to 0.025 and Cl from 1.5 down to -0.5.
+      {Graph::ClCd, 0.5, "CdClValue", "Cd=0.0125 Cl=0.50"},
+      // A quarter of the way from -4 to 8 degrees and from 2.0 down to 0.0.
+      {Graph::ClAlfa, 0.25, "ClAlfaValue", "Alfa=-1.00 Cl=1.50"},
+  };
+  for (const auto& c : cases) {
+    GraphWidget* graph = graphs[c.graph];
+    const QPointF at(graph->width() * c.share, graph->height() * c.share);
+    QMouseEvent event(QEvent::MouseMove, at, graph->mapToGlobal(at), Qt::NoButton, Qt::NoButton, Qt::NoModifier);
+    QApplication::sendEvent(graph, &event);
+    EXPECT_EQ(Find<QLabel>(c.readout)->text(), c.expected);
+  }
 }
 
 }  // namespace
