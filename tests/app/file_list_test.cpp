@@ -1,16 +1,34 @@
 // The file browser and the file commands: what the list shows, opening by
 // double-click and by Enter, the message for files that cannot be read,
-// export and batch conversion.
+// the dialogs' filters, export and batch conversion.
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
 
+#include "app/qt_user_interface.h"
 #include "app_fixture.h"
 #include "formats/file_text.h"
 #include "formats/pef.h"
 
 namespace tavilo::testing {
 namespace {
+
+TEST(QtFileFilter, TurnsPipeJoinedPairsIntoQtFilters) {
+  struct Case {
+    const char* pairs;
+    const char* expected;
+  };
+  const Case cases[] = {
+      {"Polar Exchange File (*.xml)|*.xml", "Polar Exchange File (*.xml)"},
+      {"Xfoil Polar File (*.pol)|*.pol|Mses Polar File (polar.*)|polar.*",
+       "Xfoil Polar File (*.pol);;Mses Polar File (polar.*)"},
+      {"All polars|*.xml;*.pef", "All polars (*.xml *.pef)"},
+      {"Text|*.txt|dangling", "Text (*.txt)"},
+      {"", ""},
+  };
+  for (const Case& c : cases) EXPECT_EQ(QtFileFilter(c.pairs), c.expected) << c.pairs;
+  EXPECT_EQ(DefaultSuffixOf("Mses Polar File (polar.*)"), "") << "a name pattern gives no extension";
+}
 
 using FileCommands = MainWindowTest;
 

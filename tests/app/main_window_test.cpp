@@ -29,6 +29,7 @@ TEST_F(MainWindow, DataCommandsFollowTheDocument) {
     }
   };
   expectDataCommands(false);
+  EXPECT_FALSE(Action("mnuEditUndo")->isEnabled());
   for (const char* name : {"mnuFileImport", "mnuPrintOptions", "Toolbar1_NEW", "Toolbar1_OPEN", "Toolbar1_HELP"}) {
     EXPECT_TRUE(Action(name)->isEnabled()) << name;
   }

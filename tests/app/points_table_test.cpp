@@ -1,9 +1,7 @@
-// The points table: opened from the tree, cells edited and refused in a
-// box in front of the table, rows added, deleted, copied and pasted, each
-// change one step that Ctrl+Z in the table undoes; values shown to fifteen
-// digits but kept whole; sorting that orders only the view; a table that
-// follows renames and undo and closes with its polar or on Escape. The
-// suite runs under a comma-decimal locale too.
+// The points table in the window: cells typed and refused in a box in front
+// of the table, rows edited each as one step that Ctrl+Z in the table
+// undoes, a table that follows its polar. What a cell shows or takes is the
+// document's points table's to test.
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -70,10 +68,9 @@ class PointsTable : public MainWindowTest {
   std::string Content() { return ContentText(window->Document().Current()); }
 };
 
-TEST_F(PointsTable, CellsTakePeriodDecimalsAndRefuseTheRestWithAMessage) {
+TEST_F(PointsTable, ATypedCellIsTakenOrRefusedWithAMessageInFrontOfTheTable) {
   StartWith(1);
   PointsWindow* table = EnterOn("c 1|p 1");
-  const std::string original = Content();
   const struct {
     int column;
     const char* typed;
@@ -83,8 +80,6 @@ TEST_F(PointsTable, CellsTakePeriodDecimalsAndRefuseTheRestWithAMessage) {
       {2, "0.0125", "0.0125", ""},
       {1, "0,3", "0.2", "'0,3' is not a number. Enter numbers with a period"},
       {3, "", "", ""},
-      {0, "", "0", "Alfa needs a value above -99.999"},
-      {1, "1e10", "0.2", "Cl must lie between -1000000 and 1000000, not 1e10."},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.typed);
@@ -92,17 +87,15 @@ TEST_F(PointsTable, CellsTakePeriodDecimalsAndRefuseTheRestWithAMessage) {
     Type(table, 0, c.column, c.typed);
     QTest::qWait(20);
     EXPECT_EQ(Row(table, 0)[c.column], c.shown);
-    const QString said = catcher.seen.empty() ? QString() : catcher.seen[0].text;
     EXPECT_EQ(catcher.seen.size(), *c.message == '\0' ? 0u : 1u);
-    EXPECT_TRUE(*c.message == '\0' || said.startsWith(c.message)) << said.toStdString();
-    for (const MessageBoxCatcher::Seen& box : catcher.seen) EXPECT_EQ(box.owner, table) << "in front of the table";
+    for (const MessageBoxCatcher::Seen& box : catcher.seen) {
+      EXPECT_TRUE(box.text.startsWith(c.message)) << box.text.toStdString();
+      EXPECT_EQ(box.owner, table) << "in front of the table";
+    }
   }
   const PolarPoint& point = window->Document().Current().Configuration(1)->Polar(1)->Point(1);
   EXPECT_EQ(point.Cd, 0.0125);
   EXPECT_EQ(point.Cm, kNoValue);
-  for (int step = 0; step < 2; ++step) PressKeys(table, QKeySequence(Qt::CTRL | Qt::Key_Z));
-  EXPECT_EQ(Content(), original) << "two steps, undone by the keys in the table";
-  EXPECT_EQ(Row(table, 0), QStringList({"0", "0.2", "0.01", "-0.05", "", ""}));
 }
 
 TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
@@ -139,8 +132,6 @@ TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
   QApplication::clipboard()->setText("6\t0.7\n");
   QTest::keyClick(Grid(table), Qt::Key_V, Qt::ControlModifier);
   ASSERT_EQ(catcher.seen.size(), 1u);
-  EXPECT_EQ(catcher.seen[0].text.toStdString(),
-            "Line 1 of the clipboard: Cd needs a value above -99.999: only Cm, TU and TL may be left empty (unknown).");
   EXPECT_EQ(catcher.seen[0].owner, table);
   EXPECT_EQ(polar.PointCount(), 3);
 
