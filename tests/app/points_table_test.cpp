@@ -68,7 +68,7 @@ class PointsTable : public MainWindowTest {
   std::string Content() { return ContentText(window->Document().Current()); }
 };
 
-TEST_F(PointsTable, ATypedCellIsTakenOrRefusedWithAMessageInFrontOfTheTable) {
+TEST_F(PointsTable, ATypedCellIsTakenOrRefusedInFrontOfTheTableAndEscapeDropsItThenCloses) {
   StartWith(1);
   PointsWindow* table = EnterOn("c 1|p 1");
   const struct {
@@ -96,6 +96,17 @@ TEST_F(PointsTable, ATypedCellIsTakenOrRefusedWithAMessageInFrontOfTheTable) {
   const PolarPoint& point = window->Document().Current().Configuration(1)->Polar(1)->Point(1);
   EXPECT_EQ(point.Cd, 0.0125);
   EXPECT_EQ(point.Cm, kNoValue);
+
+  QTableView* grid = Grid(table);
+  grid->setCurrentIndex(grid->model()->index(0, 1));
+  QTest::keyClick(grid, Qt::Key_F2);
+  QTest::keyClicks(QApplication::focusWidget(), "9");
+  PressKeys(table, QKeySequence(Qt::Key_Escape));
+  EXPECT_TRUE(table->isVisible()) << "the first Escape leaves the cell's editor";
+  EXPECT_EQ(Row(table, 0)[1], "0.2");
+  PressKeys(table, QKeySequence(Qt::Key_Escape));
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_TRUE(Tables().empty());
 }
 
 TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
@@ -158,23 +169,6 @@ TEST_F(PointsTable, AComputedValueShowsFifteenDigitsYetKeepsAllOfItsOwn) {
   SelectRows(table, 3, 3);
   QTest::keyClick(Grid(table), Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "6\t0.7\t0.05294000000000001\t\t\t");
-}
-
-TEST_F(PointsTable, EscapeDropsAnEntryThenClosesTheTable) {
-  StartWith(1);
-  PointsWindow* table = EnterOn("c 1|p 1");
-  QTableView* grid = Grid(table);
-  Activate(table);
-  grid->setFocus();
-  grid->setCurrentIndex(grid->model()->index(0, 1));
-  QTest::keyClick(grid, Qt::Key_F2);
-  QTest::keyClicks(QApplication::focusWidget(), "9");
-  PressKeys(table, QKeySequence(Qt::Key_Escape));
-  EXPECT_TRUE(table->isVisible()) << "the first Escape leaves the cell's editor";
-  EXPECT_EQ(Row(table, 0)[1], "0.2");
-  PressKeys(table, QKeySequence(Qt::Key_Escape));
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_TRUE(Tables().empty());
 }
 
 TEST_F(PointsTable, OpensOncePerPolarSortsTheViewOnlyAndFollowsRenameUndoAndItsPolar) {
