@@ -2,6 +2,7 @@
 // and the language switch.
 #include <QDialog>
 #include <QFile>
+#include <QFileDialog>
 #include <QTimer>
 #include <QMenu>
 #include <QPrinter>
@@ -68,19 +69,6 @@ TEST_F(MainWindow, APrintRunDisablesPrintAloneAndThePreviewPrintsNothing) {
   QFile page(pdf);
   ASSERT_TRUE(page.open(QIODevice::ReadOnly));
   EXPECT_TRUE(page.readAll().startsWith("%PDF"));
-  // The preview draws the same page; closing it prints nothing.
-  bool previewed = false;
-  QTimer closer;
-  QObject::connect(&closer, &QTimer::timeout, [&] {
-    for (QWidget* widget : QApplication::topLevelWidgets())
-      if (widget->objectName() == "PrintPreview" && widget->isVisible()) {
-        previewed = true;
-        static_cast<QDialog*>(widget)->reject();
-      }
-  });
-  closer.start(20);
-  Action("mnuFilePrintPreview")->trigger();
-  EXPECT_TRUE(previewed);
 }
 
 TEST_F(MainWindow, ToolbarKeysDispatchToTheirActions) {
@@ -131,21 +119,22 @@ TEST_F(MainWindow, GermanAndBackRestoresEveryCaption) {
   EXPECT_EQ(Find<QStatusBar>("StatusBar1")->currentMessage(), "Bereit.");
   EXPECT_EQ(Find<QDialog>("frmAbout")->windowTitle(), QString::fromUtf8("Über Tavilo"));
   EXPECT_EQ(Find<QDialog>("frmOptions")->windowTitle(), "Optionen");
-
   Action("mnuLangEnglish")->trigger();
   EXPECT_EQ(ShownCaptions(window.get()), english);
-  EXPECT_EQ(Find<QMenu>("mnuFile")->title(), "&File");
-  EXPECT_EQ(Action("mnuLangDeutsch")->text(), "Deutsch");
 }
 
-// A menu caption's mnemonic and ellipsis stay in the menu.
-TEST_F(MainWindow, DialogTitlesCarryNoMnemonic) {
+// Every command's dialog opens; a menu caption's mnemonic and ellipsis stay
+// in the menu. Qt's own file dialogs are only looked at: their answer
+// depends on a listing loaded in a thread.
+TEST_F(MainWindow, EveryDialogOpensWithATitleWithoutMnemonic) {
   PEFForm& form = StartWith(1);
   QStringList titles;
+  std::vector<QFileDialog::FileMode> modes;
   QTimer closer;
   QObject::connect(&closer, &QTimer::timeout, [&] {
     if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
       titles << dialog->windowTitle();
+      if (auto* files = qobject_cast<QFileDialog*>(dialog)) modes.push_back(files->fileMode());
       dialog->reject();
     }
   });
@@ -162,6 +151,8 @@ TEST_F(MainWindow, DialogTitlesCarryNoMnemonic) {
   for (const char* title : {"Save Graphs As", "Grafiken speichern unter", "Save Picture", "Bild speichern"})
     EXPECT_TRUE(titles.contains(title)) << titles.join(", ").toStdString();
   for (const QString& title : titles) EXPECT_FALSE(title.contains('&')) << title.toStdString();
+  ASSERT_FALSE(modes.empty());
+  EXPECT_EQ(modes[0], QFileDialog::ExistingFiles) << "Import lets several files be picked";
 }
 
 TEST(MainLayout, GraphsShareTheWidthAndEachDirectionMovesOnlyAboveItsThreshold) {
