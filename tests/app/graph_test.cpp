@@ -77,7 +77,7 @@ TEST_F(Graphs, TheMouseZoomsAndPansAndADoubleClickOrAListResets) {
 
 // The pointer reads out in the view a graph was drawn in: the lift-drag
 // graph in the views of the range lists, the lift graph in one of its own.
-TEST_F(Graphs, EachGraphReadsInTheViewItWasDrawnIn) {
+TEST_F(Graphs, EachGraphReadsInTheViewItWasDrawnInUntilAnotherAirfoilIsOpened) {
   PEFForm& form = StartWith(1);
   const GraphWidgets graphs{Find<GraphWidget>("ClCdPicture"), Find<GraphWidget>("ClAlfaPicture"),
                             Find<GraphWidget>("CmAlfaPicture"), Find<GraphWidget>("BLUPicture"),
@@ -103,6 +103,8 @@ TEST_F(Graphs, EachGraphReadsInTheViewItWasDrawnIn) {
     QApplication::sendEvent(graph, &event);
     EXPECT_EQ(Find<QLabel>(c.readout)->text(), c.expected);
   }
+  form.Document().OpenFile(dir.File("wing.xml"));
+  EXPECT_EQ(Find<QLabel>("CdClValue")->text(), "") << "another airfoil clears the read-outs";
 }
 
 TEST_F(Graphs, KeysActOnAFocusedGraphOnly) {

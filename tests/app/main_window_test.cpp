@@ -1,5 +1,6 @@
-// The main window: enabled states, the toolbar's keys, the layout on resize
-// and the language switch.
+// The main window: enabled states, the toolbar's keys, the layout on resize,
+// the language switch and Qt's own dialogs in the language.
+#include <QComboBox>
 #include <QDialog>
 #include <QFile>
 #include <QFileDialog>
@@ -121,6 +122,46 @@ TEST_F(MainWindow, GermanAndBackRestoresEveryCaption) {
   EXPECT_EQ(Find<QDialog>("frmOptions")->windowTitle(), "Optionen");
   Action("mnuLangEnglish")->trigger();
   EXPECT_EQ(ShownCaptions(window.get()), english);
+}
+
+TEST_F(MainWindow, QtsOwnTextsAndFileDialogsFollowTheLanguage) {
+  PEFForm& form = Start();
+  Action("mnuLangDeutsch")->trigger();
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Abbrechen");
+
+  // Export through Qt's own dialog: choosing a file type makes its
+  // extension the one a name typed without one takes. The dialog is then
+  // closed: accepting it depends on its folder listing, which runs in the
+  // background and may not be done in time on a loaded machine.
+  WritePolarFile(dir, "source.xml", "Wing");
+  form.Document().OpenFile(dir.File("source.xml"));
+  QString title, suffix;
+  QTimer answer;
+  int ticks = 0;
+  QObject::connect(&answer, &QTimer::timeout, [&] {
+    QFileDialog* dialog = nullptr;
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (auto* candidate = qobject_cast<QFileDialog*>(widget); candidate && candidate->isVisible()) dialog = candidate;
+    if (dialog == nullptr) return;
+    title = dialog->windowTitle();
+    // As the user picks the type, once the list has its types: the list's
+    // own signals, which a call of selectNameFilter does not send.
+    auto* types = dialog->findChild<QComboBox*>("fileTypeCombo");
+    if (types != nullptr && types->count() > 1) {
+      types->setCurrentIndex(1);
+      emit types->activated(1);
+      emit types->textActivated(types->itemText(1));
+      suffix = dialog->defaultSuffix();
+    }
+    if (!suffix.isEmpty() || ++ticks > 300) dialog->reject();
+  });
+  answer.start(10);
+  form.Document().Export();
+  answer.stop();
+  EXPECT_EQ(suffix, "pef");
+  EXPECT_EQ(title, "Export Polare");
+  Action("mnuLangEnglish")->trigger();
+  EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Cancel");
 }
 
 // Every command's dialog opens; a menu caption's mnemonic and ellipsis stay

@@ -2,6 +2,7 @@
 // restart, and how stored texts are read.
 #include <QAbstractButton>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 
 #include "app/file_browser.h"
 #include "app/settings.h"
@@ -31,6 +32,9 @@ TEST_F(SettingsTest, FirstStartIsEnglishWithoutPrintOptionsInTheWorkingDirectory
   dir.Write("wing.xml", "");
   PEFForm& form = Start();
   EXPECT_EQ(form.Language(), kEnglish);
+  QStatusTipEvent tip{QString()};  // as a menu opening sends, which once wiped the text
+  QApplication::sendEvent(&form, &tip);
+  EXPECT_EQ(form.statusBar()->currentMessage(), "Ready.");
   const OptionsDialog& options = form.Options();
   EXPECT_EQ(std::vector<int>({options.GridShow(), options.LegendShow(), options.LegendPosition(0),
                               options.LegendPosition(1)}),

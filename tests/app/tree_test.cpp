@@ -1,12 +1,14 @@
-// The structure tree: its nodes and marks, clicks with either button, and
-// the edit commands of its pop-ups and keys.
+// The structure tree: its nodes and marks, clicks with either button, the
+// edit commands of its pop-ups and keys, and the envelope it shows.
 #include <QClipboard>
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QTest>
+#include <QStatusBar>
 #include <QTreeWidget>
+#include <filesystem>
 
 #include "app/icons.h"
 #include "app/polar_props_dialog.h"
@@ -205,6 +207,24 @@ TEST_F(StructureTree, CopyThenPasteAppendsADuplicateToTheSameSet) {
   QTest::keyClick(Tree(), Qt::Key_V, Qt::ControlModifier);
   ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 3);
   EXPECT_EQ(Node("c 1|p 3")->text(0).toStdString(), "Polar 3, Re= 200000, Polar");
+}
+
+// The set is shown whether or not its file could be written; the status
+// bar or the message names the file.
+TEST_F(StructureTree, TheEnvelopeIsShownBeforeItIsWrittenAndItsPathAfterwards) {
+  PEFForm& form = StartWith(2);
+  const std::string path = std::filesystem::absolute("Envelope.pef").string();
+  Action("mnuToolsEnvelope")->trigger();
+  EXPECT_EQ(form.statusBar()->currentMessage().toStdString(), "Envelope written to " + path);
+  EXPECT_EQ(Tree()->findItems("Set 2: Envelope", Qt::MatchExactly | Qt::MatchRecursive).size(), 1);
+
+  std::filesystem::remove(path);
+  std::filesystem::create_directory(path);
+  MessageBoxCatcher boxes;
+  Action("mnuToolsEnvelope")->trigger();
+  EXPECT_EQ(Tree()->topLevelItem(0)->childCount(), 3) << "the tree keeps up";
+  ASSERT_EQ(boxes.seen.size(), 1u);
+  EXPECT_NE(boxes.seen[0].text.toStdString().find(path), std::string::npos);
 }
 
 }  // namespace
