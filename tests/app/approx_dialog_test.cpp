@@ -8,12 +8,10 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
 
 #include "app/approx_dialog.h"
 #include "app/caption_apply.h"
 #include "app/graph_widget.h"
-#include "app/tree_controller.h"
 #include "app_fixture.h"
 #include "tools/approximation.h"
 
@@ -22,9 +20,9 @@ namespace {
 
 class ApproxDialogTest : public MainWindowTest {
  protected:
-  QDialog* Open(const char* file = "xfoil/naca4412_re1m_sweep.pol") {
+  QDialog* Open() {
     Start();
-    window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/" + file);
+    window->Document().OpenFile(TAVILO_TEST_DATA "/xfoil/naca4412_re1m_sweep.pol");
     Action("mnuToolsApproximate")->trigger();
     QApplication::processEvents();
     return Find<QDialog>("frmApprox");
@@ -75,30 +73,25 @@ TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilAFieldChangesOrItCloses
   shown("after the dialog closed", false);
 }
 
-TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolar) {
+// A report of many estimates wraps and shows in full.
+TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolarAndReportsInFull) {
   Open();
   auto* fit = Find<QPushButton>("btnFit");
-  auto* tree = Find<QTreeWidget>("TreeView1");
-  tree->setCurrentItem(tree->topLevelItem(0));
+  SelectNode("r");
   EXPECT_FALSE(fit->isEnabled()) << "the airfoil is no polar";
-  QTreeWidgetItem* polar = tree->topLevelItem(0)->child(0)->child(0);
-  ASSERT_EQ(polar->data(0, TreeController::kKeyRole).toString(), "c 1|p 1");
-  tree->setCurrentItem(polar);
+  SelectNode("c 1|p 1");
   ASSERT_TRUE(fit->isEnabled());
   Click("btnFit");
   EXPECT_NEAR(Field(10)->text().toDouble(), -4.24, 0.05) << "Alfa Zero";
   EXPECT_NEAR(Field(8)->text().toDouble(), 1.61, 0.05) << "Cl Max";
-  EXPECT_TRUE(Find<QLabel>("lblStatus")->text().startsWith("Fitted to 78 points: rms Cl 0.03"))
-      << Find<QLabel>("lblStatus")->text().toStdString();
-}
+  auto* report = Find<QLabel>("lblStatus");
+  EXPECT_TRUE(report->text().startsWith("Fitted to 78 points: rms Cl 0.03")) << report->text().toStdString();
 
-TEST_F(ApproxDialogTest, AReportOfManyEstimatesWrapsAndShowsInFull) {
-  Open("uiuc/E387A.DRG");
+  window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/uiuc/E387A.DRG");
   Action("mnuLangDeutsch")->trigger();
   SelectNode("c 1|p 1");
   Click("btnFit");
   QApplication::processEvents();
-  auto* report = Find<QLabel>("lblStatus");
   ASSERT_TRUE(report->text().contains("Stall Bereich Ca Max")) << report->text().toStdString();
   EXPECT_GE(report->height(), report->heightForWidth(report->width())) << "every wrapped line has room";
   EXPECT_TRUE(Find<QDialog>("frmApprox")->rect().contains(report->geometry()));
