@@ -6,10 +6,8 @@
 #include <QImage>
 #include <QLabel>
 #include <QMouseEvent>
-#include <QMimeData>
 #include <QPrinter>
 #include <QTreeWidget>
-#include <QUrl>
 #include <QWheelEvent>
 
 #include "app/graph_controller.h"
