@@ -51,7 +51,7 @@ void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skip
   page.SetDrawWidth(1);
   if (!gridShow) return;
   page.SetForeColor(kPageGridColor);
-  double step = style.gridStep;
+  const double step = axis.gridStep > 0 ? axis.gridStep : style.gridStep;
   ForEachStep(axis.low, step, axis.high + step / 2, [&](double v) {
     // The running sum misses 0 by a rounding error, so "at 0" means within a
     // thousandth of a step.
@@ -62,41 +62,24 @@ void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skip
   page.SetForeColor(kAxisColor);
 }
 
-constexpr Color kPaper = Color::Rgb(255, 255, 255);
-
-// Prints a label at the current position unless it reaches into a part of
-// the page that the axis keeps clear. A label within the graph stands on a
-// patch of paper of its own, so that the grid does not cross it.
-void PrintClear(const PageAxis& axis, const std::string& text) {
-  DrawingSurface& page = *axis.page;
-  const double x = page.CurrentX(), y = page.CurrentY();
-  const PageRect extent{x, y + page.TextHeight(text), x + page.TextWidth(text), y};
-  for (const PageRect& clear : axis.keepClear)
-    if (extent.Overlaps(clear)) return;
-  page.Line(extent.left, extent.top, extent.right, extent.bottom, kPaper, LineKind::FilledBox);
-  page.SetCurrentX(x);
-  page.SetCurrentY(y);
-  page.Print(text);
-}
-
 std::string LabelText(double value, const AxisStyle& style) {
   return FormatNumber(value, style.pattern) + style.suffix;
 }
 
 // Horizontal axes: labels centred under their ticks. Vertical axes: labels
-// right-aligned left of the axis, centred on their ticks' height.
+// right-aligned left of the edge, centred on their ticks' height.
 void DrawLabel(const PageAxis& axis, const AxisStyle& style, double value) {
   DrawingSurface& page = *axis.page;
   std::string text = LabelText(value, style);
   double pos = PagePosition(axis, style, value);
   if (style.horizontal) {
     page.SetCurrentX(pos - page.TextWidth(text) / 2);
-    page.SetCurrentY(axis.originY - HorizontalLabelGap(page));
+    page.SetCurrentY(axis.labelEdge - HorizontalLabelGap(page));
   } else {
-    page.SetCurrentX(axis.originX - kPageLabelGap - page.TextWidth(text));
+    page.SetCurrentX(axis.labelEdge - kPageLabelGap - page.TextWidth(text));
     page.SetCurrentY(pos - page.TextHeight(text) / 2);
   }
-  PrintClear(axis, text);
+  page.Print(text);
 }
 
 // From the first multiple of the step, so that a wide step still labels 0.
@@ -114,10 +97,10 @@ void DrawTitle(const PageAxis& axis, const AxisStyle& style) {
   double middle = (PagePosition(axis, style, axis.low) + PagePosition(axis, style, axis.high)) / 2;
   if (style.horizontal) {
     page.SetCurrentX(middle - page.TextWidth(style.title) / 2);
-    page.SetCurrentY(axis.originY - HorizontalLabelGap(page) + page.TextHeight("0") * 1.2);
+    page.SetCurrentY(axis.labelEdge - HorizontalLabelGap(page) + page.TextHeight("0") * 1.2);
   } else {
     double labelWidth = page.TextWidth(LabelText(-std::fmax(std::fabs(axis.low), std::fabs(axis.high)), style));
-    page.SetCurrentX(axis.originX - 2 * kPageLabelGap - labelWidth - page.TextWidth(style.title));
+    page.SetCurrentX(axis.labelEdge - 2 * kPageLabelGap - labelWidth - page.TextWidth(style.title));
     page.SetCurrentY(middle - page.TextHeight(style.title) / 2);
   }
   page.Print(style.title);
@@ -135,20 +118,16 @@ constexpr AxisStyle kCl = {false, ClMM, 0.1, "0.0", "", "Cl"};
 constexpr AxisStyle kCm = {false, CmMM, 0.02, "0.00", "", "Cm"};
 constexpr AxisStyle kXc = {true, XcMM, 0.1, "0.0", "", "x/c"};
 
-void DrawCmLabel(const PageAxis& axis, double value) {
-  DrawingSurface& page = *axis.page;
-  std::string text = FormatNumber(value, kCm.pattern);
-  page.SetCurrentX(axis.originX - kCmLabelOffset - page.TextWidth(text) / 2);
-  page.SetCurrentY(PagePosition(axis, kCm, value) - page.TextHeight(text) / 2);
-  PrintClear(axis, text);
-}
-
 bool OnTenth(double value) { return std::fabs(value * 10 - std::round(value * 10)) < 1e-6; }
 
 }  // namespace
 
 double HorizontalLabelGap(const DrawingSurface& page) {
   return std::fmax(kPageLabelGap, std::fabs(page.TextHeight("0")) / 2 + 0.5);
+}
+
+double HorizontalAxisDepth(const DrawingSurface& page) {
+  return HorizontalLabelGap(page) + 2.2 * std::fabs(page.TextHeight("0"));
 }
 
 void AlfaAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
@@ -176,18 +155,13 @@ void CmAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
   int count = 0;
   if (axis.labelStep < 0.1) {
     for (double v = axis.high; v >= axis.low - 0.01 && count < kMaxGridLines; v -= 0.02, ++count)
-      if (!OnTenth(v)) DrawCmLabel(axis, v);
+      if (!OnTenth(v)) DrawLabel(axis, kCm, v);
   }
   count = 0;
   for (double v = std::floor(axis.high / coarse + 1e-9) * coarse;
        v >= axis.low - coarse / 2 && count < kMaxGridLines; v -= coarse, ++count)
-    DrawCmLabel(axis, v);
-  DrawingSurface& page = *axis.page;
-  double top = std::fmax(PagePosition(axis, kCm, axis.low), PagePosition(axis, kCm, axis.high));
-  // Above the axis, on the labels' column, where no label can be.
-  page.SetCurrentX(axis.originX - page.TextWidth("-0.0") / 2 - page.TextWidth("Cm") / 2);
-  page.SetCurrentY(top + kPageLabelGap - page.TextHeight("Cm"));
-  page.Print("Cm");
+    DrawLabel(axis, kCm, v);
+  DrawTitle(axis, kCm);
 }
 
 }  // namespace tavilo

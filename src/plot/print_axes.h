@@ -1,9 +1,8 @@
 #pragma once
 // The axes of the printed graphs. The page is in millimetres with its
 // vertical axis growing upwards; the print run places each graph by its
-// origin, the page position of the value 0 of both of its quantities.
-
-#include <array>
+// origin, the page position of the value 0 of both of its quantities, and
+// by the frame edge its numbers stand along.
 
 #include "plot/page.h"
 #include "plot/surface.h"
@@ -22,27 +21,35 @@ struct PageAxis {
   // Distance of the tick labels; 0 for the axis's own. The print run widens
   // it where the labels would run into each other.
   double labelStep = 0;
-  // A tick label that would reach into one of these parts of the page is
-  // left out: the print run keeps labels off the other axis's line and off
-  // the labels and title under a horizontal axis.
-  std::array<PageRect, 2> keepClear{};
+  // Distance of the grid lines; 0 for the axis's own. The print run widens
+  // it where the lines would run into a grey field.
+  double gridStep = 0;
+  // The frame edge (mm) the labels and the title stand outside of: the
+  // bottom edge's y for a horizontal axis, the left edge's x for a vertical
+  // one. Outside the data, no curve crosses them.
+  double labelEdge = 0;
 };
 
-// Gap between an axis and its tick labels, in millimetres. Labels under a
-// horizontal axis keep at least a little more than half a line from it, so
-// that the label a vertical axis centres on the crossing stays clear.
+// Gap between a frame edge and its tick labels, and between the labels
+// and the title, in millimetres. Labels under the bottom edge keep at least
+// a little more than half a line from it, so that the lowest label of the
+// left edge, centred on the corner, stays clear of them.
 inline constexpr double kPageLabelGap = 1.5;
-// The gap between a horizontal axis and the top of its labels.
+// The gap between the bottom edge and the top of its labels.
 double HorizontalLabelGap(const DrawingSurface& page);
-// The moment labels stand centred this far left of the origin.
-inline constexpr double kCmLabelOffset = 4.0;
+// The depth of a horizontal axis's labels and title under the bottom edge.
+double HorizontalAxisDepth(const DrawingSurface& page);
 inline constexpr Color kPageGridColor = Color::Rgb(124, 124, 124);
 
 // Each draws the axis line (width 2) through the origin from `low` to `high`,
-// then, when `gridShow`, a grey grid line across the graph at every grid step
-// from low to high (the end gets its line in spite of rounding), leaving out
-// the line at 0 when `skipZeroGrid`; then the tick labels, at the multiples
-// of the label step within the range, and the title.
+// the heavier zero line of the other quantity, then, when `gridShow`, a grey
+// grid line across the graph at every grid step from low to high (the end
+// gets its line in spite of rounding), leaving out the line at 0 when
+// `skipZeroGrid`; then the tick labels, at the multiples of the label step
+// within the range, and the title, outside the frame edge `labelEdge`:
+// horizontal labels centred under their ticks with the title centred below
+// them, vertical labels right-aligned beside their ticks with the title left
+// of the widest label the range could have, centred on the axis's middle.
 // The foreground ends black, the line width 1.
 // Horizontal: angle, grid 1 degree, labels "0°" every 5.
 void AlfaAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow);
@@ -53,7 +60,7 @@ void ClAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow);
 void CdAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow);
 // Vertical: moment, grid 0.02, labels "0.00" counting down from `high`, at
 // tenths and at every 0.02 between them; with a label step of 0.1 or more,
-// only every label step.
+// only every label step. The print run's factor turns positive moments up.
 void CmAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow);
 // Horizontal: x/c, grid 0.1, labels "0.0" every 0.2.
 void XcAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow);

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cmath>
 #include <initializer_list>
-#include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "base/number_text.h"
@@ -22,6 +22,8 @@ constexpr double kBlockGap = 4;         // between heading, graphs and footer
 constexpr double kFooterShare = 0.25;   // of the paper's height, at most
 constexpr double kLegendShare = 0.45;   // of the lift-drag plot's height and width, at most
 constexpr double kLabelSpacing = 1.5;   // least free space between two tick labels
+constexpr double kGridSpacing = 1.2;    // least distance of two grid lines
+constexpr double kFullMarkGraph = 120;  // the frame's shorter side from which markers keep full size
 constexpr double kFieldGap = 2.5;       // between the fields of a footer row
 constexpr double kColumnGap = 6;        // between columns of a list
 constexpr double kSampleLength = 7;     // the curve sample before a list entry
@@ -42,34 +44,38 @@ struct AxisPlan {
   const char* suffix;
   const char* title;
   std::vector<double> labelSteps;  // candidates, the axis's own first
+  std::vector<double> gridSteps;   // likewise
   void (*draw)(const PageAxis&, bool, bool);
 };
 
 struct GraphPlan {
   AxisPlan x, y;
-  bool dragX;  // x scales with kd, fitted apart from y
+  std::string_view title;
 };
 
-std::vector<double> DragLabelSteps(double cdMax) {
-  const double base = DragLabelStep(cdMax);
+std::vector<double> Multiples(double base, std::initializer_list<double> factors) {
   std::vector<double> steps;
-  for (double factor : {1, 2, 5, 10, 20, 50, 100}) steps.push_back(base * factor);
+  for (double factor : factors) steps.push_back(base * factor);
   return steps;
 }
 
 AxisPlan PlanOf(AxisQuantity quantity, const PlotRanges& r) {
   switch (quantity) {
-    case AxisQuantity::Cd:
-      return {CdMM, 0, r.cdMax, "0.000", "", "Cd", DragLabelSteps(r.cdMax), CdAxis};
+    case AxisQuantity::Cd: {
+      const double label = DragLabelStep(r.cdMax);
+      std::vector<double> grid = Multiples(label, {1, 2, 5, 10});
+      grid.insert(grid.begin(), DragGridStep(r.cdMax));
+      return {CdMM, 0, r.cdMax, "0.000", "", "Cd", Multiples(label, {1, 2, 5, 10, 20, 50, 100}), grid, CdAxis};
+    }
     case AxisQuantity::Cl:
-      return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, ClAxis};
+      return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, {0.1, 0.5}, ClAxis};
     case AxisQuantity::Alfa:
-      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90},
+      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, {1, 5, 15},
               AlfaAxis};
     // A moment label step below 0.1 stands for the axis's own two loops.
     case AxisQuantity::Cm:
-      return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, CmAxis};
-    case AxisQuantity::Xc: return {XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, XcAxis};
+      return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, {0.02, 0.1}, CmAxis};
+    case AxisQuantity::Xc: return {XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, {0.1, 0.2}, XcAxis};
   }
   return PlanOf(AxisQuantity::Xc, r);
 }
@@ -78,7 +84,7 @@ PerGraph<GraphPlan> GraphPlans(const PlotRanges& r) {
   PerGraph<GraphPlan> plans;
   for (Graph graph : kGraphs) {
     const GraphDescription& d = Describe(graph);
-    plans[graph] = {PlanOf(d.x, r), PlanOf(d.y, r), d.x == AxisQuantity::Cd};
+    plans[graph] = {PlanOf(d.x, r), PlanOf(d.y, r), d.title};
   }
   return plans;
 }
@@ -92,8 +98,12 @@ double Density(const AxisPlan& axis, const PageFactors& factors) {
   return std::fabs(Map(axis, 1, factors) - Map(axis, 0, factors));
 }
 
-double Extent(const AxisPlan& axis, const PageFactors& factors) {
-  return std::fabs(Map(axis, axis.high, factors) - Map(axis, axis.low, factors));
+// The factors that stretch the axis's range over `length` millimetres,
+// growing in the direction the page's coordinate grows.
+PageFactors FittingFactors(const AxisPlan& axis, double length) {
+  const PageFactors unit;
+  const float factor = static_cast<float>(length / (Map(axis, axis.high, unit) - Map(axis, axis.low, unit)));
+  return {factor, factor};
 }
 
 std::string Label(const AxisPlan& axis, double value) { return FormatNumber(value, axis.pattern) + axis.suffix; }
@@ -108,23 +118,25 @@ double WidestLabel(DrawingSurface& page, const AxisPlan& axis) {
 
 double LineHeight(DrawingSurface& page) { return std::fabs(page.TextHeight("0")); }
 
-// Below a horizontal axis: its labels and its title.
-double HorizontalDepth(DrawingSurface& page) {
-  return HorizontalLabelGap(page) + 2.2 * LineHeight(page);
+double TitleHeight(DrawingSurface& page) {
+  page.SetFontSize(kGraphTitlePoints);
+  const double height = LineHeight(page);
+  page.SetFontSize(kAxisPoints);
+  return height;
 }
 
 struct Margins {
   double left, bottom, right, top;
 };
 
+// Room around the frame, at the axis type size: the labels and the title
+// of the vertical axis on the left, those of the horizontal one below, half
+// the widest horizontal label on the right, the graph's title on top, clear
+// of the half line by which the top label rises above the frame.
 Margins MarginsOf(DrawingSurface& page, const GraphPlan& graph) {
-  const double h = LineHeight(page);
-  const double labels = WidestLabel(page, graph.y);
-  const double beside =
-      graph.y.map == CmMM ? kCmLabelOffset + labels / 2
-                          : 2 * kPageLabelGap + labels + page.TextWidth(graph.y.title);
-  return {beside + 1, HorizontalDepth(page) + 0.5, WidestLabel(page, graph.x) / 2 + 0.5,
-          kPageLabelGap + h + 0.5};
+  return {WidestLabel(page, graph.y) + 2 * kPageLabelGap + page.TextWidth(graph.y.title) + 0.5,
+          HorizontalAxisDepth(page) + 0.5, WidestLabel(page, graph.x) / 2 + 0.5,
+          TitleHeight(page) + LineHeight(page) / 2 + kPageLabelGap};
 }
 
 double FirstStep(const std::vector<double>& steps, double density, double needed) {
@@ -137,31 +149,24 @@ PlacedGraph PlaceGraph(DrawingSurface& page, const GraphPlan& graph, const PageR
   PlacedGraph placed;
   placed.box = box;
   const Margins m = MarginsOf(page, graph);
-  const double width = std::max(box.Width() - m.left - m.right, 1.0);
-  const double height = std::max(box.Height() - m.bottom - m.top, 1.0);
-  const PageFactors unit;
-  const double fitX = width / Extent(graph.x, unit), fitY = height / Extent(graph.y, unit);
-  // Each graph keeps its proportions; drag has a factor of its own so that
-  // the widest drag range still fits beside the lift axis.
-  const float k = static_cast<float>(graph.dragX ? fitY : std::min(fitX, fitY));
-  placed.factors = {k, graph.dragX ? static_cast<float>(fitX) : k};
-  const double plotWidth = Extent(graph.x, placed.factors), plotHeight = Extent(graph.y, placed.factors);
-  // Centred across its box, at the top of it.
-  const double left = box.left + m.left + (width - plotWidth) / 2;
-  const double top = box.top - m.top;
-  placed.plot = {left, top - plotHeight, left + plotWidth, top};
-  placed.originX = left - std::min(Map(graph.x, graph.x.low, placed.factors), Map(graph.x, graph.x.high, placed.factors));
-  placed.originY = placed.plot.bottom -
-                   std::min(Map(graph.y, graph.y.low, placed.factors), Map(graph.y, graph.y.high, placed.factors));
-  // The view's top is the value at the plot's top edge: the moment axis
-  // runs downwards on paper.
-  const bool yDown = Map(graph.y, graph.y.high, placed.factors) < Map(graph.y, graph.y.low, placed.factors);
-  placed.view = {graph.x.low, yDown ? graph.y.low : graph.y.high, graph.x.high,
-                 yDown ? graph.y.high : graph.y.low};
-  placed.labelStepX = FirstStep(graph.x.labelSteps, Density(graph.x, placed.factors),
-                                WidestLabel(page, graph.x) + kLabelSpacing);
-  placed.labelStepY = FirstStep(graph.y.labelSteps, Density(graph.y, placed.factors),
-                                LineHeight(page) + kLabelSpacing / 2);
+  placed.plot = {box.left + m.left, box.bottom + m.bottom, std::max(box.right - m.right, box.left + m.left + 1),
+                 std::max(box.top - m.top, box.bottom + m.bottom + 1)};
+  const PageRect& plot = placed.plot;
+  placed.factorsX = FittingFactors(graph.x, plot.Width());
+  placed.factorsY = FittingFactors(graph.y, plot.Height());
+  placed.originX = plot.left - Map(graph.x, graph.x.low, placed.factorsX);
+  placed.originY = plot.bottom - Map(graph.y, graph.y.low, placed.factorsY);
+  placed.view = {graph.x.low, graph.y.high, graph.x.high, graph.y.low};
+  const double densityX = Density(graph.x, placed.factorsX), densityY = Density(graph.y, placed.factorsY);
+  placed.labelStepX = FirstStep(graph.x.labelSteps, densityX, WidestLabel(page, graph.x) + kLabelSpacing);
+  placed.labelStepY = FirstStep(graph.y.labelSteps, densityY, LineHeight(page) + kLabelSpacing / 2);
+  placed.gridStepX = FirstStep(graph.x.gridSteps, densityX, kGridSpacing);
+  placed.gridStepY = FirstStep(graph.y.gridSteps, densityY, kGridSpacing);
+  // Marks shrink with the graph, so that a polar of many points in a small
+  // graph stays a line rather than a row of markers.
+  const double markScale = std::clamp(std::min(plot.Width(), plot.Height()) / kFullMarkGraph, 0.5, 1.0);
+  placed.markUnit = kPageDeviceUnit * markScale;
+  placed.lineWidth = markScale >= 0.75 ? 2 : 1;
   return placed;
 }
 
@@ -304,29 +309,17 @@ ListBlock LayOutFooter(DrawingSurface& page, const PageRequest& request, const s
   return footer;
 }
 
-// The legend's place in the lift-drag plot: in the chosen corner, on the
-// side of the drag axis whose labels it would otherwise cover.
+// The legend's place: the chosen corner of the lift-drag plot, inside the
+// frame, where it stands on white over the curves.
 ListBlock LayOutLegend(DrawingSurface& page, const PageRequest& request, const PlacedGraph& graph, int count) {
-  page.SetFontSize(kAxisPoints);
   const PageRect& plot = graph.plot;
-  const double labelsBottom = graph.originY - HorizontalDepth(page) - 0.5;
-  const double above = plot.top - std::max(graph.originY + 0.5, plot.bottom) - kLegendInset;
-  const double below = std::max(0.0, labelsBottom - plot.bottom - kLegendInset);
   const bool upper = request.options.legendCorner == LegendCorner::UpperLeft;
   auto measure = [&] { return kSampleLength + kFieldGap + page.TextWidth("Re= 10000000"); };
-  // The preferred side when it holds a few rows, else the roomier one.
-  page.SetFontSize(kListPoints);
-  const double few = std::min(count, 3) * RowHeight(page);
-  const bool useAbove = upper ? (above >= few || above >= below) : !(below >= few || below >= above);
-  const double room = std::min(useAbove ? above : below, kLegendShare * plot.Height());
-  ListBlock legend = FitList(page, count, kLegendShare * plot.Width(), room, 0, measure);
+  ListBlock legend =
+      FitList(page, count, kLegendShare * plot.Width(), kLegendShare * plot.Height(), 0, measure);
   const PageRect size = BlockArea(0, 0, legend, 0);
   const double left = upper ? plot.left + kLegendInset : plot.right - kLegendInset - size.Width();
-  double top;
-  if (useAbove)
-    top = upper ? plot.top - kLegendInset : std::max(graph.originY, plot.bottom) + 0.5 + size.Height();
-  else
-    top = upper ? labelsBottom : plot.bottom + kLegendInset + size.Height();
+  const double top = upper ? plot.top - kLegendInset : plot.bottom + kLegendInset + size.Height();
   legend.area = BlockArea(left, top, legend, 0);
   return legend;
 }
@@ -366,44 +359,38 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
 
 // ---- Drawing ----
 
+// The frame, grid and zero lines, the numbers and axis titles outside the
+// frame, and the graph's title above it.
 void DrawGraphFrame(DrawingSurface& page, const GraphPlan& plan, const PlacedGraph& graph, bool grid) {
+  const PageRect& plot = graph.plot;
   page.SetFontSize(kAxisPoints);
   page.SetForeColor(kPageGridColor);
-  page.Line(graph.plot.left, graph.plot.top, graph.plot.right, graph.plot.bottom, LineKind::Box);
+  page.Line(plot.left, plot.top, plot.right, plot.bottom, LineKind::Box);
   page.SetForeColor(kBlack);
-  // Labels stay off the line of the other axis where it runs on past the
-  // crossing, and the vertical ones off the labels and title under the
-  // horizontal axis.
-  constexpr double kLineClear = 0.3;
-  const PageRect verticalLine{graph.originX - kLineClear, graph.plot.bottom, graph.originX + kLineClear,
-                              graph.originY - kLineClear};
-  const PageRect horizontalLine{graph.plot.left, graph.originY - kLineClear, graph.originX - kLineClear,
-                                graph.originY + kLineClear};
-  const PageRect band{graph.box.left, graph.originY - HorizontalDepth(page), graph.box.right,
-                      graph.originY - HorizontalLabelGap(page)};
-  PageAxis x{&page, graph.originX, graph.originY, graph.factors, plan.x.low, plan.x.high,
-             graph.plot.bottom, graph.plot.top, graph.labelStepX, {verticalLine, {}}};
+  PageAxis x{&page,       graph.originX,   graph.originY,   graph.factorsX, plan.x.low, plan.x.high,
+             plot.bottom, plot.top,        graph.labelStepX, graph.gridStepX, plot.bottom};
   plan.x.draw(x, true, grid);
   const double stepY = plan.y.map == CmMM && graph.labelStepY < 0.1 ? 0 : graph.labelStepY;
-  PageAxis y{&page, graph.originX, graph.originY, graph.factors, plan.y.low, plan.y.high,
-             graph.plot.left, graph.plot.right, stepY, {horizontalLine, band}};
+  PageAxis y{&page,     graph.originX, graph.originY, graph.factorsY, plan.y.low, plan.y.high,
+             plot.left, plot.right,    stepY,         graph.gridStepY, plot.left};
   plan.y.draw(y, true, grid);
+  page.SetFontSize(kGraphTitlePoints);
+  PrintAt(page, plot.left, graph.box.top, std::string(plan.title));
 }
 
+// Graph by graph, each with its own marker size and line width.
 void DrawCurves(DrawingSurface& page, const Layout& layout, bool readable) {
-  PerGraph<std::optional<BoxSurface>> boxes;
-  GraphSurfaces surfaces;
   for (Graph g : kGraphs) {
     const PlacedGraph& placed = layout.page.graphs[g];
-    boxes[g].emplace(page, placed.plot, kPageDeviceUnit);
-    boxes[g]->Scale(placed.view.left, placed.view.top, placed.view.right, placed.view.bottom);
-    surfaces[g] = &*boxes[g];
-  }
-  // Curves as heavy as the axes, so that they stand out from the grid.
-  page.SetDrawWidth(2);
-  for (const ListEntry& entry : layout.entries) {
-    page.SetForeColor(PolarColor(entry.ordinal, readable));
-    DrawPolarSeries(surfaces, entry.polar->Points(), PolarSymbolIndex(entry.ordinal));
+    BoxSurface box(page, placed.plot, placed.markUnit);
+    box.Scale(placed.view.left, placed.view.top, placed.view.right, placed.view.bottom);
+    GraphSurfaces surfaces;
+    surfaces[g] = &box;
+    page.SetDrawWidth(placed.lineWidth);
+    for (const ListEntry& entry : layout.entries) {
+      page.SetForeColor(PolarColor(entry.ordinal, readable));
+      DrawPolarSeries(surfaces, entry.polar->Points(), PolarSymbolIndex(entry.ordinal));
+    }
   }
   page.SetForeColor(kBlack);
   page.SetDrawWidth(1);

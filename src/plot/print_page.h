@@ -3,7 +3,8 @@
 // sheet, lift-drag large on the left and the four others two by two on the
 // right, under a heading that names the airfoil and above a footer that
 // lists the printed polars. Each graph is drawn with the printed axes and
-// the millimetre mappings, at page factors that fit it into its box.
+// the millimetre mappings, at a factor per axis that makes it fill its box,
+// titled above its frame and numbered outside it.
 
 #include <array>
 
@@ -44,22 +45,31 @@ struct PageRequest {
 // Type sizes in points. Lists (footer, legend) shrink to the smallest size
 // before they overflow into "+ N more".
 inline constexpr double kHeadingPoints = 14;
+inline constexpr double kGraphTitlePoints = 9;
 inline constexpr double kAxisPoints = 7.5;
 inline constexpr double kListPoints = 7.5;
 inline constexpr double kMinListPoints = 7;
 inline constexpr double kPageMargin = 12;  // mm on every side
 
-// Markers and curves are measured in this unit on paper (a screen marker
-// of 7 pixels becomes 1.75 mm).
+// Markers are measured in this unit on paper in a graph of full size (a
+// screen marker of 7 pixels becomes 1.75 mm, as in the legend and footer);
+// smaller graphs take a smaller unit, down to half of it.
 inline constexpr double kPageDeviceUnit = 0.25;  // mm
 
 struct PlacedGraph {
-  PageRect box;    // the graph's share of the page, labels and titles included
-  PageRect plot;   // where its value ranges lie
-  GraphView view;  // values at the plot's edges (left, top, right, bottom)
-  PageFactors factors;
-  double originX = 0, originY = 0;          // page position of the values 0
-  double labelStepX = 0, labelStepY = 0;    // tick label distances chosen
+  PageRect box;    // the graph's share of the page, title, labels and axis titles included
+  PageRect plot;   // its frame, where its value ranges lie
+  GraphView view;  // values at the frame's edges (left, top, right, bottom)
+  // The factors of the horizontal and of the vertical axis, each fitting its
+  // range to the frame; k and kd alike, whichever the axis's mapping reads.
+  // A negative factor turns a mapping round, so that values grow rightwards
+  // and upwards on every graph, moments too.
+  PageFactors factorsX, factorsY;
+  double originX = 0, originY = 0;        // page position of the values 0
+  double labelStepX = 0, labelStepY = 0;  // tick label distances chosen
+  double gridStepX = 0, gridStepY = 0;    // grid line distances chosen
+  double markUnit = kPageDeviceUnit;      // mm per device unit of its markers
+  int lineWidth = 2;                      // of its curves
 };
 
 // Rows of entries flowing into columns: the footer, the legend.

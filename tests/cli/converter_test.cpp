@@ -309,7 +309,7 @@ TEST(Converter, PrintWritesTheGraphPageAsAOnePageA4Pdf) {
     EXPECT_NE(info.find("(A4)"), std::string::npos) << info;
     const std::string text = Poppler(dir, "pdftotext", pdf);
     EXPECT_NE(text.find(heading), std::string::npos) << text;
-    for (const char* re : {"Re= 61000", "Re= 101000", "Re= 151600", "Re= 202300", "Re= 303000"})
+    for (const char* re : {"Re= 61000", "Re= 101000", "Re= 151600", "Re= 202300", "Re= 303000", "Cl-Cd", "TL-x/c"})
       EXPECT_NE(text.find(re), std::string::npos) << re;
   }
   EXPECT_EQ(Convert(dir, {"--print", dir.File("x.pdf"), "--legend", "middle", uiuc}).status, 2);
