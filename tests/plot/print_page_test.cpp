@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
@@ -66,7 +67,19 @@ PageRect Grown(const PageRect& r, double by) { return {r.left - by, r.bottom - b
 const PlotRanges kWidest{3.0, -1.5, 2.0, 90.0};
 const PlotRanges kNarrowest{0.5, 0.0, 0.01, 10.0};
 
-TEST(PrintedPage, GraphsStayInTheirBoxesCurvesInTheirGraphsAndNoTwoTextsMeet) {
+// The one text that reads `text`.
+const SurfaceCall* Find(const std::vector<SurfaceCall>& texts, const std::string& text) {
+  const SurfaceCall* found = nullptr;
+  for (const SurfaceCall& call : texts)
+    if (call.text == text) {
+      EXPECT_EQ(found, nullptr) << text << " twice";
+      found = &call;
+    }
+  EXPECT_NE(found, nullptr) << text;
+  return found;
+}
+
+TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTextsMeet) {
   const struct {
     PlotRanges ranges;
     PaperSize paper;
@@ -84,9 +97,20 @@ TEST(PrintedPage, GraphsStayInTheirBoxesCurvesInTheirGraphsAndNoTwoTextsMeet) {
     PageRequest request{c.ranges, {true, true, c.corner}, c.paper, kEnglish};
     Printed page(airfoil, request);
     const PageRect paper{kPageMargin, kPageMargin, c.paper.width - kPageMargin, c.paper.height - kPageMargin};
-    for (const PlacedGraph& graph : page.layout.graphs) {
+    const std::vector<SurfaceCall> texts = page.Texts();
+    for (Graph g : kGraphs) {
+      const PlacedGraph& graph = page.layout.graphs[g];
       EXPECT_TRUE(paper.Contains(graph.box));
       EXPECT_TRUE(graph.box.Contains(graph.plot));
+      // Each axis stretched to its frame, whatever the ranges.
+      EXPECT_GT(graph.plot.Width(), 0.6 * graph.box.Width());
+      EXPECT_GT(graph.plot.Height(), 0.6 * graph.box.Height());
+      // Marks to scale: the small graphs' markers are smaller.
+      EXPECT_TRUE(g == Graph::ClCd || graph.markUnit < page.layout.graphs[Graph::ClCd].markUnit);
+      const SurfaceCall* title = Find(texts, std::string(Describe(g).title));
+      if (!title) continue;
+      EXPECT_TRUE(graph.box.Contains(TextRect(*title)));
+      EXPECT_GE(TextRect(*title).bottom, graph.plot.top);
     }
     // Every polar line lies in a graph, or is a sample in the legend or footer.
     std::vector<PageRect> allowed = {page.layout.footer.area, page.layout.legend.area};
@@ -100,13 +124,19 @@ TEST(PrintedPage, GraphsStayInTheirBoxesCurvesInTheirGraphsAndNoTwoTextsMeet) {
         ASSERT_TRUE(inside) << line.x1 << "," << line.y1 << " " << line.x2 << "," << line.y2;
       }
     }
-    const std::vector<SurfaceCall> texts = page.Texts();
+    // Numbers and titles stand outside every frame; only the legend is inside one.
     for (size_t a = 0; a < texts.size(); ++a) {
-      EXPECT_TRUE(Grown(paper, 0.01).Contains(TextRect(texts[a]))) << texts[a].text;
+      const PageRect text = TextRect(texts[a]);
+      EXPECT_TRUE(Grown(paper, 0.01).Contains(text)) << texts[a].text;
+      for (const PlacedGraph& graph : page.layout.graphs)
+        EXPECT_TRUE(page.layout.legend.area.Contains(text) || !Grown(graph.plot, -0.05).Overlaps(text))
+            << texts[a].text;
       for (size_t b = a + 1; b < texts.size(); ++b)
-        EXPECT_FALSE(Grown(TextRect(texts[a]), -0.05).Overlaps(TextRect(texts[b])))
-            << texts[a].text << " / " << texts[b].text;
+        EXPECT_FALSE(Grown(text, -0.05).Overlaps(TextRect(texts[b]))) << texts[a].text << " / " << texts[b].text;
     }
+    // Positive moments up, as on screen.
+    const SurfaceCall *up = Find(texts, "0.40"), *down = Find(texts, "-0.40");
+    EXPECT_GT(up ? up->y1 : 0, down ? down->y1 : 0);
   }
 }
 
@@ -148,6 +178,21 @@ TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
       EXPECT_TRUE(corner == LegendCorner::UpperLeft ? upperLeft : lowerRight) << text.text;
     }
     EXPECT_EQ(inLegend, 3);
+    // On white, after every curve: only samples follow its backing.
+    const auto& calls = page.surface.calls;
+    const Color white = Color::Rgb(255, 255, 255);
+    auto backing = std::find_if(calls.begin(), calls.end(), [&](const SurfaceCall& call) {
+      return call.kind == CallKind::FillColor && call.color == white;
+    });
+    ASSERT_NE(backing, calls.end());
+    for (auto call = backing; call != calls.end(); ++call) {
+      const bool polar = call->color == Color::Palette(1) || call->color == Color::Palette(2) ||
+                         call->color == Color::Palette(3);
+      if (call->kind != CallKind::Line || !polar) continue;
+      const PageRect extent{std::min(call->x1, call->x2), std::min(call->y1, call->y2), std::max(call->x1, call->x2),
+                            std::max(call->y1, call->y2)};
+      EXPECT_TRUE(Grown(page.layout.legend.area, 1).Contains(extent) || page.layout.footer.area.Contains(extent));
+    }
   }
 }
 
