@@ -84,12 +84,13 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
     PlotRanges ranges;
     PaperSize paper;
     LegendCorner corner;
+    double angleLabelStep;  // widened only where 5 degrees would crowd the recorder's wide type
   } cases[] = {
-      {PlotRanges{}, kA4Landscape, LegendCorner::LowerRight},
-      {PlotRanges{}, kLetterLandscape, LegendCorner::UpperLeft},
-      {kWidest, kA4Landscape, LegendCorner::UpperLeft},
-      {kWidest, kLetterLandscape, LegendCorner::LowerRight},
-      {kNarrowest, kA4Landscape, LegendCorner::LowerRight},
+      {PlotRanges{}, kA4Landscape, LegendCorner::LowerRight, 5},
+      {PlotRanges{}, kLetterLandscape, LegendCorner::UpperLeft, 10},
+      {kWidest, kA4Landscape, LegendCorner::UpperLeft, 30},
+      {kWidest, kLetterLandscape, LegendCorner::LowerRight, 45},
+      {kNarrowest, kA4Landscape, LegendCorner::LowerRight, 5},
   };
   const tavilo::Airfoil airfoil = Airfoil(4);
   for (const auto& c : cases) {
@@ -98,6 +99,7 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
     Printed page(airfoil, request);
     const PageRect paper{kPageMargin, kPageMargin, c.paper.width - kPageMargin, c.paper.height - kPageMargin};
     const std::vector<SurfaceCall> texts = page.Texts();
+    EXPECT_EQ(page.layout.graphs[Graph::ClAlfa].labelStepX, c.angleLabelStep);
     for (Graph g : kGraphs) {
       const PlacedGraph& graph = page.layout.graphs[g];
       EXPECT_TRUE(paper.Contains(graph.box));
@@ -138,15 +140,6 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
     const SurfaceCall *up = Find(texts, "0.40"), *down = Find(texts, "-0.40");
     EXPECT_GT(up ? up->y1 : 0, down ? down->y1 : 0);
   }
-}
-
-TEST(PrintedPage, AngleLabelsWidenOnlyWhereTheFiveDegreeStepWouldCrowd) {
-  const tavilo::Airfoil airfoil = Airfoil(1);
-  PageRequest request;
-  EXPECT_EQ(Printed(airfoil, request).layout.graphs[Graph::ClAlfa].labelStepX, 5);
-  request.ranges = kWidest;
-  const double wide = Printed(airfoil, request).layout.graphs[Graph::ClAlfa].labelStepX;
-  EXPECT_TRUE(wide == 10 || wide == 15 || wide == 30) << wide;
 }
 
 TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
