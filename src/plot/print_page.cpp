@@ -367,12 +367,12 @@ void DrawGraphFrame(DrawingSurface& page, const GraphPlan& plan, const PlacedGra
   page.SetForeColor(kPageGridColor);
   page.Line(plot.left, plot.top, plot.right, plot.bottom, LineKind::Box);
   page.SetForeColor(kBlack);
-  PageAxis x{&page,       graph.originX,   graph.originY,   graph.factorsX, plan.x.low, plan.x.high,
-             plot.bottom, plot.top,        graph.labelStepX, graph.gridStepX, plot.bottom};
+  PageAxis x{&page, graph.originX, graph.originY, graph.factorsX, plan.x.low, plan.x.high,
+             plot.bottom, plot.top, graph.labelStepX, graph.gridStepX, plot.bottom};
   plan.x.draw(x, true, grid);
   const double stepY = plan.y.map == CmMM && graph.labelStepY < 0.1 ? 0 : graph.labelStepY;
-  PageAxis y{&page,     graph.originX, graph.originY, graph.factorsY, plan.y.low, plan.y.high,
-             plot.left, plot.right,    stepY,         graph.gridStepY, plot.left};
+  PageAxis y{&page, graph.originX, graph.originY, graph.factorsY, plan.y.low, plan.y.high,
+             plot.left, plot.right, stepY, graph.gridStepY, plot.left};
   plan.y.draw(y, true, grid);
   page.SetFontSize(kGraphTitlePoints);
   PrintAt(page, plot.left, graph.box.top, std::string(plan.title));
