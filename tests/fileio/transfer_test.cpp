@@ -49,19 +49,25 @@ AirfoilPtr Sample(const std::string& name, double re = 200000) {
   return airfoil;
 }
 
-TEST(LoadFile, ShowsProgressThroughTheUserInterface) {
+TEST(LoadFile, ShowsProgressAndEveryReaderNamesAMissingFile) {
   TempDir dir;
   const std::string path = dir.File("clark.xml");
   WriteToXML(*Sample("Clark Y"), path);
   RecordingUserInterface ui;
-  AirfoilPtr airfoil = LoadFile(path, ui);
-  EXPECT_EQ(airfoil->ConfigCount(), 1);
+  EXPECT_EQ(LoadFile(path, ui)->ConfigCount(), 1);
   EXPECT_EQ(ui.statusTexts, (std::vector<std::string>{"Reading...", "Ready."}));
   EXPECT_EQ(ui.busyChanges, (std::vector<bool>{true, false}));
-  RecordingUserInterface failing;
-  EXPECT_THROW(LoadFile("/nonexistent/wing.pef", failing), FileNotFoundError);
-  EXPECT_EQ(failing.busyChanges.back(), false);
-  EXPECT_EQ(failing.statusTexts.back(), "Ready.");
+  for (const char* name : {"wing.pef", "wing.xml", "wing.pol", "wing.drg", "wing.txt"}) {
+    RecordingUserInterface failing;
+    try {
+      LoadFile(dir.File(name), failing);
+      ADD_FAILURE() << name;
+    } catch (const FileNotFoundError& error) {
+      EXPECT_NE(std::string(error.what()).find(dir.File(name)), std::string::npos) << name;
+    }
+    EXPECT_EQ(failing.busyChanges.back(), false);
+    EXPECT_EQ(failing.statusTexts.back(), "Ready.");
+  }
 }
 
 TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
@@ -76,8 +82,11 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
     bool error, quiet, stoppedEarly;
     int line;
   } cases[] = {
+      // XML wants its declaration exactly so, and then at least one set.
       {"wing.xml", "<polar-exchange-file/>", 72, true, false, false, 0},
-      {"wing2.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", 76, true, false, false, 0},
+      {"encoding.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", 72, true, false, false, 0},
+      {"upper.xml", "<?XML version=\"1.0\"?>\n<configurations/>", 72, true, false, false, 0},
+      {"wing2.xml", "<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", 76, true, false, false, 0},
       {"wing.pef", "[Airfoil]\r\nDescription1=A\r\n", 76, true, false, false, 0},
       {"wild.pol", pol, kOverflowText, true, true, true, 14},
       {"notes.doc", "", 73, true, false, false, 0},

@@ -5,8 +5,7 @@
 #include "base/number_text.h"
 #include "fileio/load.h"
 #include "formats/pef.h"
-#include "formats/xml.h"
-#include "strings/product.h"
+#include "formats/file_text.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
@@ -113,25 +112,9 @@ TEST(PefReader, PointsAreFoundByKeyAndHugeCountsAreBounded) {
   EXPECT_TRUE(ui.messages.empty());
 }
 
-// Set 1 named with an origin, set 2 unnamed; three polars each.
-Airfoil ModelWithTwoSets() {
-  Airfoil airfoil;
-  airfoil.Name = "NACA 2412";
-  std::vector<PolarPoint> points;
-  for (int i = 0; i < 120; ++i) points.push_back({-5 + i * 0.12345, 0.01 * i, 0.0061234 + i * 1e-5, -0.05, 0.61234, 1, N, N});
-  for (const char* name : {"Flap 0", ""}) {
-    auto config = std::make_shared<Configuration>();
-    config->Name = config->Origin = name;
-    for (int p = 0; p < 3; ++p)
-      config->AddPolar(testing::MakePolar(100000.4 * (p + 1), 0.3 * p, true, points, "Re " + std::to_string(p)));
-    airfoil.AddConfiguration(config);
-  }
-  return airfoil;
-}
-
 TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
   const std::pair<std::string, bool> cases[] = {
-      {PefText(ModelWithTwoSets()), false},
+      {ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef"), false},
       {OnePolarFile("NumberPoints=2\r\nValue01=1 2 3\r\n"), true},                 // cut after a point
       {OnePolarFile("NumberPoints=2\r\nValue02=4 5 6\r\n"), true},                 // a point missing in between
       {"[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=2\r\n[Set1-Polar1]\r\n", true},  // a polar
@@ -146,36 +129,6 @@ TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
     const Diagnostic& d = report.diagnostics[0];
     EXPECT_TRUE(d.quiet && d.severity == Severity::Warning && d.messageId == kShortOfCountsText);
   }
-}
-
-TEST(PefReader, WrittenFileReadsBackToTheWrittenText) {
-  const std::string written = PefText(ModelWithTwoSets());
-  RecordingUserInterface ui;
-  Airfoil read = ReadText(written, ui);
-  EXPECT_TRUE(ui.messages.empty());
-  EXPECT_EQ(read.Configuration(1)->Description2, kCopyrightNotice);  // the first of two
-  EXPECT_EQ(read.Configuration(2)->Name, kCopyrightNotice);          // an unnamed set
-  EXPECT_EQ(read.Configuration(2)->Origin, "Tavilo");
-  EXPECT_EQ(read.Configuration(1)->Polar(3)->MachNumber, 1);  // 0.6 written as 1
-  // The writer adds its notice again.
-  read.Configuration(1)->Description2 = read.Configuration(2)->Name = "";
-  EXPECT_EQ(PefText(read), written);
-}
-
-TEST(PefReader, ConvertsToXmlAndBackThroughTheModel) {
-  RecordingUserInterface ui;
-  Airfoil fromPef = ReadText(PefText(ModelWithTwoSets()), ui);
-  Airfoil fromXml;
-  ShowDiagnostics(ReadFromXMLText(fromXml, XmlText(fromPef)), ui);
-  Airfoil again = ReadText(PefText(fromXml), ui);
-  EXPECT_TRUE(ui.messages.empty());
-  // Origin and Description2 are not carried by XML; everything else is.
-  for (Airfoil* airfoil : {&fromPef, &again})
-    for (int s = 1; s <= airfoil->ConfigCount(); ++s) {
-      airfoil->Configuration(s)->Origin.clear();
-      airfoil->Configuration(s)->Description2.clear();
-    }
-  EXPECT_EQ(PefText(again), PefText(fromPef));
 }
 
 TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {

@@ -4,6 +4,7 @@
 
 #include "formats/file_text.h"
 #include "formats/pef.h"
+#include "strings/product.h"
 #include "support/model_builders.h"
 #include "support/temp_dir.h"
 
@@ -57,6 +58,24 @@ TEST(PefWriter, PolarBlockKeysHaveAtLeastTwoDigits) {
   for (const char* line : {"\r\nValue01=", "\r\nValue09=", "\r\nValue10=", "\r\nValue100="})
     EXPECT_NE(text.find(line), std::string::npos) << line;
   EXPECT_EQ(text.find("Value1="), std::string::npos);
+  Polar read;
+  ReadPolarFromPEFText(read, text, 1, 1);
+  EXPECT_EQ(read.PointCount(), 100);
+  EXPECT_EQ(read.Point(100).TL, 6);
+}
+
+// Read back, the file gives its own text: the notice stands first among a
+// set's descriptions and names an unnamed set, whose origin is Tavilo.
+TEST(PefWriter, WrittenFileReadsBackToTheWrittenText) {
+  const std::string written = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef");
+  Airfoil read;
+  EXPECT_TRUE(ReadFromPEFText(read, written).diagnostics.empty());
+  EXPECT_EQ(read.Configuration(1)->Description2, kCopyrightNotice);
+  EXPECT_EQ(read.Configuration(2)->Name + "|" + read.Configuration(2)->Origin,
+            std::string(kCopyrightNotice) + "|Tavilo");
+  read.Configuration(1)->Description2 = "smooth";  // the writer adds its notice again
+  read.Configuration(2)->Name = "";
+  EXPECT_EQ(PefText(read), written);
 }
 
 }  // namespace
