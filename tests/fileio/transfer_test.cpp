@@ -200,8 +200,6 @@ TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
     std::string message;  // "%d" stands for the directory
     MessageIcon icon;
   } cases[] = {
-      {{"a.pef", "e.pef"}, kEnglish, "1 of 2 files could not be converted:\r\ne.pef: File contains no polars!",
-       MessageIcon::Critical},
       {{"e.pef"}, kGerman, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
       {{"a.pef", "b.pef", "c.pef", "e.pef"}, kGerman,

@@ -13,7 +13,6 @@ namespace tavilo {
 namespace {
 
 using testing::ExpectAirfoilMatchesTable;
-using testing::LoadExpectedTable;
 using testing::RecordingUserInterface;
 using testing::Summary;
 
@@ -37,7 +36,7 @@ TEST_P(RealUiucFile, ReadsEveryBlockValueForValue) {
   const std::string path = kUiucData + GetParam();
   RecordingUserInterface ui;
   const LoadResult read = ReadPolarFile(path, ui.Chooser());
-  ExpectAirfoilMatchesTable(*read.airfoil, LoadExpectedTable(path + ".expected"));
+  ExpectAirfoilMatchesTable(*read.airfoil, path + ".expected");
   EXPECT_TRUE(ui.airfoilChoices.empty());  // one airfoil: nobody is asked
 }
 
@@ -48,7 +47,7 @@ TEST(DrgReader, FileWithoutBlockFootersReadsTheSame) {
   std::string text = ReadFileBytes(kUiucData + "E387A.DRG");
   for (size_t at; (at = text.find("Tabulated from data")) != std::string::npos;)
     text.erase(at, text.find('\n', at) + 1 - at);
-  ExpectAirfoilMatchesTable(Read(text), LoadExpectedTable(kUiucData + "E387A.DRG.expected"));
+  ExpectAirfoilMatchesTable(Read(text), kUiucData + "E387A.DRG.expected");
 }
 
 TEST(DrgReader, PrincetonAndUiucLayouts) {
@@ -84,7 +83,7 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
   ReadFromDRGText(airfoil, two, ui.Chooser());
   EXPECT_EQ(ui.airfoilChoices, (std::vector<std::vector<std::string>>{{"S1223", "WASP", ""}}));
   for (auto [reply, table] : {std::pair{1, "WASP"}, {0, "S1223GF1"}, {-1, "S1223GF1"}})
-    ExpectAirfoilMatchesTable(Read(two, reply), LoadExpectedTable(kUiucData + table + ".DRG.expected"));
+    ExpectAirfoilMatchesTable(Read(two, reply), kUiucData + table + ".DRG.expected");
   for (int reply : {2, 1000}) {  // past the last airfoil: an empty set
     Airfoil none = Read(two, reply);
     EXPECT_EQ(none.Name, "");

@@ -12,7 +12,6 @@ namespace tavilo {
 namespace {
 
 using testing::ExpectAirfoilMatchesTable;
-using testing::LoadExpectedTable;
 using testing::MakePolar;
 
 const std::string kXfoilData = std::string(TAVILO_TEST_DATA) + "/xfoil/";
@@ -24,7 +23,7 @@ TEST_P(RealXfoilFile, ReadsEveryValue) {
   const std::string path = kXfoilData + GetParam();
   Airfoil airfoil;
   ReadFromPOL(airfoil, path);
-  ExpectAirfoilMatchesTable(airfoil, LoadExpectedTable(path + ".expected"));
+  ExpectAirfoilMatchesTable(airfoil, path + ".expected");
   EXPECT_EQ(airfoil.Configuration(1)->Name, "");
 }
 
@@ -50,7 +49,7 @@ TEST(PolReader, LineEndsAndBlanksDoNotChangeWhatIsRead) {
                                   ReplaceAll(lf, "\n", "   \n") + "  ", lf + "\r\n  \r\n\r\n"}) {
     Airfoil airfoil;
     ReadFromPOLText(airfoil, text);
-    ExpectAirfoilMatchesTable(airfoil, LoadExpectedTable(name + ".expected"));
+    ExpectAirfoilMatchesTable(airfoil, name + ".expected");
   }
 }
 
