@@ -50,9 +50,6 @@ TEST(PefWriter, NothingSelectedGivesNoSetsAndTheFileIsReplaced) {
 }
 
 TEST(PefWriter, PolarBlockKeysHaveAtLeastTwoDigits) {
-  EXPECT_EQ(PolarPefText(*MakePolar(5e5, 0, false, {}, ""), 3, 7),
-            "\r\n[Set3-Polar7]\r\nReynoldsNumber=500000\r\nMachNumber=0\r\nNumberPoints=0\r\n"
-            "Values=Alpha      Cl        Cd         Cm      TU      TL\r\n");
   std::vector<PolarPoint> points(100, PolarPoint{1, 2, 3, 4, 5, 6, 7, 8});
   const std::string text = PolarPefText(*MakePolar(0, 0, true, points, "p"), 1, 1);
   for (const char* line : {"\r\nValue01=", "\r\nValue09=", "\r\nValue10=", "\r\nValue100="})
