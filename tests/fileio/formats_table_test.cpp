@@ -43,8 +43,6 @@ TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
     EXPECT_EQ(IdOf(FormatToRead(c.name)), c.reader) << c.name;
     EXPECT_EQ(IdOf(FormatToWrite(c.name)), c.writer) << c.name;
   }
-  EXPECT_EQ(FormatToWrite("input.epp")->write, nullptr);
-  EXPECT_EQ(FormatToWrite("input.epp")->notWrittenText, 103);
 }
 
 // The patterns of a filter text "Label|pattern|Label|pattern", or of a
