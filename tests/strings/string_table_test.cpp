@@ -54,19 +54,20 @@ TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
   const std::string noSuchFile = std::strerror(ENOENT);
   const struct {
     std::function<void()> action;
-    std::string english;
+    std::string english, german;  // German for a spot check
   } cases[] = {
       {[&] { WriteFileAtomically(missing, "x"); },
-       "File access error: cannot write " + missing + ": " + noSuchFile},
+       "File access error: cannot write " + missing + ": " + noSuchFile,
+       "Fehler beim Dateizugriff: " + missing + " kann nicht geschrieben werden: " + noSuchFile},
       {[&] { WriteFileAtomically(taken, "x"); },
-       "File access error: cannot replace " + taken + ": " + std::strerror(EISDIR)},
+       "File access error: cannot replace " + taken + ": " + std::strerror(EISDIR), ""},
       {[] {
          char byte;
          InputFile("/proc/self/mem").ReadAt(&byte, 1, 0);
        },
-       "File access error: cannot read /proc/self/mem: " + std::string(std::strerror(EIO))},
+       "File access error: cannot read /proc/self/mem: " + std::string(std::strerror(EIO)), ""},
       {[] { PefIndex::OfFile("/dev/null"); },
-       "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB"},
+       "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB", ""},
   };
   for (const auto& c : cases) {
     try {
@@ -75,9 +76,9 @@ TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
     } catch (const RuntimeError& error) {
       EXPECT_EQ(ErrorText(error, kEnglish), c.english);
       EXPECT_EQ(error.what(), c.english);
-      if (&c != &cases[0]) continue;
-      EXPECT_EQ(ErrorText(error, kGerman), "Fehler beim Dateizugriff: " + missing +
-                                               " kann nicht geschrieben werden: " + noSuchFile);
+      if (!c.german.empty()) {
+        EXPECT_EQ(ErrorText(error, kGerman), c.german);
+      }
     }
   }
 }
