@@ -60,11 +60,12 @@ ApproxRange ApproxFieldRange(ApproxField field, const ApproxValues& v) {
     // the drag fall as the angle grows.
     case StallCdAtClMax: return {v.cdMin, FlatPlateCd(ApproxPlateAlfaMax(v))};
     case StallCdAtClMin: return {v.cdMin, FlatPlateCd(ApproxPlateAlfaMin(v))};
-    // Past these ends the tilt alone would climb to a stall drag and turn
+    // The tilt leans the bucket, it does not move its bottom far from Cd
+    // Min; past the other ends the tilt alone would climb to a stall drag and turn
     // the bucket's power term negative, so the drag would fall towards it.
     case CdTilt:
-      return {std::max(-v.cdMin, -(v.stallCdAtClMin - v.cdMin) / (v.cdShift - v.clMin)),
-              std::min(v.cdMin, (v.stallCdAtClMax - v.cdMin) / (v.clMax - v.cdShift))};
+      return {std::max(-kApproxTiltShare * v.cdMin, -(v.stallCdAtClMin - v.cdMin) / (v.cdShift - v.clMin)),
+              std::min(kApproxTiltShare * v.cdMin, (v.stallCdAtClMax - v.cdMin) / (v.clMax - v.cdShift))};
   }
   return {0, 0};
 }
@@ -161,12 +162,13 @@ double ApproxModel::Cd(double alfa) const {
   const double beyond = s.sign * (alfa - s.stallAlfa);
   if (beyond <= 0) return CdAtCl(Cl(alfa));
   if (s.sign * (alfa - s.plateAlfa) >= 0) return FlatPlateCd(alfa);
-  // Drag climbs at once, as it does in the data, and eases towards the
-  // plate's drag at the range's end; aiming at that fixed value (not the
-  // plate's drag at each angle, which lies below the stall drag near it)
-  // keeps the drag from falling on the way.
+  // Drag leaves the stall drag with the slope the bucket has there, none,
+  // and climbs ever faster, as the sweeps show it, to the plate's drag at
+  // the range's end; aiming at that fixed value (not the plate's drag at
+  // each angle, which lies below the stall drag near it) keeps the drag
+  // from falling on the way.
   const double t = beyond / std::fabs(s.plateAlfa - s.stallAlfa);
-  return s.stallCd + (s.plateCd - s.stallCd) * t * (2 - t);
+  return s.stallCd + (s.plateCd - s.stallCd) * t;
 }
 
 std::vector<PolarPoint> ApproxModel::Curve() const {

@@ -94,12 +94,14 @@ inline constexpr ApproxRange kApproxClMinRange{-2, -0.1};
 inline constexpr ApproxRange kApproxStallRangeRange{2, 40};
 inline constexpr ApproxRange kApproxCdMinRange{0.001, 0.1};
 inline constexpr ApproxRange kApproxCdExponentRange{1.2, 8};
+// The most the tilt may take per unit of lift, as a share of Cd Min.
+inline constexpr double kApproxTiltShare = 0.5;
 
 // The range of `field` given the other values: the fixed ones above, a
 // stall range no shorter than it takes to end on its side of zero angle;
 // Cd Shift strictly between Cl Min and Cl Max; a stall drag above Cd Min
 // and at most the flat plate's drag where its stall range ends; a tilt of
-// at most Cd Min per unit of lift either way that still leaves the bucket
+// at most half of Cd Min per unit of lift either way that leaves the bucket
 // rising towards both stall drags (both ends excluded).
 ApproxRange ApproxFieldRange(ApproxField field, const ApproxValues& values);
 

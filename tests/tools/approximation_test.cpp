@@ -29,7 +29,7 @@ std::vector<ApproxValues> ModelCases() {
   ApproxValues floored;
   floored.cdMin = 0.001;
   floored.cdShift = 1;
-  floored.cdTilt = 0.00099;
+  floored.cdTilt = 0.00049;
   floored.cdExponent = 8;
   floored.stallCdAtClMin = 0.0011;
   ApproxValues abrupt = With(StallRangeClMax, 2, With(StallRangeClMin, 2));
