@@ -62,8 +62,8 @@ std::vector<double> MedianOfThree(const std::vector<Sample>& samples, double Sam
 
 // The fields in the order their ranges depend on each other: each range
 // follows from fields before it only.
-constexpr ApproxField kOrder[kApproxFieldCount] = {AlfaZero, ClMax,          ClMin,          StallRangeClMax,
-                                                   StallRangeClMin, CdMin,   CdExponent,     CdShift,
+constexpr ApproxField kOrder[kApproxFieldCount] = {AlfaZero,        ClMax,          ClMin,      StallRangeClMax,
+                                                   StallRangeClMin, CdMin,          CdExponent, CdShift,
                                                    StallCdAtClMax,  StallCdAtClMin, CdTilt};
 constexpr int Index(ApproxField field) { return static_cast<int>(field); }
 
@@ -210,8 +210,8 @@ void Fitter::EstimateLimits() {
 // parabolas reach the limits.
 void Fitter::EstimateBucket() {
   const auto begin = smoothCd_.begin() + static_cast<std::ptrdiff_t>(first_);
-  const size_t least = static_cast<size_t>(std::min_element(begin, begin + static_cast<std::ptrdiff_t>(last_ - first_ + 1)) -
-                                           smoothCd_.begin());
+  const size_t least = static_cast<size_t>(
+      std::min_element(begin, begin + static_cast<std::ptrdiff_t>(last_ - first_ + 1)) - smoothCd_.begin());
   minCd_ = std::max(smoothCd_[least], kApproxCdMinRange.low);
   auto set = [this](ApproxField field, double value, bool carried) {
     if (held_[Index(field)]) return;
@@ -265,7 +265,8 @@ ApproxValues Fitter::ValuesOf(const std::vector<double>& theta, const std::vecto
 void Fitter::Residuals(const ApproxValues& values, bool lift, bool drag, std::vector<double>& out) const {
   out.assign(samples_.size() * 2, 0.0);
   if (FindApproxProblem(values)) {
-    out.assign(out.size(), NAN);  // held values that do not stand with these; the solver refuses the step
+    // Held values that do not stand with these: the solver refuses the step.
+    out.assign(out.size(), NAN);
     return;
   }
   const ApproxModel model(values);
@@ -273,8 +274,7 @@ void Fitter::Residuals(const ApproxValues& values, bool lift, bool drag, std::ve
     if (wild_[i]) continue;
     const Sample& s = samples_[i];
     if (lift) out[2 * i] = SoftResidual((model.Cl(s.alfa) - s.cl) / 0.05);
-    if (drag)
-      out[2 * i + 1] = SoftResidual((DragAt(model, s) - s.cd) / (0.25 * std::clamp(s.cd, minCd_, 3 * minCd_)));
+    if (drag) out[2 * i + 1] = SoftResidual((DragAt(model, s) - s.cd) / (0.25 * std::clamp(s.cd, minCd_, 3 * minCd_)));
   }
 }
 
@@ -375,15 +375,36 @@ ApproxFit Fitter::Run() {
   } else {
     std::fill(wild_.begin(), wild_.end(), false);
   }
+
+  // A stall range and its drag are carried by two points beyond the
+  // fitted stall angle; without them the range is the other side's when
+  // that one is carried, else the initial one, and the fit ends with it so;
+  // the stall drag is the bucket's at the limit.
+  const ApproxModel model(values_);
+  const auto beyond = [this](auto past) { return std::count_if(samples_.begin(), samples_.end(), past) >= 2; };
+  const bool upper = beyond([&](const Sample& s) { return s.alfa > model.StallAlfaMax(); });
+  const bool lower = beyond([&](const Sample& s) { return s.alfa < model.StallAlfaMin(); });
+  std::array<bool, kApproxFieldCount> carried = free_;
+  for (ApproxField field : {StallRangeClMax, StallCdAtClMax}) carried[Index(field)] = carried[Index(field)] && upper;
+  for (ApproxField field : {StallRangeClMin, StallCdAtClMin}) carried[Index(field)] = carried[Index(field)] && lower;
+  if (free_[Index(StallRangeClMax)] != carried[Index(StallRangeClMax)] ||
+      free_[Index(StallRangeClMin)] != carried[Index(StallRangeClMin)]) {
+    free_[Index(StallRangeClMax)] = carried[Index(StallRangeClMax)];
+    free_[Index(StallRangeClMin)] = carried[Index(StallRangeClMin)];
+    if (!carried[Index(StallRangeClMax)] && !held_[Index(StallRangeClMax)])
+      values_.stallRangeClMax =
+          carried[Index(StallRangeClMin)] ? values_.stallRangeClMin : ApproxValues{}.stallRangeClMax;
+    if (!carried[Index(StallRangeClMin)] && !held_[Index(StallRangeClMin)])
+      values_.stallRangeClMin =
+          carried[Index(StallRangeClMax)] ? values_.stallRangeClMax : ApproxValues{}.stallRangeClMin;
+    SettleRanges();
+    Minimize({AlfaZero, ClMax, ClMin, CdMin, CdShift, CdExponent, CdTilt, StallCdAtClMax, StallCdAtClMin}, true, true);
+  }
+
   if (Cost(values_) > Cost(start)) values_ = start;
 
   ApproxFit fit;
   fit.values = values_;
-  // A stall drag follows the bucket's side, but where the limit it belongs
-  // to is an estimate, so is the drag there.
-  std::array<bool, kApproxFieldCount> carried = free_;
-  carried[Index(StallCdAtClMax)] = carried[Index(StallCdAtClMax)] && upperStall_;
-  carried[Index(StallCdAtClMin)] = carried[Index(StallCdAtClMin)] && lowerStall_;
   for (int i = 0; i < kApproxFieldCount; ++i) {
     fit.estimated[i] = !carried[i] && !held_[i];
     fit.fittedCount += carried[i] && !held_[i];
@@ -413,8 +434,8 @@ ApproxErrors ApproxFitErrors(const ApproxModel& model, std::span<const PolarPoin
 
 ApproxPolarRefusedError::ApproxPolarRefusedError(const Polar& polar)
     : RuntimeError(kApproxPolarRefusedText,
-                   "Too few points or too narrow for an approximation: Re=" +
-                       ShortestNumberText(polar.ReynoldsNumber) + ", Mach=" + ShortestNumberText(polar.MachNumber),
+                   "Too few points or too narrow for an approximation: Re=" + ShortestNumberText(polar.ReynoldsNumber) +
+                       ", Mach=" + ShortestNumberText(polar.MachNumber),
                    {ShortestNumberText(polar.ReynoldsNumber), ShortestNumberText(polar.MachNumber)}) {}
 
 ApproxFit FitApproximation(const Polar& polar, const ApproxFitOptions& options) {
