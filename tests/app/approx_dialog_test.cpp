@@ -2,6 +2,7 @@
 // until a field changes or the dialog closes, Copy fills the clipboard, Fit
 // takes the tree's current polar and reports in full, bad input is named,
 // and the main window's keys work while the dialog is active.
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QWheelEvent>
@@ -84,7 +85,7 @@ TEST_F(ApproxDialogTest, CopyPutsTheCInitializerOnTheClipboard) {
   EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "    -1.25e-05, /* Cd Tilt */");
 }
 
-TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolar) {
+TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolarKeepingHeldValuesWithinTheRange) {
   Open();
   auto* fit = Find<QPushButton>("btnFit");
   auto* tree = Find<QTreeWidget>("TreeView1");
@@ -94,11 +95,16 @@ TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolar) {
   ASSERT_EQ(polar->data(0, TreeController::kKeyRole).toString(), "c 1|p 1");
   tree->setCurrentItem(polar);
   ASSERT_TRUE(fit->isEnabled());
+  Field(4)->setText("3");
+  qobject_cast<QCheckBox*>(FindControl(Find<QDialog>("frmApprox"), "chkHold", 4))->setChecked(true);
+  Find<QLineEdit>("txtAlfaFrom")->setText("-10");
+  Find<QLineEdit>("txtAlfaTo")->setText("10");
   Click("btnFit");
-  EXPECT_NEAR(Field(10)->text().toDouble(), -4.24, 0.05) << "Alfa Zero";
-  EXPECT_NEAR(Field(8)->text().toDouble(), 1.61, 0.05) << "Cl Max";
-  EXPECT_TRUE(Find<QLabel>("lblStatus")->text().startsWith("Fitted to 78 points: rms Cl 0.03"))
-      << Find<QLabel>("lblStatus")->text().toStdString();
+  EXPECT_EQ(Field(4)->text(), "3") << "Cd Exponent held";
+  EXPECT_NEAR(Field(10)->text().toDouble(), -4.0, 0.3) << "Alfa Zero";
+  const QString report = Find<QLabel>("lblStatus")->text();
+  EXPECT_TRUE(report.startsWith("Fitted 4 of 11 values to 40 points: rms Cl 0.0")) << report.toStdString();
+  EXPECT_TRUE(report.contains("estimated from the rest: Stall Cd at Cl Max, Stall Cd at Cl Min")) << report.toStdString();
 }
 
 TEST_F(ApproxDialogTest, AReportOfManyEstimatesWrapsAndShowsInFull) {
@@ -144,20 +150,31 @@ TEST_F(ApproxDialogTest, TheMainWindowsKeysWorkWhileTheDialogIsActive) {
   EXPECT_EQ(asked, 2) << "Import and Export asked for a file";
 }
 
-TEST_F(ApproxDialogTest, BadInputIsNamedInTheWindowsLanguage) {
-  Open();
+TEST_F(ApproxDialogTest, BadInputAndPolarsTooShortAreNamedInTheWindowsLanguage) {
+  Open("uiuc/SG6042.DRG");
   Action("mnuLangDeutsch")->trigger();
   EXPECT_EQ(ControlText(FindControl(Find<QDialog>("frmApprox"), "btnShow", -1)), "&Anzeigen");
   Field(0)->setText("0,002");
-  Field(2)->setText("0.001");
+  Field(2)->setText("0.3");
   MessageBoxCatcher catcher;
   Click("btnShow");
   Field(0)->setText("0.002");
   Click("Command1");
-  ASSERT_EQ(catcher.seen.size(), 2u);
-  EXPECT_EQ(catcher.seen[0].text.toStdString(),
-            "Cw Drehung: \u201E0,002\u201C ist keine Zahl. Bitte die Dezimalstellen nach einem Punkt schreiben.");
-  EXPECT_EQ(catcher.seen[1].text.toStdString(), "Stall Cw bei Ca Min muss gr\u00F6\u00DFer als Cw Min sein.");
+  SelectNode("c 1|p 2");
+  Click("btnFit");
+  SelectNode("c 1|p 1");
+  Find<QLineEdit>("txtAlfaFrom")->setText("5");
+  Find<QLineEdit>("txtAlfaTo")->setText("-5");
+  Click("btnFit");
+  const std::string expected[] = {
+      "Cw Drehung: \u201E0,002\u201C ist keine Zahl. Bitte die Dezimalstellen nach einem Punkt schreiben.",
+      "Stall Cw bei Ca Min muss zwischen 0.0065 und 0.260135 liegen.",
+      "Die Polare bei Re=99645, Mach=0 tr\u00E4gt keine Anpassung: Sie braucht mindestens 8 Punkte aus Winkel, "
+      "Auftrieb und Widerstand \u00FCber mindestens 6 Grad.",
+      "Der Winkelbereich von 5 bis -5 ist leer.",
+  };
+  ASSERT_EQ(catcher.seen.size(), std::size(expected));
+  for (size_t k = 0; k < std::size(expected); ++k) EXPECT_EQ(catcher.seen[k].text.toStdString(), expected[k]);
   EXPECT_EQ(catcher.seen[1].title, "Tavilo: Fehler");
 }
 
