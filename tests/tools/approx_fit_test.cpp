@@ -24,19 +24,10 @@ Polar SampledPolar(const ApproxValues& values, double first = -25, double last =
   return polar;
 }
 
-ApproxValues SymmetricSection() {
-  ApproxValues v;
-  v.cdTilt = 0;
-  v.cdShift = 0;
-  v.clMax = 1.2;
-  v.clMin = -1.2;
-  v.alfaZero = 0;
-  v.stallCdAtClMax = v.stallCdAtClMin = 0.04;
-  v.cdExponent = 3;
-  v.cdMin = 0.008;
-  v.stallRangeClMax = v.stallRangeClMin = 5;
-  return v;
-}
+// A symmetric section of a sharper bucket and shorter stalls.
+constexpr ApproxValues kSymmetric{.cdTilt = 0, .stallCdAtClMax = 0.04, .stallCdAtClMin = 0.04, .cdShift = 0,
+                                  .cdExponent = 3, .cdMin = 0.008, .stallRangeClMin = 5, .stallRangeClMax = 5,
+                                  .clMax = 1.2, .clMin = -1.2, .alfaZero = 0};
 
 // Clean, with noise of 0.01 in lift and 3 % in drag, and with three wild
 // points (and one without drag, which does not count): the values come
@@ -49,7 +40,7 @@ TEST(ApproxFit, RecoversTheValuesOfAPolarSampledFromTheModel) {
     double tolerance;  // relative, at least absolute
   };
   const Case cases[] = {{0, false, 1e-5}, {1, false, 0.15}, {0, true, 0.02}};
-  for (const ApproxValues& truth : {ApproxValues{}, SymmetricSection()}) {
+  for (const ApproxValues& truth : {ApproxValues{}, kSymmetric}) {
     for (const Case& c : cases) {
       Polar polar = SampledPolar(truth);
       std::mt19937 random(26);
@@ -129,7 +120,10 @@ TEST(ApproxFit, RefusesAPolarTooShortOrTooNarrow) {
 // Every polar of the real samples that can carry a fit: values inside
 // their ranges, rms Cl at most 0.1 and rms Cd at most the larger of half
 // the least drag and 5 % of the drag's range, unless the row says
-// otherwise; polars that cannot carry a fit are refused.
+// otherwise; polars that cannot carry a fit are refused. On the clean
+// NACA 4412 sweep the bucket itself is held closely: over the attached
+// points, from the lowest lift's angle to the highest's, the drag misses
+// by at most half of their least drag.
 TEST(ApproxFit, FitsRealPolarsWithinTheirCeilings) {
   struct Case {
     const char* file;
@@ -168,26 +162,17 @@ TEST(ApproxFit, FitsRealPolarsWithinTheirCeilings) {
       EXPECT_FALSE(FindApproxProblem(fit.values)) << name;
       EXPECT_LE(fit.errors.rmsCl, 0.1) << name;
       EXPECT_LE(fit.errors.rmsCd, ceiling) << name;
+      if (std::string(c.file).find("4412") == std::string::npos) continue;
+      const auto [lowest, highest] = std::minmax_element(
+          polar->Points().begin(), polar->Points().end(), [](const PolarPoint& a, const PolarPoint& b) { return a.Cl < b.Cl; });
+      const ApproxErrors attached = ApproxFitErrors(ApproxModel(fit.values), polar->Points(), lowest->Alfa, highest->Alfa);
+      double leastAttached = INFINITY;
+      for (const PolarPoint& p : polar->Points())
+        if (p.Alfa >= lowest->Alfa && p.Alfa <= highest->Alfa) leastAttached = std::min(leastAttached, p.Cd);
+      EXPECT_LE(attached.rmsCd, leastAttached / 2);
     }
     EXPECT_EQ(refused, c.refused) << c.file;
   }
-}
-
-// On the clean NACA 4412 sweep the bucket itself is held closely: over the
-// attached points, from the lowest lift's angle to the highest's, the drag
-// misses by at most half of their least drag.
-TEST(ApproxFit, FollowsTheBucketOfACleanSweepClosely) {
-  const LoadResult loaded =
-      ReadPolarFile(std::string(TAVILO_TEST_DATA) + "/xfoil/naca4412_re1m_sweep.pol", nullptr, {});
-  const Polar& polar = *loaded.airfoil->Configuration(1)->Polar(1);
-  const auto [lowest, highest] = std::minmax_element(polar.Points().begin(), polar.Points().end(),
-                                                     [](const PolarPoint& a, const PolarPoint& b) { return a.Cl < b.Cl; });
-  double least = INFINITY;
-  for (const PolarPoint& p : polar.Points())
-    if (p.Alfa >= lowest->Alfa && p.Alfa <= highest->Alfa) least = std::min(least, p.Cd);
-  const ApproxFit fit = FitApproximation(polar);
-  const ApproxErrors attached = ApproxFitErrors(ApproxModel(fit.values), polar.Points(), lowest->Alfa, highest->Alfa);
-  EXPECT_LE(attached.rmsCd, least / 2);
 }
 
 }  // namespace
