@@ -185,10 +185,14 @@ std::vector<PolarPoint> ApproxModel::Curve() const {
 }
 
 ApproxValues ApproxShownValues(const ApproxValues& values) {
+  const bool valid = !FindApproxProblem(values);
   ApproxValues shown;
-  for (int i = 0; i < kApproxFieldCount; ++i)
-    shown[ApproxFieldAt(i)] = WholeNumber(SignificantNumberText(values[ApproxFieldAt(i)], 6)).value_or(NAN);
-  return !FindApproxProblem(values) && FindApproxProblem(shown) ? values : shown;
+  for (int digits = 6;; ++digits) {
+    for (int i = 0; i < kApproxFieldCount; ++i)
+      shown[ApproxFieldAt(i)] = WholeNumber(SignificantNumberText(values[ApproxFieldAt(i)], digits)).value_or(NAN);
+    // 17 digits read back exactly, so the loop ends there at the latest.
+    if (!valid || !FindApproxProblem(shown) || digits >= 17) return shown;
+  }
 }
 
 std::string ApproxInitializer(const ApproxValues& values, std::string_view name) {

@@ -185,7 +185,7 @@ double ApproxPlateAlfaMin(const ApproxValues& values);
 std::string ApproxInitializer(const ApproxValues& values, std::string_view name = "approx");
 
 // The values rounded to six significant digits, as the dialog shows them;
-// the exact values when rounding would make valid values refused (a stall
+// to as few more as keep valid values valid where six would not (a stall
 // drag a hair above Cd Min).
 ApproxValues ApproxShownValues(const ApproxValues& values);
 

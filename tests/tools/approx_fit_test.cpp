@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 
+#include "base/number_text.h"
 #include "fileio/load.h"
 #include "support/model_builders.h"
 
@@ -160,6 +161,13 @@ TEST(ApproxFit, FitsRealPolarsWithinTheirCeilings) {
       const double ceiling = c.rmsCdCeiling > 0 ? c.rmsCdCeiling : std::max(least / 2, 0.05 * (most - least));
       const std::string name = std::string(c.file) + " Re " + std::to_string(polar->ReynoldsNumber);
       EXPECT_FALSE(FindApproxProblem(fit.values)) << name;
+      // Printed for a person: a few digits, and still valid as printed.
+      const ApproxValues shown = ApproxShownValues(fit.values);
+      EXPECT_FALSE(FindApproxProblem(shown)) << name;
+      for (int i = 0; i < kApproxFieldCount; ++i) {
+        const double v = shown[ApproxFieldAt(i)];
+        EXPECT_EQ(WholeNumber(SignificantNumberText(v, 8)), v) << name;
+      }
       EXPECT_LE(fit.errors.rmsCl, 0.1) << name;
       EXPECT_LE(fit.errors.rmsCd, ceiling) << name;
       if (std::string(c.file).find("4412") == std::string::npos) continue;
