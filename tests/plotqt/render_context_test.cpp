@@ -17,7 +17,7 @@ namespace {
 
 // Surfaces that share a context share its laid-out texts: a text kept for
 // one font or device resolution must not measure for another, neither when
-// first laid out nor when found again.
+// first laid out nor when found again, and a print advances by that width.
 TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
   QImage image(300, 100, QImage::Format_ARGB32_Premultiplied), dense = image;
   dense.setDotsPerMeterX(image.dotsPerMeterX() * 2);
@@ -35,8 +35,12 @@ TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
   for (int pass = 1; pass <= 2; ++pass)
     for (const auto& c : cases) {
       QtSurface surface(*c.painter, QRectF(0, 0, 300, 100), c.font, context);
-      EXPECT_NEAR(surface.TextWidth(text), QFontMetricsF(c.font, c.device).horizontalAdvance(text), 1e-9)
+      const double width = QFontMetricsF(c.font, c.device).horizontalAdvance(text);
+      EXPECT_NEAR(surface.TextWidth(text), width, 1e-9)
           << "pass " << pass << ", " << c.font.pointSizeF() << " pt, " << c.device->logicalDpiX() << " dpi";
+      surface.SetCurrentX(5);
+      surface.Print(text);
+      EXPECT_NEAR(surface.CurrentX(), 5 + width, 1e-9);
     }
 }
 
