@@ -4,6 +4,7 @@
 
 #include <QImage>
 #include <cmath>
+#include <functional>
 
 #include "base/errors.h"
 #include "plot/frames.h"
@@ -74,19 +75,6 @@ TEST(QtSurface, GridLinesAreCrispOnOrdinaryAndDoubleDensityScreens) {
   }
 }
 
-TEST(QtSurface, BoxesFillByFillStyleAndFilledBoxesInTheirLineColour) {
-  const QImage image = Drawn(Image(300, 100), [](QtSurface& s) {
-    s.SetFillColor(Color::Rgb(0, 0, 255));
-    s.Line(10, 10, 90, 90, Color::Rgb(0, 0, 0), LineKind::Box);  // transparent inside
-    s.SetFillStyle(kFillSolid);
-    s.Line(110, 10, 190, 90, Color::Rgb(0, 0, 0), LineKind::Box);
-    s.Line(210, 10, 290, 90, Color::Rgb(0, 128, 0), LineKind::FilledBox);
-  });
-  const std::pair<int, QColor> cases[] = {
-      {50, Qt::white}, {150, QColor(0, 0, 255)}, {250, QColor(0, 128, 0)}, {110, Qt::black}};  // the outline
-  for (const auto& [x, color] : cases) EXPECT_EQ(image.pixelColor(x, 50), color) << x;
-}
-
 // Markers are stamped alike wherever they stand within their pixel, their
 // straight edges crisp.
 TEST(QtSurface, MarkersLookAlikeWhereverTheyStand) {
@@ -154,26 +142,9 @@ TEST(QtSurface, AKeptHaloCoversWhatItsEightCopiesWould) {
   }
 }
 
-// Figures up to the largest stamp are stamped, larger ones drawn as lines;
-// both show their whole outline.
-TEST(QtSurface, LargeFiguresKeepTheirWholeOutline) {
-  const QImage image = Drawn(Image(200, 100), [](QtSurface& s) {
-    for (double half : {24.0, 30.0}) {
-      const PlotPoint square[] = {{-half, -half}, {half, -half}, {half, half}, {-half, half}, {-half, -half}};
-      const PlotPoint centre{half == 24 ? 50.5 : 140.5, 50.5};
-      s.Figures(&centre, 1, square, 5);
-    }
-  });
-  for (QPoint edge : {QPoint(26, 50), QPoint(74, 50), QPoint(50, 26), QPoint(50, 74), QPoint(110, 50),
-                      QPoint(170, 50), QPoint(140, 20), QPoint(140, 80)})
-    EXPECT_EQ(image.pixelColor(edge), QColor(Qt::black)) << edge.x() << "," << edge.y();
-  EXPECT_EQ(image.pixelColor(50, 50), QColor(Qt::white));
-}
-
-// A run of lines draws each joint once: a straight run through a midpoint
-// looks like the single line. Drawing stays in the order of the calls even
-// where the raster queues lines behind boxes.
-TEST(QtSurface, RunsDrawEachJointOnceAndDrawingKeepsItsOrder) {
+// A straight run through a midpoint looks like the single line: each
+// joint is drawn once.
+TEST(QtSurface, RunsDrawEachJointOnce) {
   const QImage single = Drawn(Image(100, 100), [](QtSurface& s) { s.Line(10.2, 12.7, 80.6, 61.3, Color::Palette(1)); });
   const QImage run = Drawn(Image(100, 100), [](QtSurface& s) {
     const PlotPoint points[] = {{10.2, 12.7}, {45.4, 37.0}, {80.6, 61.3}};
@@ -184,31 +155,53 @@ TEST(QtSurface, RunsDrawEachJointOnceAndDrawingKeepsItsOrder) {
   for (int y = 0; y < 100; ++y)
     for (int x = 0; x < 100; ++x) worst = std::max(worst, std::abs(qRed(single.pixel(x, y)) - qRed(run.pixel(x, y))));
   EXPECT_LE(worst, 2);
-
-  const QImage layered = Drawn(Image(100, 100), [](QtSurface& s) {
-    const PlotPoint under[] = {{5, 20.5}, {95, 20.5}, {95, 60.5}}, over[] = {{50.5, 5}, {50.5, 95}};
-    s.SetForeColor(Color::Rgb(255, 0, 0));
-    s.Polyline(under, 3);
-    s.Line(40, 10, 60, 30, Color::Rgb(0, 0, 255), LineKind::FilledBox);
-    s.SetForeColor(Color::Rgb(0, 128, 0));
-    s.Polyline(over, 2);
-  });
-  EXPECT_EQ(layered.pixelColor(20, 20), QColor(255, 0, 0));
-  EXPECT_EQ(layered.pixelColor(45, 20), QColor(0, 0, 255)) << "the box covers the line before it";
-  EXPECT_EQ(layered.pixelColor(50, 20), QColor(0, 128, 0)) << "the line after the box covers it";
 }
 
-TEST(QtSurface, AWildPointEndsARunAfterTheLinesBeforeIt) {
-  const QImage image = Drawn(Image(100, 100), [](QtSurface& s) {
-    const PlotPoint points[] = {{10, 10.5}, {50, 10.5}, {50, 1e300}, {90, 90}};
-    EXPECT_THROW(s.Polyline(points, 4), OverflowError);
-    const PlotPoint offsets[] = {{-2, -2}, {2, -2}, {2, 2}, {-2, 2}, {-2, -2}};
-    const PlotPoint centres[] = {{30, 50}, {std::nan(""), 50}};
-    EXPECT_THROW(s.Figures(centres, 2, offsets, 5), OverflowError);
-  });
-  EXPECT_EQ(image.pixelColor(30, 10), QColor(Qt::black));
-  EXPECT_EQ(image.pixelColor(70, 70), QColor(Qt::white));
-  EXPECT_EQ(image.pixelColor(32, 50), QColor(Qt::black)) << "the marker before the wild one";
+// Small scenes on a white image of 300 x 100 and colours at some of their pixels.
+TEST(QtSurface, ScenesShowTheirColours) {
+  const QColor white(Qt::white), black(Qt::black), blue(0, 0, 255), green(0, 128, 0), red(255, 0, 0);
+  const struct {
+    const char* scene;
+    std::function<void(QtSurface&)> draw;
+    std::vector<std::pair<QPoint, QColor>> pixels;
+  } cases[] = {
+      {"boxes by fill style, filled boxes in their line colour", [](QtSurface& s) {
+         s.SetFillColor(Color::Rgb(0, 0, 255));
+         s.Line(10, 10, 90, 90, Color::Rgb(0, 0, 0), LineKind::Box);  // transparent inside
+         s.SetFillStyle(kFillSolid);
+         s.Line(110, 10, 190, 90, Color::Rgb(0, 0, 0), LineKind::Box);
+         s.Line(210, 10, 290, 90, Color::Rgb(0, 128, 0), LineKind::FilledBox);
+       }, {{{50, 50}, white}, {{150, 50}, blue}, {{250, 50}, green}, {{110, 50}, black}}},
+      // Up to the largest stamp stamped, larger ones drawn as lines.
+      {"large figures with their whole outline", [](QtSurface& s) {
+         for (double half : {24.0, 30.0}) {
+           const PlotPoint square[] = {{-half, -half}, {half, -half}, {half, half}, {-half, half}, {-half, -half}};
+           const PlotPoint centre{half == 24 ? 50.5 : 140.5, 50.5};
+           s.Figures(&centre, 1, square, 5);
+         }
+       }, {{{26, 50}, black}, {{74, 50}, black}, {{50, 26}, black}, {{50, 74}, black}, {{110, 50}, black},
+           {{170, 50}, black}, {{140, 20}, black}, {{140, 80}, black}, {{50, 50}, white}}},
+      // The raster queues lines; a box and the line after it still come in order.
+      {"lines, a box over them and a line over the box", [](QtSurface& s) {
+         const PlotPoint under[] = {{5, 20.5}, {95, 20.5}, {95, 60.5}}, over[] = {{50.5, 5}, {50.5, 95}};
+         s.SetForeColor(Color::Rgb(255, 0, 0));
+         s.Polyline(under, 3);
+         s.Line(40, 10, 60, 30, Color::Rgb(0, 0, 255), LineKind::FilledBox);
+         s.SetForeColor(Color::Rgb(0, 128, 0));
+         s.Polyline(over, 2);
+       }, {{{20, 20}, red}, {{45, 20}, blue}, {{50, 20}, green}}},
+      {"a wild point ending a run and a marker row after what came before", [](QtSurface& s) {
+         const PlotPoint points[] = {{10, 10.5}, {50, 10.5}, {50, 1e300}, {90, 90}};
+         EXPECT_THROW(s.Polyline(points, 4), OverflowError);
+         const PlotPoint offsets[] = {{-2, -2}, {2, -2}, {2, 2}, {-2, 2}, {-2, -2}};
+         const PlotPoint centres[] = {{30, 50}, {std::nan(""), 50}};
+         EXPECT_THROW(s.Figures(centres, 2, offsets, 5), OverflowError);
+       }, {{{30, 10}, black}, {{70, 70}, white}, {{32, 50}, black}}},
+  };
+  for (const auto& c : cases) {
+    const QImage image = Drawn(Image(300, 100), c.draw);
+    for (const auto& [at, color] : c.pixels) EXPECT_EQ(image.pixelColor(at), color) << c.scene << " at " << at.x() << "," << at.y();
+  }
 }
 
 }  // namespace

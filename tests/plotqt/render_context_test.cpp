@@ -65,24 +65,25 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
       }
       const QSizeF size(240, 160);
       PerGraph<QImage> inTurn, atOnce;
-      for (auto* images : {&inTurn, &atOnce})
-        for (QImage& image : *images) {
-          image = QImage((size * ratio).toSize(), QImage::Format_RGB32);
-          image.setDevicePixelRatio(ratio);
+      PerGraph<QPainter> painters;
+      PerGraph<std::optional<QtSurface>> surfaces;
+      GraphSurfaces all;
+      GraphImages graphs;
+      for (Graph g : kGraphs) {
+        for (QImage* image : {&inTurn[g], &atOnce[g]}) {
+          *image = QImage((size * ratio).toSize(), QImage::Format_RGB32);
+          image->setDevicePixelRatio(ratio);
         }
-      {
-        PerGraph<QPainter> painters;
-        PerGraph<std::optional<QtSurface>> surfaces;
-        GraphSurfaces all;
-        for (Graph g : kGraphs) {
-          painters[g].begin(&inTurn[g]);
-          all[g] = &surfaces[g].emplace(painters[g], QRectF(QPointF(), size));
-        }
-        EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
+        painters[g].begin(&inTurn[g]);
+        all[g] = &surfaces[g].emplace(painters[g], QRectF(QPointF(), size));
+        graphs[g] = {&atOnce[g], size};
+      }
+      EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
+      for (Graph g : kGraphs) {
+        surfaces[g].reset();
+        painters[g].end();
       }
       RenderContext context;
-      GraphImages graphs;
-      for (Graph g : kGraphs) graphs[g] = {&atOnce[g], size};
       PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
       for (Graph g : kGraphs)
         EXPECT_EQ(atOnce[g], inTurn[g]) << "graph " << int(g) << ", wild " << wild << ", ratio " << ratio;
