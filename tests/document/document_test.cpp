@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <utility>
 
 #include "base/errors.h"
 #include "formats/pef.h"
@@ -49,11 +50,7 @@ class DocumentEdits : public ::testing::Test {
 
   PolarPtr PolarAt(int set, int polar) { return document.Current().Configuration(set)->Polar(polar); }
 
-  struct Seen {
-    EditKind kind;
-    ChangeStep step;
-    bool operator==(const Seen&) const = default;
-  };
+  using Seen = std::pair<EditKind, ChangeStep>;  // what each notification told
   Document document;
   RecordingUserInterface ui;
   TempDir dir;

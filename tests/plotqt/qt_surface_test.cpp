@@ -34,29 +34,6 @@ QImage Drawn(QImage image, Draw draw, QRectF target = {}) {
   return image;
 }
 
-TEST(QtSurface, MapsUserCoordinatesUpwardsOntoItsTargetAlone) {
-  const QImage image = Drawn(Image(200, 100), [](QtSurface& s) {
-    s.Scale(0, 1, 2, -1);
-    s.Line(0.95, 0.55, 1.05, 0.45, Color::Rgb(255, 0, 0), LineKind::FilledBox);
-    s.Line(0.5, 0, 1.5, 0, Color::Rgb(0, 0, 0));
-    EXPECT_EQ(std::make_pair(s.CurrentX(), s.CurrentY()), std::make_pair(1.5, 0.0));
-    EXPECT_THROW(s.Line(0, 0, 1e300, 0), OverflowError);
-    EXPECT_THROW(s.Line(0, 0, 0, std::nan("")), OverflowError);
-  });
-  // y = 0.5 lies a quarter down from the top; the black line on the middle row alone.
-  EXPECT_GT(image.pixelColor(100, 25).red(), 200);
-  EXPECT_LT(image.pixelColor(100, 25).green(), 100);
-  EXPECT_EQ(image.pixelColor(100, 50), QColor(Qt::black));
-  EXPECT_EQ(image.pixelColor(100, 49), QColor(Qt::white));
-  // A line far past both sides stops at the target's edges.
-  const QImage framed = Drawn(Image(200, 100), [](QtSurface& s) {
-    s.Scale(0, 1, 1, 0);
-    s.Line(-5, 0.5, 5, 0.5, Color::Palette(12));
-  }, QRectF(50, 25, 100, 50));
-  for (auto [x, color] : {std::pair{100, QColor(255, 0, 0)}, {40, QColor(Qt::white)}, {160, QColor(Qt::white)}})
-    EXPECT_EQ(framed.pixelColor(x, 50), color) << x;
-}
-
 TEST(QtSurface, GridLinesAreCrispOnOrdinaryAndDoubleDensityScreens) {
   for (double ratio : {1.0, 2.0}) {
     const QImage image = Drawn(Image(300, 200, ratio),
@@ -164,7 +141,21 @@ TEST(QtSurface, ScenesShowTheirColours) {
     const char* scene;
     std::function<void(QtSurface&)> draw;
     std::vector<std::pair<QPoint, QColor>> pixels;
+    QRectF target = {};
   } cases[] = {
+      // y = 0.5 a quarter down from the top; the line on the middle row alone.
+      {"user coordinates with the vertical axis upwards", [](QtSurface& s) {
+         s.Scale(0, 1, 2, -1);
+         s.Line(0.95, 0.55, 1.05, 0.45, Color::Rgb(255, 0, 0), LineKind::FilledBox);
+         s.Line(0.5, 0, 1.5, 0, Color::Rgb(0, 0, 0));
+         EXPECT_EQ(std::make_pair(s.CurrentX(), s.CurrentY()), std::make_pair(1.5, 0.0));
+         EXPECT_THROW(s.Line(0, 0, 1e300, 0), OverflowError);
+         EXPECT_THROW(s.Line(0, 0, 0, std::nan("")), OverflowError);
+       }, {{{150, 25}, red}, {{150, 50}, black}, {{150, 49}, white}}},
+      {"a line far past both sides of its target", [](QtSurface& s) {
+         s.Scale(0, 1, 1, 0);
+         s.Line(-5, 0.5, 5, 0.5, Color::Palette(12));
+       }, {{{100, 50}, red}, {{40, 50}, white}, {{160, 50}, white}}, QRectF(50, 25, 100, 50)},
       {"boxes by fill style, filled boxes in their line colour", [](QtSurface& s) {
          s.SetFillColor(Color::Rgb(0, 0, 255));
          s.Line(10, 10, 90, 90, Color::Rgb(0, 0, 0), LineKind::Box);  // transparent inside
@@ -199,7 +190,7 @@ TEST(QtSurface, ScenesShowTheirColours) {
        }, {{{30, 10}, black}, {{70, 70}, white}, {{32, 50}, black}}},
   };
   for (const auto& c : cases) {
-    const QImage image = Drawn(Image(300, 100), c.draw);
+    const QImage image = Drawn(Image(300, 100), c.draw, c.target);
     for (const auto& [at, color] : c.pixels) EXPECT_EQ(image.pixelColor(at), color) << c.scene << " at " << at.x() << "," << at.y();
   }
 }
