@@ -122,7 +122,8 @@ TEST(QtSurface, AKeptHaloCoversWhatItsEightCopiesWould) {
 // A straight run through a midpoint looks like the single line: each
 // joint is drawn once.
 TEST(QtSurface, RunsDrawEachJointOnce) {
-  const QImage single = Drawn(Image(100, 100), [](QtSurface& s) { s.Line(10.2, 12.7, 80.6, 61.3, Color::Palette(1)); });
+  const QImage single =
+      Drawn(Image(100, 100), [](QtSurface& s) { s.Line(10.2, 12.7, 80.6, 61.3, Color::Palette(1)); });
   const QImage run = Drawn(Image(100, 100), [](QtSurface& s) {
     const PlotPoint points[] = {{10.2, 12.7}, {45.4, 37.0}, {80.6, 61.3}};
     s.SetForeColor(Color::Palette(1));
@@ -191,7 +192,8 @@ TEST(QtSurface, ScenesShowTheirColours) {
   };
   for (const auto& c : cases) {
     const QImage image = Drawn(Image(300, 100), c.draw, c.target);
-    for (const auto& [at, color] : c.pixels) EXPECT_EQ(image.pixelColor(at), color) << c.scene << " at " << at.x() << "," << at.y();
+    for (const auto& [at, color] : c.pixels)
+      EXPECT_EQ(image.pixelColor(at), color) << c.scene << " at " << at.x() << "," << at.y();
   }
 }
 
