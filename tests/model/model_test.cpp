@@ -66,10 +66,11 @@ TEST(PolarModel, DeleteRules) {
   set->DeletePolar(1);
   EXPECT_EQ(other.Polar(1), first) << "a polar shared by two sets stays in the other";
   // A set counts as ticked when any polar is; ticking it ticks them all.
-  set->Polar(1)->Selected = true;
-  EXPECT_TRUE(set->Selected() && !Configuration().Selected());
-  set->SetSelected(false);
-  EXPECT_FALSE(set->Selected());
+  auto ticks = MakeSet("t", 3);
+  ticks->Polar(2)->Selected = true;
+  EXPECT_TRUE(ticks->Selected() && !Configuration().Selected());
+  ticks->SetSelected(false);
+  EXPECT_FALSE(ticks->Selected());
 }
 
 TEST(PolarModel, CountsOverflowPast32767) {

@@ -229,8 +229,10 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
   EXPECT_EQ((GraphView{scale[0].x1, scale[0].y1, scale[0].x2, scale[0].y2}), request.views[Graph::ClAlfa]);
   std::vector<double> vertical;
   for (const SurfaceCall& line : zoomed.clAlfa.Lines(kGridColor)) {
-    if (line.x1 == line.x2) vertical.push_back(line.x1);
-    else EXPECT_TRUE(line.y1 > 0.2 && line.y1 < 1.0) << line.y1;
+    if (line.x1 == line.x2)
+      vertical.push_back(line.x1);
+    else
+      EXPECT_TRUE(line.y1 > 0.2 && line.y1 < 1.0) << line.y1;
   }
   EXPECT_EQ(vertical, (std::vector<double>{0, 5, 10, 15})) << "every 5 degrees, short of the border";
 

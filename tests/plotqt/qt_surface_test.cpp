@@ -27,10 +27,12 @@ QImage Image(int width, int height, double ratio = 1, QColor fill = Qt::white) {
 template <class Draw>
 QImage Drawn(QImage image, Draw draw, QRectF target = {}) {
   if (target.isEmpty()) target = QRectF(QPointF(), image.deviceIndependentSize());
-  QPainter painter(&image);
-  QtSurface surface(painter, target);
-  surface.Scale(0, 0, target.width(), target.height());
-  draw(surface);
+  {
+    QPainter painter(&image);
+    QtSurface surface(painter, target);
+    surface.Scale(0, 0, target.width(), target.height());
+    draw(surface);
+  }  // the surface draws what it queued, the painter ends
   return image;
 }
 
