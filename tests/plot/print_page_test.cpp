@@ -2,9 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <string>
 
+#include "base/errors.h"
+#include "plot/frames.h"
+#include "plot/page.h"
 #include "plot/plot_data.h"
 #include "plot/print_axes.h"
 #include "support/model_builders.h"
@@ -66,23 +71,26 @@ PageRect Grown(const PageRect& r, double by) { return {r.left - by, r.bottom - b
 const PlotRanges kWidest{3.0, -1.5, 2.0, 90.0};
 const PlotRanges kNarrowest{0.5, 0.0, 0.01, 10.0};
 
+// Angle labels widen from their five-degree step only as far as they must.
 TEST(PrintedPage, GraphsStayInTheirBoxesCurvesInTheirGraphsAndNoTwoTextsMeet) {
   const struct {
     PlotRanges ranges;
     PaperSize paper;
     LegendCorner corner;
+    double angleStep;
   } cases[] = {
-      {PlotRanges{}, kA4Landscape, LegendCorner::LowerRight},
-      {PlotRanges{}, kLetterLandscape, LegendCorner::UpperLeft},
-      {kWidest, kA4Landscape, LegendCorner::UpperLeft},
-      {kWidest, kLetterLandscape, LegendCorner::LowerRight},
-      {kNarrowest, kA4Landscape, LegendCorner::LowerRight},
+      {PlotRanges{}, kA4Landscape, LegendCorner::LowerRight, 10},
+      {PlotRanges{}, kLetterLandscape, LegendCorner::UpperLeft, 10},
+      {kWidest, kA4Landscape, LegendCorner::UpperLeft, 30},
+      {kWidest, kLetterLandscape, LegendCorner::LowerRight, 45},
+      {kNarrowest, kA4Landscape, LegendCorner::LowerRight, 5},
   };
   const tavilo::Airfoil airfoil = Airfoil(4);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.ranges.alfaMax + c.paper.width);
     PageRequest request{c.ranges, {true, true, c.corner}, c.paper, kEnglish};
     Printed page(airfoil, request);
+    EXPECT_EQ(page.layout.graphs[Graph::ClAlfa].labelStepX, c.angleStep);
     const PageRect paper{kPageMargin, kPageMargin, c.paper.width - kPageMargin, c.paper.height - kPageMargin};
     for (const PlacedGraph& graph : page.layout.graphs) {
       EXPECT_TRUE(paper.Contains(graph.box));
@@ -108,15 +116,6 @@ TEST(PrintedPage, GraphsStayInTheirBoxesCurvesInTheirGraphsAndNoTwoTextsMeet) {
             << texts[a].text << " / " << texts[b].text;
     }
   }
-}
-
-TEST(PrintedPage, AngleLabelsWidenOnlyWhereTheFiveDegreeStepWouldCrowd) {
-  const tavilo::Airfoil airfoil = Airfoil(1);
-  PageRequest request;
-  EXPECT_EQ(Printed(airfoil, request).layout.graphs[Graph::ClAlfa].labelStepX, 5);
-  request.ranges = kWidest;
-  const double wide = Printed(airfoil, request).layout.graphs[Graph::ClAlfa].labelStepX;
-  EXPECT_TRUE(wide == 10 || wide == 15 || wide == 30) << wide;
 }
 
 TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
@@ -154,12 +153,10 @@ TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
 TEST(PrintedPage, OnlyTickedPolarsAreDrawnAndListed) {
   const tavilo::Airfoil airfoil = Airfoil(3, /*unticked=*/1);
   Printed page(airfoil, PageRequest{});
-  EXPECT_FALSE(page.surface.Lines(Color::Palette(1)).empty());
-  EXPECT_TRUE(page.surface.Lines(Color::Palette(2)).empty());
-  EXPECT_FALSE(page.surface.Lines(Color::Palette(3)).empty());
-  EXPECT_EQ(page.Count("Re= 100000"), 1);
-  EXPECT_EQ(page.Count("Re= 200000"), 0);
-  EXPECT_EQ(page.Count("Re= 300000"), 1);
+  for (int polar = 1; polar <= 3; ++polar) {
+    EXPECT_EQ(page.surface.Lines(Color::Palette(polar)).empty(), polar == 2) << polar;
+    EXPECT_EQ(page.Count("Re= " + std::to_string(polar) + "00000"), polar == 2 ? 0 : 1) << polar;
+  }
   EXPECT_EQ(page.Count("NACA 4412"), 0);  // the heading says more than the name
   EXPECT_EQ(page.Count("Airfoil: NACA 4412"), 1);
 }
@@ -190,6 +187,102 @@ TEST(PrintedPage, ManyPolarsFlowIntoColumnsAndEndInACountOfTheRest) {
   german.language = kGerman;
   EXPECT_EQ(Printed(Airfoil(400), german).Count("+ "), 1);
   EXPECT_EQ(Printed(Airfoil(0), german).Count("Keine Polare ist aktiv."), 1);
+}
+
+TEST(PageMappings, NominalScalesTimesTheirFactors) {
+  const PageFactors unit, half{0.5f, 2.0f};
+  const struct {
+    float (*map)(float, const PageFactors&);
+    float value;
+    float unitMM, halfMM;
+  } cases[] = {
+      {AlfaMM, 10, 25, 12.5f}, {ClMM, 1, 50, 25},       {CmMM, 0.1f, -25, -12.5f},  // positive moments go down
+      {XcMM, 1, 50, 25},       {CdMM, 0.01f, 50, 100},  // drag takes kd, not k
+      {CdMM, 2.0f, 10000, 20000},
+  };
+  for (const auto& c : cases) {
+    EXPECT_FLOAT_EQ(c.map(c.value, unit), c.unitMM) << c.value;
+    EXPECT_FLOAT_EQ(c.map(c.value, half), c.halfMM) << c.value;
+  }
+  // Divide before multiplying: 0.3 / 0.1 is 2.9999999999999996 in double, unlike 0.3 * 50.
+  EXPECT_EQ(ClMM(0.3f, unit), static_cast<float>((double(0.3f) / 0.1) * 5));
+  EXPECT_EQ(CdMM(0.007f, unit), static_cast<float>((double(0.007f) / 0.001) * 5));
+  EXPECT_THROW(ClMM(std::numeric_limits<float>::max(), unit), OverflowError);
+  EXPECT_THROW(CdMM(std::numeric_limits<float>::max(), unit), OverflowError);
+}
+
+// A moved rectangle fills its new place at its old size.
+TEST(PageRectangle, MovedItFillsItsNewPlaceAtItsSize) {
+  RecordingSurface surface;
+  Rectangle box{10, 20, 30, -5};
+  box.Translate(3, -4);
+  box.Fill(surface, Color::Rgb(255, 255, 255));
+  const std::vector<SurfaceCall> boxes = surface.Calls(CallKind::Line);
+  ASSERT_EQ(boxes.size(), 1u);
+  EXPECT_EQ(boxes[0].lineKind, LineKind::Box);
+  EXPECT_EQ((std::vector<double>{boxes[0].x1, boxes[0].y1, boxes[0].x2, boxes[0].y2}),
+            (std::vector<double>{23, 6, 53, 1}));
+}
+
+// A page of 200 x 280 mm with its vertical axis growing upwards.
+struct Page {
+  RecordingSurface surface{800, 1120};
+  Page() { surface.Scale(0, 280, 200, 0); }
+  PageAxis Axis(double low, double high) { return PageAxis{&surface, 100, 150, {}, low, high, 100, 200}; }
+  std::vector<SurfaceCall> GridLines() { return surface.Lines(kPageGridColor); }
+  std::vector<std::string> Labels() {
+    std::vector<std::string> texts;
+    for (const SurfaceCall& c : surface.Calls(CallKind::Print)) texts.push_back(c.text);
+    return texts;
+  }
+};
+
+TEST(PrintedAxes, GridCountsAndLabels) {
+  const struct {
+    void (*draw)(const PageAxis&, bool, bool);
+    double low, high;
+    bool skipZero, grid;
+    size_t gridLines;
+    std::vector<std::string> labels;
+  } cases[] = {
+      {AlfaAxis, -10, 10, false, true, 21, {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
+      // 21 steps of 0.1 less the one at 0, despite rounding.
+      {ClAxis, -0.5, 1.5, true, true, 20, {"-0.5", "0.0", "0.5", "1.0", "1.5", "Cl"}},
+      {CdAxis, 0, 0.02, false, true, 21, {"0.000", "0.005", "0.010", "0.015", "0.020", "Cd"}},
+      {XcAxis, 0, 1, false, false, 0, {"0.0", "0.2", "0.4", "0.6", "0.8", "1.0", "x/c"}},
+  };
+  for (const auto& c : cases) {
+    Page page;
+    c.draw(page.Axis(c.low, c.high), c.skipZero, c.grid);
+    EXPECT_EQ(page.GridLines().size(), c.gridLines) << c.labels.back();
+    for (const SurfaceCall& line : page.GridLines()) EXPECT_GT(std::fabs(line.y1 - 150) + std::fabs(line.x1 - 100), 0.5);
+    EXPECT_EQ(page.Labels(), c.labels);
+  }
+  Page page;
+  AlfaAxis(page.Axis(-10, 10), false, true);
+  auto widths = page.surface.Calls(CallKind::DrawWidth);
+  EXPECT_EQ(widths.at(0).value * 10 + widths.at(1).value, 21);
+  const SurfaceCall axisLine = page.surface.Calls(CallKind::Line)[0];
+  EXPECT_EQ((std::vector<double>{axisLine.x1, axisLine.x2, axisLine.y1}), (std::vector<double>{75, 125, 150}));
+  EXPECT_EQ(page.GridLines()[0].y1 + page.GridLines()[0].y2, 300);
+  EXPECT_EQ(page.surface.ForeColor(), kAxisColor);
+}
+
+TEST(PrintedAxes, MomentLabelsCountDownAndStandLeftOfTheOrigin) {
+  Page page;
+  CmAxis(page.Axis(-0.1, 0.1), false, true);
+  auto prints = page.surface.Calls(CallKind::Print);
+  std::vector<std::string> labels = page.Labels();
+  ASSERT_EQ(labels.size(), 12u);
+  EXPECT_EQ(labels[0], "0.08");  // hundredths first, from the top down
+  EXPECT_EQ(labels.back(), "Cm");
+  EXPECT_EQ(std::count(labels.begin(), labels.end(), "0.10"), 1);
+  EXPECT_EQ(std::count(labels.begin(), labels.end(), "0.00"), 1);
+  for (size_t i = 0; i + 1 < prints.size(); ++i) {
+    double centre = prints[i].x1 + page.surface.TextWidth(prints[i].text) / 2;
+    EXPECT_NEAR(centre, 100 - kCmLabelOffset, 1e-9);
+  }
+  EXPECT_LT(prints[0].y1, 150) << "positive moments lie below the origin";
 }
 
 }  // namespace
