@@ -138,6 +138,24 @@ void SaveApproximation(tavilo::PEFForm& window, const QString& prefix) {
   SetRanges(window, "1.5", "-0.5", "0.025", "15.0");
 }
 
+// The approximation fitted to polar `polar` (0-based) of `file` and shown
+// over the graphs at the given ranges.
+void SaveApproximationOf(tavilo::PEFForm& window, const QString& name, const std::string& file, int polar,
+                         const char* clMax, const char* clMin, const char* cdMax, const char* alfaMax) {
+  window.Document().OpenFile(file);
+  auto* tree = window.findChild<QTreeWidget*>("TreeView1");
+  tree->setCurrentItem(tree->topLevelItem(0)->child(0)->child(polar));
+  window.OpenApproximation();
+  auto* dialog = window.findChild<QDialog*>("frmApprox");
+  dialog->findChild<QPushButton*>("btnFit")->click();
+  SetRanges(window, clMax, clMin, cdMax, alfaMax);
+  dialog->findChild<QPushButton*>("btnShow")->click();
+  QApplication::processEvents();
+  Save(&window, name + ".png");
+  Save(dialog, name + "-dialog.png");
+  dialog->hide();
+}
+
 // The approximation's report after a fit to a polar that leaves most
 // values to estimate, in German, whose texts are the longest: it must wrap
 // and show in full at the dialog's own size.
@@ -298,6 +316,10 @@ int main(int argc, char** argv) {
   SaveTreeViews(window, prefix);
   SavePointsAndUndo(window, prefix);
   SaveApproximationReport(window, prefix, std::string(TAVILO_TEST_DATA) + "/uiuc/E387A.DRG");
+  SaveApproximationOf(window, prefix + "-approx-low-re-en", std::string(TAVILO_TEST_DATA) + "/xfoil/naca2408_re60k.pol",
+                      0, "1.5", "-0.5", "0.1", "15.0");
+  SaveApproximationOf(window, prefix + "-approx-uiuc-en", std::string(TAVILO_TEST_DATA) + "/uiuc/e387_tf_drg.txt", 1,
+                      "1.5", "-0.5", "0.1", "15.0");
   SaveErrorBoxes(window, prefix);
   return 0;
 }

@@ -1,23 +1,15 @@
 // Any bytes as a drag polar file: one set or an overflow, never a crash. The
-// first byte answers the airfoil choice, past the list's end included.
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <string_view>
-#include <vector>
-
-#include "base/errors.h"
-#include "formats/drg.h"
+// first byte answers the airfoil choice.
+#include "fuzz_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;
-  const int answer = static_cast<int8_t>(data[0]) % 8;
-  const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
+  const std::string_view bytes = tavilo::fuzz::Text(data + 1, size - 1);
   (void)tavilo::DrgAirfoilNames(bytes);
   tavilo::Airfoil airfoil;
   try {
     const tavilo::ReadReport report =
-        tavilo::ReadFromDRGText(airfoil, bytes, [answer](const std::vector<std::string>&) { return answer; });
+        tavilo::ReadFromDRGText(airfoil, bytes, tavilo::fuzz::Answer(data[0]));
     // A file cut short says so, and nothing else is ever reported.
     if (report.diagnostics.size() != (report.stoppedEarly ? 1u : 0u)) __builtin_trap();
   } catch (const tavilo::OverflowError&) {

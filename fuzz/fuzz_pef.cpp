@@ -1,16 +1,13 @@
 // The PEF reader on arbitrary bytes: it must not crash, hang or exhaust
 // memory, and its index must answer like the literal line-by-line scan.
 
-#include <cstddef>
-#include <cstdint>
 #include <cstdlib>
 #include <string>
-#include <string_view>
 
 #include "../tests/formats/pef_reference_scan.h"
-#include "base/errors.h"
 #include "formats/pef.h"
 #include "formats/pef_index.h"
+#include "fuzz_input.h"
 
 namespace {
 
@@ -29,7 +26,7 @@ void CompareWithLiteralScan(std::string_view text) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+  const std::string_view bytes = tavilo::fuzz::Text(data, size);
   tavilo::Airfoil airfoil;
   try {
     // A small limit of missing polars and points keeps the runs fast.

@@ -1,15 +1,12 @@
 // Any bytes as a polar table: polars with points, or an empty airfoil and
 // message 77, never a crash or a raised error. The first byte answers the
-// airfoil choice of a drag file, past the list's end included.
+// airfoil choice of a drag file.
 #include <cmath>
-#include <cstddef>
-#include <cstdint>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "formats/csv.h"
 #include "formats/table.h"
+#include "fuzz_input.h"
 
 namespace {
 
@@ -32,11 +29,9 @@ std::vector<tavilo::PolarPoint> Points(const tavilo::Airfoil& airfoil) {
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;
-  const int answer = static_cast<int8_t>(data[0]) % 8;
-  const std::string_view bytes(reinterpret_cast<const char*>(data + 1), size - 1);
   tavilo::Airfoil airfoil;
   const tavilo::ReadReport report = tavilo::ReadFromTableText(
-      airfoil, bytes, "fuzz.txt", [answer](const std::vector<std::string>&) { return answer; });
+      airfoil, tavilo::fuzz::Text(data + 1, size - 1), "fuzz.txt", tavilo::fuzz::Answer(data[0]));
   bool noPolars = false;
   for (const tavilo::Diagnostic& diagnostic : report.diagnostics) noPolars = noPolars || diagnostic.messageId == 77;
   if (noPolars != (airfoil.ConfigCount() == 0)) __builtin_trap();

@@ -1,13 +1,14 @@
 #include "approx_dialog.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <charconv>
 
 #include "base/number_text.h"
 #include "caption_apply.h"
@@ -24,16 +25,24 @@ constexpr int kFirstLabelText = 41;
 constexpr int kStallCdAtClMinName = 150;
 constexpr int kFitCaption = 151;
 constexpr int kNoNumberText = 152;
-constexpr int kFittedText = 160;
 constexpr int kEstimatedText = 161;
 constexpr int kCopiedText = 165;
 constexpr int kFitTipText = 167;
 constexpr int kShownText = 168;
+constexpr int kFittedText = 284;
+constexpr int kRangeCaption = 285;
+constexpr int kRangeToCaption = 286;
+constexpr int kHoldTipText = 287;
+constexpr int kEmptyRangeText = 288;
 
 // Enough digits to read a fitted value, few enough to read it at a glance.
-std::string SixDigits(double value) {
-  char buffer[32];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, 6).ptr);
+std::string SixDigits(double value) { return SignificantNumberText(value, 6); }
+
+QLineEdit* NewAngleField(QWidget* parent, const char* name) {
+  auto* field = new QLineEdit(parent);
+  field->setObjectName(name);
+  field->setMaximumWidth(70);
+  return field;
 }
 
 QPushButton* NewButton(QWidget* parent, const char* name) {
@@ -58,8 +67,12 @@ ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink sho
     label->setObjectName("lblValue");
     label->setProperty(kItemProperty, i);
     label->setBuddy(fields_[i]);
+    holds_[i] = new QCheckBox(this);
+    holds_[i]->setObjectName("chkHold");
+    holds_[i]->setProperty(kItemProperty, i);
     grid->addWidget(label, i, 0);
     grid->addWidget(fields_[i], i, 1);
+    grid->addWidget(holds_[i], i, 2);
     connect(fields_[i], &QLineEdit::textChanged, this, &ApproxDialog::CurveWithdrawn);
   }
   QPushButton* showButton = NewButton(this, "btnShow");
@@ -71,13 +84,25 @@ ApproxDialog::ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink sho
   auto* buttons = new QVBoxLayout;
   for (QPushButton* button : {showButton, copy, fit_}) buttons->addWidget(button);
   buttons->addStretch();
-  grid->addLayout(buttons, 0, 2, kApproxFieldCount, 1);
+  grid->addLayout(buttons, 0, 3, kApproxFieldCount, 1);
+  // The angles the fit takes; an empty field sets no limit.
+  auto* range = new QHBoxLayout;
+  rangeLabel_ = new QLabel(this);
+  rangeLabel_->setObjectName("lblRange");
+  rangeToLabel_ = new QLabel(this);
+  rangeToLabel_->setObjectName("lblRangeTo");
+  alfaFrom_ = NewAngleField(this, "txtAlfaFrom");
+  alfaTo_ = NewAngleField(this, "txtAlfaTo");
+  for (QWidget* widget : std::initializer_list<QWidget*>{rangeLabel_, alfaFrom_, rangeToLabel_, alfaTo_})
+    range->addWidget(widget);
+  range->addStretch();
+  grid->addLayout(range, kApproxFieldCount, 0, 1, 4);
   status_ = new QLabel(this);
   status_->setObjectName("lblStatus");
   status_->setWordWrap(true);
   status_->setTextInteractionFlags(Qt::TextSelectableByMouse);
   status_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-  grid->addWidget(status_, kApproxFieldCount, 0, 1, 3);
+  grid->addWidget(status_, kApproxFieldCount + 1, 0, 1, 4);
   setLayout(grid);
   setMinimumWidth(420);
   SetValues(ApproxValues{});
@@ -115,6 +140,9 @@ void ApproxDialog::SwitchLanguage(int language) {
   ApplyCaptions(this, ApproxCaptions(), language);
   fit_->setText(QString::fromStdString(GetResString(kFitCaption, language)));
   fit_->setToolTip(QString::fromStdString(GetResString(kFitTipText, language)));
+  rangeLabel_->setText(QString::fromStdString(GetResString(kRangeCaption, language)));
+  rangeToLabel_->setText(QString::fromStdString(GetResString(kRangeToCaption, language)));
+  for (QCheckBox* hold : holds_) hold->setToolTip(QString::fromStdString(GetResString(kHoldTipText, language)));
   SetStatus({});
 }
 
@@ -150,27 +178,57 @@ std::optional<ApproxValues> ApproxDialog::ReadValues() {
     values[ApproxFieldAt(i)] = *number;
   }
   if (const std::optional<ApproxProblem> problem = FindApproxProblem(values)) {
-    ShowError(FormatResString(problem->messageId, ui_.Language(), {FieldName(problem->field)}));
-    fields_[static_cast<int>(problem->field)]->setFocus();
+    ShowProblem(*problem);
     return std::nullopt;
   }
   return values;
 }
 
+void ApproxDialog::ShowProblem(const ApproxProblem& problem) {
+  ShowError(FormatResString(problem.messageId, ui_.Language(),
+                            {FieldName(problem.field), SixDigits(problem.low), SixDigits(problem.high)}));
+  fields_[static_cast<int>(problem.field)]->setFocus();
+}
+
+std::optional<double> ApproxDialog::ReadNumber(QLineEdit* field, const std::string& name, double empty) {
+  const std::string text = field->text().toStdString();
+  if (TrimBlanks(text).empty()) return empty;
+  const std::optional<double> number = WholeNumber(text);
+  if (!number) {
+    ShowError(FormatResString(kNoNumberText, ui_.Language(), {name, text}));
+    field->setFocus();
+  }
+  return number;
+}
+
+std::optional<ApproxFitOptions> ApproxDialog::ReadFitOptions() {
+  ApproxFitOptions options;
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    if (!holds_[i]->isChecked()) continue;
+    const std::string name = FieldName(ApproxFieldAt(i));
+    const std::optional<double> value = ReadNumber(fields_[i], name, NAN);
+    if (!value) return std::nullopt;
+    options.held[i] = true;
+    options.values[ApproxFieldAt(i)] = *value;
+  }
+  const std::optional<double> from = ReadNumber(alfaFrom_, DialogTitle(rangeLabel_->text().toStdString()), -90);
+  if (!from) return std::nullopt;
+  const std::optional<double> to = ReadNumber(alfaTo_, DialogTitle(rangeLabel_->text().toStdString()), 90);
+  if (!to) return std::nullopt;
+  if (!(*from < *to)) {
+    ShowError(FormatResString(kEmptyRangeText, ui_.Language(), {SixDigits(*from), SixDigits(*to)}));
+    alfaFrom_->setFocus();
+    return std::nullopt;
+  }
+  options.alfaFrom = *from;
+  options.alfaTo = *to;
+  return options;
+}
+
 void ApproxDialog::SetValues(const ApproxValues& values) {
-  std::array<std::string, kApproxFieldCount> texts;
-  ApproxValues shown;
-  for (int i = 0; i < kApproxFieldCount; ++i) {
-    texts[i] = SixDigits(values[ApproxFieldAt(i)]);
-    shown[ApproxFieldAt(i)] = WholeNumber(texts[i]).value_or(0);
-  }
-  // Rounding must not turn valid values into refused ones (a stall drag a
-  // hair above Cd Min); those are shown in full.
-  const bool exact = !FindApproxProblem(values) && FindApproxProblem(shown);
-  for (int i = 0; i < kApproxFieldCount; ++i) {
-    const double value = values[ApproxFieldAt(i)];
-    fields_[i]->setText(QString::fromStdString(exact ? ShortestNumberText(value) : texts[i]));
-  }
+  const ApproxValues shown = ApproxShownValues(values);
+  for (int i = 0; i < kApproxFieldCount; ++i)
+    fields_[i]->setText(QString::fromStdString(ShortestNumberText(shown[ApproxFieldAt(i)])));
 }
 
 void ApproxDialog::hideEvent(QHideEvent* event) {
@@ -195,9 +253,14 @@ void ApproxDialog::CopyInitializer() {
 void ApproxDialog::FitToPolar() {
   const PolarPtr polar = polar_ ? polar_() : nullptr;
   if (!polar) return;
+  const std::optional<ApproxFitOptions> options = ReadFitOptions();
+  if (!options) return;
   ApproxFit fit;
   try {
-    fit = FitApproximation(*polar);
+    fit = FitApproximation(*polar, *options);
+  } catch (const ApproxInputError& error) {
+    ShowProblem(error.Problem());  // held values that cannot stand together
+    return;
   } catch (const RuntimeError& error) {
     ShowError(ErrorText(error, ui_.Language(), false));
     return;
@@ -205,8 +268,9 @@ void ApproxDialog::FitToPolar() {
   SetValues(fit.values);
   const int language = ui_.Language();
   std::string text = FormatResString(kFittedText, language,
-                                     {FormatNumber(fit.errors.points, "0"), SixDigits(fit.errors.rmsCl),
-                                      SixDigits(fit.errors.rmsCd)});
+                                     {FormatNumber(fit.fittedCount, "0"), FormatNumber(fit.errors.points, "0"),
+                                      SignificantNumberText(fit.errors.rmsCl, 3),
+                                      SignificantNumberText(fit.errors.rmsCd, 3)});
   std::string estimated;
   for (int i = 0; i < kApproxFieldCount; ++i) {
     if (!fit.estimated[i]) continue;

@@ -2,7 +2,9 @@
 // frmApprox: the eleven values of the approximation model. "&Show" draws
 // the model into the graphs, "&Copy" puts it on the clipboard as a C
 // initializer, "Fit to polar" fills the fields from the polar that is the
-// structure tree's current node. The model and the fit live in the core.
+// structure tree's current node, keeping the values whose hold box is
+// ticked and taking only the points within the angle range below the
+// fields (an empty end sets no limit). The model and the fit live in the core.
 // The report below the fields wraps, and the window grows to show all of
 // it; the main window lends its keys (Ctrl+Z, Ctrl+S ...) to this one.
 
@@ -13,8 +15,10 @@
 #include <vector>
 
 #include "model/polar.h"
+#include "tools/approx_fit.h"
 #include "tools/approximation.h"
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -66,12 +70,24 @@ class ApproxDialog : public QDialog {
   // stall drag's label repeats the first one's text, so it has its own.
   std::string FieldName(ApproxField field) const;
   void ShowError(const std::string& text);
+  // Names the field and its range, and puts the cursor into the field.
+  void ShowProblem(const ApproxProblem& problem);
+  // The number `field` holds, `empty` for a blank one; none, after a
+  // message naming it `name`, for anything else.
+  std::optional<double> ReadNumber(QLineEdit* field, const std::string& name, double empty);
+  // The held values and the angle range; none after a message.
+  std::optional<ApproxFitOptions> ReadFitOptions();
   void SetStatus(const std::string& text);
 
   QtUserInterface& ui_;
   PolarSource polar_;
   CurveSink show_;
   std::array<QLineEdit*, kApproxFieldCount> fields_{};
+  std::array<QCheckBox*, kApproxFieldCount> holds_{};
+  QLabel* rangeLabel_ = nullptr;
+  QLabel* rangeToLabel_ = nullptr;
+  QLineEdit* alfaFrom_ = nullptr;
+  QLineEdit* alfaTo_ = nullptr;
   QPushButton* fit_ = nullptr;
   QLabel* status_ = nullptr;
 };

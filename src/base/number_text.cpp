@@ -218,6 +218,13 @@ std::string ShortestNumberText(double value) {
   return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value).ptr);
 }
 
+std::string SignificantNumberText(double value, int digits) {
+  char buffer[32];
+  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general,
+                                           std::clamp(digits, 1, 17))
+                                 .ptr);
+}
+
 std::string_view RestAfterFirstBlank(std::string_view line) {
   // A field is a few characters long: a plain loop beats a call to memchr.
   size_t p = 0;

@@ -36,6 +36,11 @@ std::string NumberText(double value);
 // an exponent where that is shorter ("2", "0.0065", "-1.25e-05", "2e+05").
 std::string ShortestNumberText(double value);
 
+// `value` rounded to `digits` significant digits (1 to 17) in the
+// shortest text that reads back as the rounded number ("8" for
+// 7.999999999999351 at six, "0.0424", "-1.25e-05").
+std::string SignificantNumberText(double value, int digits);
+
 // `text`, blanks around it allowed, read as one whole finite number with
 // the period as decimal separator ("1.5", "-2e-3"); none for anything else
 // ("", "1,5", "1.5x", "inf").

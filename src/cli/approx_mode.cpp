@@ -10,7 +10,7 @@ namespace tavilo {
 
 namespace {
 
-constexpr int kSkippedText = 163;
+constexpr int kSkippedText = 282;
 
 }  // namespace
 
@@ -26,7 +26,7 @@ int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
       ApproxFit fit;
       try {
         fit = FitApproximation(polar);
-      } catch (const ApproxTooFewPointsError&) {
+      } catch (const ApproxPolarRefusedError&) {
         skipped(FormatResString(kSkippedText, language,
                                 {ShortestNumberText(ordinal), ShortestNumberText(polar.ReynoldsNumber),
                                  ShortestNumberText(polar.MachNumber)}));
@@ -35,7 +35,7 @@ int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
       ++written;
       if (written > 1) out << '\n';
       out << ApproxFitComment(airfoil.Name, polar, fit.errors)
-          << ApproxInitializer(fit.values, "approx_" + ShortestNumberText(written));
+          << ApproxInitializer(ApproxShownValues(fit.values), "approx_" + ShortestNumberText(written));
     }
   }
   return written;

@@ -11,10 +11,11 @@
 namespace tavilo {
 
 // Writes to `out`, for every polar of `airfoil` (sets, then polars, in
-// order) with at least five usable points, its fit's comment line and its
-// initializer, named approx_1, approx_2, ... Each polar with fewer is
-// handed to `skipped` as a message in `language`. Returns how many polars
-// were written.
+// order) that can carry a fit (kApproxFitMinPoints usable points over
+// kApproxFitMinSpan degrees), its fit's comment line and its initializer,
+// named approx_1, approx_2, ..., the values to six significant digits.
+// Each other polar is handed to `skipped` as a message in `language`.
+// Returns how many polars were written.
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
                         const std::function<void(const std::string& message)>& skipped, int language);
 

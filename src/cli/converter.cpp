@@ -115,7 +115,7 @@ std::string UsageText() {
 constexpr int kAirfoilPastEndText = 122;
 constexpr int kAirfoilSingleText = 123;
 constexpr int kAirfoilNotDragText = 124;
-constexpr int kNothingToApproximateText = 164;
+constexpr int kNothingToApproximateText = 283;
 [[maybe_unused]] constexpr int kNoRendererText = 240;  // where the renderer is built
 // --info's listing: "Airfoil", "Set" and a line per polar.
 constexpr int kAirfoilText = 7;

@@ -217,8 +217,9 @@ struct LaterEntry {
 // printing, 150-169 the approximation, 170-189 table files, 190-209 graph
 // interaction, 210-239 undo and the points table, 240-249 the converter's
 // renderer and parallel batch, 250-279 the edges a user meets (files
-// without polars, the XML limit, file errors, the points table's limit). "%1", "%2" ... stand for the arguments of
-// FormatResString.
+// without polars, the XML limit, file errors, the points table's limit),
+// 280-299 the approximation's bounds, refusals, held values and range.
+// "%1", "%2" ... stand for the arguments of FormatResString.
 const LaterEntry kLaterStrings[] = {
     {100, {"&Batch PEF to XML...", "&Stapelumwandlung PEF nach XML..."}},
     {103, {"Eppler input files (.epp) cannot be written yet.",
@@ -376,6 +377,23 @@ const LaterEntry kLaterStrings[] = {
            "%1 muss zwischen -1000000 und 1000000 liegen, nicht bei %2."}},
     {273, {"'%1' is not a number. A period or a comma may separate the decimals, as in 0.25 or 0,25.",
            "'%1' ist keine Zahl. Dezimaltrennzeichen darf ein Punkt oder ein Komma sein, etwa 0.25 oder 0,25."}},
+    // 280-299: the approximation's bounds, refusals, held values and range.
+    {280, {"%1 must lie between %2 and %3.", "%1 muss zwischen %2 und %3 liegen."}},
+    {281, {"The polar at Re=%1, Mach=%2 cannot carry a fit: it needs at least 8 points of angle, lift and drag "
+           "over at least 6 degrees.",
+           "Die Polare bei Re=%1, Mach=%2 trägt keine Anpassung: Sie braucht mindestens 8 Punkte aus Winkel, "
+           "Auftrieb und Widerstand über mindestens 6 Grad."}},
+    {282, {"Polar %1 (Re=%2, Mach=%3) has fewer than 8 points or spans less than 6 degrees and is skipped.",
+           "Polare %1 (Re=%2, Mach=%3) hat weniger als 8 Punkte oder überspannt weniger als 6 Grad und wird "
+           "übersprungen."}},
+    {283, {"No polar has the 8 points over 6 degrees a fit needs.",
+           "Keine Polare hat die 8 Punkte über 6 Grad, die eine Anpassung braucht."}},
+    {284, {"Fitted %1 of 11 values to %2 points: rms Cl %3, rms Cd %4.",
+           "%1 von 11 Werten an %2 Punkte angepasst: rms Ca %3, rms Cw %4."}},
+    {285, {"Fit between angles", "Anpassen zwischen Winkeln"}},
+    {286, {"and", "und"}},
+    {287, {"Hold: the fit keeps this value.", "Halten: Die Anpassung behält diesen Wert."}},
+    {288, {"The angle range from %1 to %2 is empty.", "Der Winkelbereich von %1 bis %2 ist leer."}},
 };
 
 const Entry* FindEntry(int n) {

@@ -13,6 +13,8 @@ namespace tavilo {
 
 namespace {
 
+using enum ApproxField;
+
 struct Sample {
   double alfa;
   double cl;
@@ -24,10 +26,10 @@ bool Usable(const PolarPoint& p) {
          std::fabs(p.Cl) < 10 && std::fabs(p.Alfa) <= 90;
 }
 
-std::vector<Sample> UsableSamples(std::span<const PolarPoint> points) {
+std::vector<Sample> UsableSamples(std::span<const PolarPoint> points, double alfaFrom, double alfaTo) {
   std::vector<Sample> samples;
   for (const PolarPoint& p : points)
-    if (Usable(p)) samples.push_back({p.Alfa, p.Cl, p.Cd});
+    if (Usable(p) && p.Alfa >= alfaFrom && p.Alfa <= alfaTo) samples.push_back({p.Alfa, p.Cl, p.Cd});
   std::stable_sort(samples.begin(), samples.end(), [](const Sample& a, const Sample& b) { return a.alfa < b.alfa; });
   return samples;
 }
@@ -58,97 +60,212 @@ std::vector<double> MedianOfThree(const std::vector<Sample>& samples, double Sam
   return smooth;
 }
 
-// The fit works on unbounded parameters that map onto valid values, so
-// that every step of the solver gives a model FindApproxProblem accepts.
-enum Param { kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin, kCdMin, kExponent, kShift, kBucketUpper, kBucketLower, kTilt };
-constexpr int kParamCount = 11;
-using Theta = std::vector<double>;
+// The fields in the order their ranges depend on each other: each range
+// follows from fields before it only.
+constexpr ApproxField kOrder[kApproxFieldCount] = {AlfaZero,        ClMax,          ClMin,      StallRangeClMax,
+                                                   StallRangeClMin, CdMin,          CdExponent, CdShift,
+                                                   StallCdAtClMax,  StallCdAtClMin, CdTilt};
+constexpr int Index(ApproxField field) { return static_cast<int>(field); }
 
-// The bounds keep every stall inside +-90 degrees: 20 + 1.3 * 3.5 / 0.11 + 25 < 90.
-constexpr double kAlfaZeroBound = 20;
-constexpr double kClBounds[2] = {0.05, 3.5};
-constexpr double kRangeBounds[2] = {0.5, 25};
-constexpr double kExponentBounds[2] = {1.05, 8};
+// Drags span decades, so they move on a log scale.
+bool LogScale(ApproxField field) { return field == CdMin || field == StallCdAtClMax || field == StallCdAtClMin; }
 
-double Squash(double theta, double low, double high) {
-  return low + (high - low) / (1 + std::exp(-std::clamp(theta, -30.0, 30.0)));
+// The range a fitted value may take: its own, a hair inside the ends,
+// some of which the value may not reach.
+ApproxRange InnerRange(ApproxField field, const ApproxValues& v) {
+  const ApproxRange r = ApproxFieldRange(field, v);
+  const double margin = 1e-6 * (r.high - r.low);
+  return {r.low + margin, r.high - margin};
 }
 
-double Unsquash(double value, double low, double high) {
-  const double q = std::clamp((value - low) / (high - low), 1e-9, 1 - 1e-9);
-  return std::log(q / (1 - q));
+double Place(double share, ApproxRange r, bool log) {
+  return log ? r.low * std::pow(r.high / r.low, share) : r.low + (r.high - r.low) * share;
 }
 
-// The power term's coefficients c of c |Cl - Cd Shift|^e on each side.
-struct BucketCoefficients {
-  double upper;
-  double lower;
-};
-
-BucketCoefficients CoefficientsOf(const Theta& t) {
-  return {std::exp(std::clamp(t[kBucketUpper], -20.0, 5.0)), std::exp(std::clamp(t[kBucketLower], -20.0, 5.0))};
+double ShareOf(double value, ApproxRange r, bool log) {
+  const double share = log ? std::log(value / r.low) / std::log(r.high / r.low) : (value - r.low) / (r.high - r.low);
+  return std::clamp(share, 1e-6, 1 - 1e-6);
 }
 
-ApproxValues ValuesOf(const Theta& t) {
-  ApproxValues v;
-  v.alfaZero = Squash(t[kAlfaZero], -kAlfaZeroBound, kAlfaZeroBound);
-  v.clMax = Squash(t[kClMax], kClBounds[0], kClBounds[1]);
-  v.clMin = -Squash(t[kClMin], kClBounds[0], kClBounds[1]);
-  v.stallRangeClMax = Squash(t[kRangeMax], kRangeBounds[0], kRangeBounds[1]);
-  v.stallRangeClMin = Squash(t[kRangeMin], kRangeBounds[0], kRangeBounds[1]);
-  v.cdMin = std::exp(std::clamp(t[kCdMin], -12.0, 0.0));
-  v.cdExponent = Squash(t[kExponent], kExponentBounds[0], kExponentBounds[1]);
-  v.cdShift = Squash(t[kShift], v.clMin, v.clMax);
-  const double upper = v.clMax - v.cdShift;
-  const double lower = v.cdShift - v.clMin;
-  const BucketCoefficients c = CoefficientsOf(t);
-  // What the power term adds at each stall; never so little that the stall
-  // drag could not be told from Cd Min.
-  const double riseUpper = std::max(c.upper * std::pow(upper, v.cdExponent), 1e-6 * v.cdMin);
-  const double riseLower = std::max(c.lower * std::pow(lower, v.cdExponent), 1e-6 * v.cdMin);
-  // Inside these limits the power term still adds drag towards both stalls.
-  v.cdTilt = Squash(t[kTilt], -0.98 * riseUpper / upper, 0.98 * riseLower / lower);
-  v.stallCdAtClMax = v.cdMin + v.cdTilt * upper + riseUpper;
-  v.stallCdAtClMin = v.cdMin - v.cdTilt * lower + riseLower;
-  return v;
+// The solver works on unbounded numbers, each the logit of a value's place
+// in its range: every step gives values inside their ranges.
+double Logistic(double theta) { return 1 / (1 + std::exp(-std::clamp(theta, -30.0, 30.0))); }
+double Logit(double share) { return std::log(share / (1 - share)); }
+
+constexpr double kSoftScale = 5;
+
+// The soft-L1 loss as a residual whose square it is: quadratic for small
+// errors, linear for large ones, so that a few wild points or a stall the
+// model follows only roughly cannot pull the rest away.
+double SoftResidual(double z) {
+  constexpr double c = kSoftScale;
+  return c * std::copysign(std::sqrt(2 * (std::sqrt(1 + z * z / (c * c)) - 1)), z);
 }
 
 class Fitter {
  public:
-  explicit Fitter(std::vector<Sample> samples)
-      : samples_(std::move(samples)), wild_(samples_.size(), false), theta_(kParamCount, 0.0) {}
-
+  Fitter(std::vector<Sample> samples, const ApproxFitOptions& options);
   ApproxFit Run();
 
  private:
   void Estimate();
-  std::pair<size_t, size_t> EstimateLift(const std::vector<double>& cl);
-  void EstimateBucket(const std::vector<double>& cl, const std::vector<double>& cd, size_t first, size_t last);
-  void SetDefaultLimits();
-  double Minimize(std::initializer_list<Param> candidates, bool lift, bool drag);
-  void Residuals(const Theta& theta, bool lift, bool drag, std::vector<double>& out) const;
-  bool MarkWildPoints(const ApproxModel& model);
+  void EstimateLimits();
+  void EstimateBucket();
+  void SettleRanges();
+  void Minimize(std::initializer_list<ApproxField> fields, bool lift, bool drag);
+  ApproxValues ValuesOf(const std::vector<double>& theta, const std::vector<ApproxField>& free) const;
+  double Cost(const ApproxValues& values) const;
+  void Residuals(const ApproxValues& values, bool lift, bool drag, std::vector<double>& out) const;
+  bool MarkWildPoints();
+  void Solve();
+  bool Free(ApproxField field) const { return free_[Index(field)] && !held_[Index(field)]; }
 
   std::vector<Sample> samples_;
   std::vector<bool> wild_;
-  Theta theta_;
-  std::array<bool, kParamCount> fixed_{};
+  std::vector<double> smoothCl_;
+  std::vector<double> smoothCd_;
+  std::array<bool, kApproxFieldCount> held_;
+  std::array<bool, kApproxFieldCount> free_{};
+  ApproxValues values_;
   bool upperStall_ = false;
   bool lowerStall_ = false;
-  double topCl_ = 0;
-  double bottomCl_ = 0;
-  double minCd_ = 1;  // of the attached points, single wild ones passed over
+  size_t first_ = 0;  // the attached points, from the lowest to the highest lift
+  size_t last_ = 0;
+  double minCd_ = 0.01;
 };
 
+Fitter::Fitter(std::vector<Sample> samples, const ApproxFitOptions& options)
+    : samples_(std::move(samples)), wild_(samples_.size(), false), held_(options.held), values_(options.values) {
+  smoothCl_ = MedianOfThree(samples_, &Sample::cl);
+  smoothCd_ = MedianOfThree(samples_, &Sample::cd);
+}
+
+// Held values take part as they are; every other one is moved into its
+// range in the order the ranges depend on each other.
+void Fitter::SettleRanges() {
+  for (ApproxField field : kOrder) {
+    if (held_[Index(field)]) continue;
+    const ApproxRange r = InnerRange(field, values_);
+    if (r.low <= r.high) values_[field] = std::clamp(values_[field], r.low, r.high);
+  }
+}
+
+// Starting values read off the data, and which values the data carry:
+// a limit and its stall range when the lift shows a stall on that side,
+// a stall drag and the tilt when a side of the bucket has two points.
+void Fitter::Estimate() {
+  const size_t n = samples_.size();
+  const size_t top = static_cast<size_t>(std::max_element(smoothCl_.begin(), smoothCl_.end()) - smoothCl_.begin());
+  const size_t bottom = static_cast<size_t>(std::min_element(smoothCl_.begin(), smoothCl_.end()) - smoothCl_.begin());
+  // A stall shows as a peak of the smoothed lift with at least two points
+  // beyond it, the last one lower.
+  upperStall_ = n - 1 - top >= 2 && smoothCl_[n - 1] < smoothCl_[top];
+  lowerStall_ = bottom >= 2 && smoothCl_[0] > smoothCl_[bottom];
+  first_ = lowerStall_ ? bottom : 0;
+  last_ = upperStall_ ? top : n - 1;
+  if (first_ >= last_) first_ = 0, last_ = n - 1;
+  // Zero lift from the straight part of the line: the points below 60 % of
+  // the extreme lifts, each giving the angle the slope would reach zero at.
+  const double topCl = smoothCl_[top], bottomCl = smoothCl_[bottom];
+  std::vector<double> zeros;
+  for (size_t i = first_; i <= last_; ++i) {
+    const double c = samples_[i].cl;
+    if ((topCl <= 0 || c <= 0.6 * topCl) && (bottomCl >= 0 || c >= 0.6 * bottomCl))
+      zeros.push_back(samples_[i].alfa - c / kApproxLiftSlope);
+  }
+  if (zeros.size() < 2)
+    for (size_t i = first_; i <= last_; ++i) zeros.push_back(samples_[i].alfa - samples_[i].cl / kApproxLiftSlope);
+  auto set = [this](ApproxField field, double value, bool carried) {
+    if (held_[Index(field)]) return;
+    values_[field] = value;
+    free_[Index(field)] = carried;
+  };
+  set(AlfaZero, Median(zeros), zeros.size() >= 2);
+  set(ClMax, topCl, upperStall_);
+  set(ClMin, bottomCl, lowerStall_);
+  set(StallRangeClMax, ApproxValues{}.stallRangeClMax, upperStall_);
+  set(StallRangeClMin, ApproxValues{}.stallRangeClMin, lowerStall_);
+  EstimateLimits();
+  EstimateBucket();
+}
+
+// A limit the data do not show lies where a typical section stalls, 15
+// degrees from zero lift, but clearly beyond the data's own extreme; its
+// stall range is the other side's when that one is shown.
+void Fitter::EstimateLimits() {
+  const double topCl = *std::max_element(smoothCl_.begin(), smoothCl_.end());
+  const double bottomCl = *std::min_element(smoothCl_.begin(), smoothCl_.end());
+  const double run = 2 - kApproxLinearShare;
+  if (!upperStall_ && !held_[Index(ClMax)])
+    values_.clMax = std::max(kApproxLiftSlope * (15 - values_.alfaZero) / run, topCl + 0.1);
+  if (!lowerStall_ && !held_[Index(ClMin)])
+    values_.clMin = std::min(-kApproxLiftSlope * (15 + values_.alfaZero) / run, bottomCl - 0.1);
+  if (!upperStall_ && lowerStall_ && !held_[Index(StallRangeClMax)]) values_.stallRangeClMax = values_.stallRangeClMin;
+  if (!lowerStall_ && upperStall_ && !held_[Index(StallRangeClMin)]) values_.stallRangeClMin = values_.stallRangeClMax;
+  SettleRanges();
+}
+
+// The bucket: its bottom at the least drag of the attached points, a
+// parabola on each side through the rest, the stall drags where those
+// parabolas reach the limits.
+void Fitter::EstimateBucket() {
+  const auto begin = smoothCd_.begin() + static_cast<std::ptrdiff_t>(first_);
+  const size_t least = static_cast<size_t>(
+      std::min_element(begin, begin + static_cast<std::ptrdiff_t>(last_ - first_ + 1)) - smoothCd_.begin());
+  minCd_ = std::max(smoothCd_[least], kApproxCdMinRange.low);
+  auto set = [this](ApproxField field, double value, bool carried) {
+    if (held_[Index(field)]) return;
+    values_[field] = value;
+    free_[Index(field)] = carried;
+  };
+  set(CdMin, minCd_, true);
+  set(CdExponent, 2, true);
+  set(CdShift, samples_[least].cl, true);
+  SettleRanges();
+  double sums[2][2] = {};  // per side: sum of (Cd - Cd Min) x^2, sum of x^4
+  int counts[2] = {};
+  for (size_t i = first_; i <= last_; ++i) {
+    const double x = samples_[i].cl - values_.cdShift;
+    const int side = x >= 0 ? 0 : 1;
+    sums[side][0] += (smoothCd_[i] - values_.cdMin) * x * x;
+    sums[side][1] += x * x * x * x;
+    counts[side] += i != least;
+  }
+  double c[2];
+  for (int k = 0; k < 2; ++k) c[k] = sums[k][1] > 0 ? std::max(sums[k][0] / sums[k][1], 1e-4) : 0;
+  // A side of the bucket without points takes the other side's shape.
+  if (c[0] == 0) c[0] = c[1] > 0 ? c[1] : 0.02;
+  if (c[1] == 0) c[1] = c[0];
+  const bool upper = counts[0] >= 2 || upperStall_, lower = counts[1] >= 2 || lowerStall_;
+  set(StallCdAtClMax, values_.cdMin + c[0] * std::pow(values_.clMax - values_.cdShift, 2), upper);
+  set(StallCdAtClMin, values_.cdMin + c[1] * std::pow(values_.cdShift - values_.clMin, 2), lower);
+  set(CdTilt, 0, upper && lower);
+  SettleRanges();
+}
+
+ApproxValues Fitter::ValuesOf(const std::vector<double>& theta, const std::vector<ApproxField>& free) const {
+  ApproxValues v = values_;
+  for (ApproxField field : kOrder) {
+    const auto k = std::find(free.begin(), free.end(), field);
+    if (k != free.end()) {
+      v[field] = Place(Logistic(theta[static_cast<size_t>(k - free.begin())]), InnerRange(field, v), LogScale(field));
+    } else if (!held_[Index(field)]) {
+      // An estimate follows the fitted values into its range.
+      const ApproxRange r = InnerRange(field, v);
+      if (r.low <= r.high) v[field] = std::clamp(v[field], r.low, r.high);
+    }
+  }
+  return v;
+}
+
 // Lift errors count in twentieths. Drag errors count in quarters of the
-// point's own drag, but none coarser than three quarters of the minimum
+// point's own drag, but none coarser than three quarters of the least
 // drag: the bucket is then fitted by its shape, and the stalled points,
 // which the flat plate meets only roughly, do not swamp it.
-void Fitter::Residuals(const Theta& theta, bool lift, bool drag, std::vector<double>& out) const {
+void Fitter::Residuals(const ApproxValues& values, bool lift, bool drag, std::vector<double>& out) const {
   out.assign(samples_.size() * 2, 0.0);
-  const ApproxValues values = ValuesOf(theta);
   if (FindApproxProblem(values)) {
-    // Not expected, as ValuesOf maps onto valid values; the solver refuses the step.
+    // Held values that do not stand with these: the solver refuses the step.
     out.assign(out.size(), NAN);
     return;
   }
@@ -156,196 +273,152 @@ void Fitter::Residuals(const Theta& theta, bool lift, bool drag, std::vector<dou
   for (size_t i = 0; i < samples_.size(); ++i) {
     if (wild_[i]) continue;
     const Sample& s = samples_[i];
-    if (lift) out[2 * i] = (model.Cl(s.alfa) - s.cl) / 0.05;
-    if (drag) out[2 * i + 1] = (DragAt(model, s) - s.cd) / (0.25 * std::clamp(s.cd, minCd_, 3 * minCd_));
+    if (lift) out[2 * i] = SoftResidual((model.Cl(s.alfa) - s.cl) / 0.05);
+    if (drag) out[2 * i + 1] = SoftResidual((DragAt(model, s) - s.cd) / (0.25 * std::clamp(s.cd, minCd_, 3 * minCd_)));
   }
 }
 
-double Fitter::Minimize(std::initializer_list<Param> candidates, bool lift, bool drag) {
-  std::vector<Param> free;
-  for (Param p : candidates)
-    if (!fixed_[p]) free.push_back(p);
-  std::vector<double> start;
-  for (Param p : free) start.push_back(theta_[p]);
-  Theta trial = theta_;
-  const double cost = MinimizeSquares(
-      start,
-      [&](std::span<const double> values, std::vector<double>& out) {
-        for (size_t k = 0; k < free.size(); ++k) trial[free[k]] = values[k];
-        Residuals(trial, lift, drag, out);
-      });
-  for (size_t k = 0; k < free.size(); ++k) theta_[free[k]] = start[k];
-  return cost;
+double Fitter::Cost(const ApproxValues& values) const {
+  std::vector<double> r;
+  Residuals(values, true, true, r);
+  double sum = 0;
+  for (double x : r) sum += x * x;
+  return std::isfinite(sum) ? sum : INFINITY;
 }
 
-// Starting values from the data alone, robust to single wild points, and
-// which values the data cannot show.
-void Fitter::Estimate() {
-  const std::vector<double> cl = MedianOfThree(samples_, &Sample::cl);
-  const auto [first, last] = EstimateLift(cl);
-  EstimateBucket(cl, MedianOfThree(samples_, &Sample::cd), first, last);
-}
-
-// The lift's values and the attached points' index range.
-std::pair<size_t, size_t> Fitter::EstimateLift(const std::vector<double>& cl) {
-  const size_t n = samples_.size();
-  const size_t top = static_cast<size_t>(std::max_element(cl.begin(), cl.end()) - cl.begin());
-  const size_t bottom = static_cast<size_t>(std::min_element(cl.begin(), cl.end()) - cl.begin());
-  topCl_ = cl[top];
-  bottomCl_ = cl[bottom];
-  // A stall shows as a peak with lift falling over at least two points beyond it.
-  upperStall_ = n - 1 - top >= 2 && cl[n - 1] < cl[top] - 0.02;
-  lowerStall_ = bottom >= 2 && cl[0] > cl[bottom] + 0.02;
-  size_t first = lowerStall_ ? bottom : 0;
-  size_t last = upperStall_ ? top : n - 1;
-  if (first >= last) first = 0, last = n - 1;
-
-  // Zero lift from the straight part of the line: the points below 60 % of
-  // the extreme lifts, each giving the angle the slope would reach zero at.
-  std::vector<double> zeros;
-  for (size_t i = first; i <= last; ++i) {
-    const double c = samples_[i].cl;
-    if ((topCl_ <= 0 || c <= 0.6 * topCl_) && (bottomCl_ >= 0 || c >= 0.6 * bottomCl_))
-      zeros.push_back(samples_[i].alfa - c / kApproxLiftSlope);
+void Fitter::Minimize(std::initializer_list<ApproxField> fields, bool lift, bool drag) {
+  std::vector<ApproxField> free;
+  for (ApproxField field : kOrder)
+    if (Free(field) && std::find(fields.begin(), fields.end(), field) != fields.end()) free.push_back(field);
+  if (free.empty()) return;
+  std::vector<double> theta;
+  ApproxValues v = values_;
+  for (ApproxField field : free) {
+    const ApproxRange r = InnerRange(field, v);
+    theta.push_back(Logit(ShareOf(v[field], r, LogScale(field))));
   }
-  if (zeros.empty())
-    for (size_t i = first; i <= last; ++i) zeros.push_back(samples_[i].alfa - samples_[i].cl / kApproxLiftSlope);
-  theta_[kAlfaZero] = Unsquash(Median(zeros), -kAlfaZeroBound, kAlfaZeroBound);
-  theta_[kClMax] = Unsquash(std::max(topCl_, kClBounds[0]), kClBounds[0], kClBounds[1]);
-  theta_[kClMin] = Unsquash(std::max(-bottomCl_, kClBounds[0]), kClBounds[0], kClBounds[1]);
-  theta_[kRangeMax] = Unsquash(ApproxValues{}.stallRangeClMax, kRangeBounds[0], kRangeBounds[1]);
-  theta_[kRangeMin] = Unsquash(ApproxValues{}.stallRangeClMin, kRangeBounds[0], kRangeBounds[1]);
-  fixed_[kClMax] = fixed_[kRangeMax] = !upperStall_;
-  fixed_[kClMin] = fixed_[kRangeMin] = !lowerStall_;
-  SetDefaultLimits();
-  return {first, last};
+  MinimizeSquares(theta, [&](std::span<const double> t, std::vector<double>& out) {
+    Residuals(ValuesOf(std::vector<double>(t.begin(), t.end()), free), lift, drag, out);
+  });
+  const ApproxValues fitted = ValuesOf(theta, free);
+  if (!FindApproxProblem(fitted)) values_ = fitted;
 }
 
-// The bucket: its bottom at the least drag of the attached points, a
-// parabola on each side to start from.
-void Fitter::EstimateBucket(const std::vector<double>& cl, const std::vector<double>& cd, size_t first,
-                            size_t last) {
-  const size_t least = static_cast<size_t>(std::min_element(cd.begin() + static_cast<std::ptrdiff_t>(first),
-                                                            cd.begin() + static_cast<std::ptrdiff_t>(last) + 1) -
-                                           cd.begin());
-  const double cdMin = cd[least];
-  minCd_ = std::max(cdMin, 1e-5);
-  const ApproxValues limits = ValuesOf(theta_);
-  const double shift = std::clamp(cl[least], limits.clMin + 0.01, limits.clMax - 0.01);
-  double sums[2][2] = {};  // per side: sum of (Cd - Cd Min) x^2, sum of x^4
-  for (size_t i = first; i <= last; ++i) {
-    const double x = samples_[i].cl - shift;
-    double* side = sums[x >= 0 ? 0 : 1];
-    side[0] += (cd[i] - cdMin) * x * x;
-    side[1] += x * x * x * x;
-  }
-  double c[2];
-  for (int k = 0; k < 2; ++k) c[k] = sums[k][1] > 0 ? std::max(sums[k][0] / sums[k][1], 1e-6) : 0;
-  // A side of the bucket without points takes the other side's shape.
-  fixed_[kBucketUpper] = c[0] == 0;
-  fixed_[kBucketLower] = c[1] == 0;
-  if (c[0] == 0) c[0] = c[1] > 0 ? c[1] : 0.02;
-  if (c[1] == 0) c[1] = c[0];
-  theta_[kCdMin] = std::log(std::max(cdMin, 1e-5));
-  theta_[kExponent] = Unsquash(2, kExponentBounds[0], kExponentBounds[1]);
-  theta_[kShift] = Unsquash(shift, limits.clMin, limits.clMax);
-  theta_[kBucketUpper] = std::log(c[0]);
-  theta_[kBucketLower] = std::log(c[1]);
-  theta_[kTilt] = 0;
-}
-
-// A limit the data do not reach lies where a typical section stalls, 15
-// degrees from zero, and clearly above the data's own extreme.
-void Fitter::SetDefaultLimits() {
-  const double alfaZero = ValuesOf(theta_).alfaZero;
-  const double run = 2 - kApproxLinearShare;
-  if (!upperStall_) {
-    const double clMax = std::max(kApproxLiftSlope * (15 - alfaZero) / run, topCl_ + 0.1);
-    theta_[kClMax] = Unsquash(clMax, kClBounds[0], kClBounds[1]);
-  }
-  if (!lowerStall_) {
-    const double clMin = std::min(-kApproxLiftSlope * (15 + alfaZero) / run, bottomCl_ - 0.1);
-    theta_[kClMin] = Unsquash(-clMin, kClBounds[0], kClBounds[1]);
-  }
-}
-
-// A point is wild when its lift or its drag lies far beyond the typical
-// error: eight times the median error and at least 0.3 in lift or a factor
-// of two in drag.
-bool Fitter::MarkWildPoints(const ApproxModel& model) {
+// A point is wild when its lift misses by eight times the typical error
+// and at least 0.3, or its drag by eight times and at least a factor of
+// two: it is left out of the fit (not of the errors reported).
+bool Fitter::MarkWildPoints() {
+  const ApproxModel model(values_);
   std::vector<double> liftErrors, dragErrors;
   for (size_t i = 0; i < samples_.size(); ++i) {
-    if (wild_[i]) continue;
     liftErrors.push_back(std::fabs(model.Cl(samples_[i].alfa) - samples_[i].cl));
     dragErrors.push_back(std::fabs(std::log(samples_[i].cd / DragAt(model, samples_[i]))));
   }
   const double liftLimit = std::max(8 * 1.4826 * Median(liftErrors), 0.3);
   const double dragLimit = std::max(8 * 1.4826 * Median(dragErrors), std::log(2.0));
   bool found = false;
-  size_t kept = liftErrors.size();
-  for (size_t i = 0; i < samples_.size() && kept > kApproxFitMinPoints; ++i) {
-    if (wild_[i]) continue;
-    const Sample& s = samples_[i];
-    if (std::fabs(model.Cl(s.alfa) - s.cl) > liftLimit || std::fabs(std::log(s.cd / DragAt(model, s))) > dragLimit) {
-      wild_[i] = true;
-      found = true;
-      --kept;
-    }
+  for (size_t i = 0; i < samples_.size(); ++i) {
+    const bool wild = liftErrors[i] > liftLimit || dragErrors[i] > dragLimit;
+    found = found || wild != wild_[i];
+    wild_[i] = wild;
   }
-  return found;
+  return found && std::count(wild_.begin(), wild_.end(), false) >= kApproxFitMinPoints;
+}
+
+// Attached lift first, then its stall, then the bucket, then all together;
+// the estimated limits follow the fitted zero-lift angle.
+void Fitter::Solve() {
+  Minimize({AlfaZero}, true, false);
+  // The stall ranges from short, middle and long ones.
+  const ApproxValues attached = values_;
+  ApproxValues bestLift = values_;
+  double bestLiftCost = INFINITY;
+  for (double range : {3.0, 8.0, 15.0}) {
+    values_ = attached;
+    for (ApproxField field : {StallRangeClMax, StallRangeClMin})
+      if (Free(field)) values_[field] = range;
+    SettleRanges();
+    Minimize({AlfaZero, ClMax, ClMin, StallRangeClMax, StallRangeClMin}, true, false);
+    const double cost = Cost(values_);
+    if (cost < bestLiftCost) bestLiftCost = cost, bestLift = values_;
+  }
+  values_ = bestLift;
+  EstimateLimits();
+  // The bucket from a few exponents, which give it more than one local minimum.
+  const ApproxValues lifted = values_;
+  ApproxValues best = values_;
+  double bestCost = INFINITY;
+  for (double exponent : {1.5, 2.0, 3.0, 5.0}) {
+    values_ = lifted;
+    if (Free(CdExponent)) values_.cdExponent = exponent;
+    SettleRanges();
+    Minimize({CdMin, CdShift, CdExponent, CdTilt, StallCdAtClMax, StallCdAtClMin}, false, true);
+    Minimize({AlfaZero, ClMax, ClMin, StallRangeClMax, StallRangeClMin, CdMin, CdShift, CdExponent, CdTilt,
+              StallCdAtClMax, StallCdAtClMin},
+             true, true);
+    const double cost = Cost(values_);
+    if (cost < bestCost) bestCost = cost, best = values_;
+    if (!Free(CdExponent)) break;
+  }
+  values_ = best;
 }
 
 ApproxFit Fitter::Run() {
   Estimate();
-  const auto liftParams = {kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin};
-  const auto dragParams = {kCdMin, kExponent, kShift, kBucketUpper, kBucketLower, kTilt};
-  const auto allParams = {kAlfaZero, kClMax, kClMin, kRangeMax, kRangeMin, kCdMin,
-                          kExponent, kShift,  kBucketUpper, kBucketLower, kTilt};
-  Minimize(liftParams, true, false);
-  SetDefaultLimits();
-  Minimize(liftParams, true, false);
-  // The bucket's exponent has more than one local minimum; start from a few.
-  const Theta start = theta_;
-  Theta best = theta_;
-  double bestCost = INFINITY;
-  for (double exponent : {1.5, 2.0, 3.0}) {
-    theta_ = start;
-    theta_[kExponent] = Unsquash(exponent, kExponentBounds[0], kExponentBounds[1]);
-    const double cost = Minimize(dragParams, false, true);
-    if (cost < bestCost) bestCost = cost, best = theta_;
+  if (const std::optional<ApproxProblem> problem = FindApproxProblem(values_)) throw ApproxInputError(*problem);
+  const ApproxValues start = values_;
+  Solve();
+  // Wild points found, the fit starts again without them.
+  if (MarkWildPoints()) {
+    values_ = start;
+    Solve();
+  } else {
+    std::fill(wild_.begin(), wild_.end(), false);
   }
-  theta_ = best;
-  for (int round = 0; round < 3; ++round) {
-    Minimize(allParams, true, true);
-    if (!MarkWildPoints(ApproxModel(ValuesOf(theta_)))) break;
+
+  // A stall range and its drag are carried by two points beyond the
+  // fitted stall angle; without them the range is the other side's when
+  // that one is carried, else the initial one, and the fit ends with it so;
+  // the stall drag is the bucket's at the limit.
+  const ApproxModel model(values_);
+  const auto beyond = [this](auto past) { return std::count_if(samples_.begin(), samples_.end(), past) >= 2; };
+  const bool upper = beyond([&](const Sample& s) { return s.alfa > model.StallAlfaMax(); });
+  const bool lower = beyond([&](const Sample& s) { return s.alfa < model.StallAlfaMin(); });
+  std::array<bool, kApproxFieldCount> carried = free_;
+  for (ApproxField field : {StallRangeClMax, StallCdAtClMax}) carried[Index(field)] = carried[Index(field)] && upper;
+  for (ApproxField field : {StallRangeClMin, StallCdAtClMin}) carried[Index(field)] = carried[Index(field)] && lower;
+  if (free_[Index(StallRangeClMax)] != carried[Index(StallRangeClMax)] ||
+      free_[Index(StallRangeClMin)] != carried[Index(StallRangeClMin)]) {
+    free_[Index(StallRangeClMax)] = carried[Index(StallRangeClMax)];
+    free_[Index(StallRangeClMin)] = carried[Index(StallRangeClMin)];
+    if (!carried[Index(StallRangeClMax)] && !held_[Index(StallRangeClMax)])
+      values_.stallRangeClMax =
+          carried[Index(StallRangeClMin)] ? values_.stallRangeClMin : ApproxValues{}.stallRangeClMax;
+    if (!carried[Index(StallRangeClMin)] && !held_[Index(StallRangeClMin)])
+      values_.stallRangeClMin =
+          carried[Index(StallRangeClMax)] ? values_.stallRangeClMax : ApproxValues{}.stallRangeClMin;
+    SettleRanges();
+    Minimize({AlfaZero, ClMax, ClMin, CdMin, CdShift, CdExponent, CdTilt, StallCdAtClMax, StallCdAtClMin}, true, true);
   }
-  // What the data cannot show follows from what they do.
-  if (fixed_[kBucketUpper]) theta_[kBucketUpper] = theta_[kBucketLower];
-  if (fixed_[kBucketLower]) theta_[kBucketLower] = theta_[kBucketUpper];
-  if (fixed_[kRangeMax] && !fixed_[kRangeMin]) theta_[kRangeMax] = theta_[kRangeMin];
-  if (fixed_[kRangeMin] && !fixed_[kRangeMax]) theta_[kRangeMin] = theta_[kRangeMax];
+
+  if (Cost(values_) > Cost(start)) values_ = start;
 
   ApproxFit fit;
-  fit.values = ValuesOf(theta_);
-  using enum ApproxField;
-  auto mark = [&fit](ApproxField field, bool estimated) { fit.estimated[static_cast<int>(field)] = estimated; };
-  mark(ClMax, !upperStall_);
-  mark(StallRangeClMax, !upperStall_);
-  mark(StallCdAtClMax, !upperStall_ || fixed_[kBucketUpper]);
-  mark(ClMin, !lowerStall_);
-  mark(StallRangeClMin, !lowerStall_);
-  mark(StallCdAtClMin, !lowerStall_ || fixed_[kBucketLower]);
+  fit.values = values_;
+  for (int i = 0; i < kApproxFieldCount; ++i) {
+    fit.estimated[i] = !carried[i] && !held_[i];
+    fit.fittedCount += carried[i] && !held_[i];
+  }
   return fit;
 }
 
 }  // namespace
 
-ApproxErrors ApproxFitErrors(const ApproxModel& model, std::span<const PolarPoint> points) {
+ApproxErrors ApproxFitErrors(const ApproxModel& model, std::span<const PolarPoint> points, double alfaFrom,
+                             double alfaTo) {
   ApproxErrors errors;
   double sumCl = 0, sumCd = 0;
-  for (const PolarPoint& p : points) {
-    if (!Usable(p)) continue;
-    const Sample s{p.Alfa, p.Cl, p.Cd};
+  for (const Sample& s : UsableSamples(points, alfaFrom, alfaTo)) {
     const double dl = model.Cl(s.alfa) - s.cl;
     const double dd = DragAt(model, s) - s.cd;
     sumCl += dl * dl;
@@ -359,11 +432,18 @@ ApproxErrors ApproxFitErrors(const ApproxModel& model, std::span<const PolarPoin
   return errors;
 }
 
-ApproxFit FitApproximation(const Polar& polar) {
-  std::vector<Sample> samples = UsableSamples(polar.Points());
-  if (samples.size() < kApproxFitMinPoints) throw ApproxTooFewPointsError();
-  ApproxFit fit = Fitter(std::move(samples)).Run();
-  fit.errors = ApproxFitErrors(ApproxModel(fit.values), polar.Points());
+ApproxPolarRefusedError::ApproxPolarRefusedError(const Polar& polar)
+    : RuntimeError(kApproxPolarRefusedText,
+                   "Too few points or too narrow for an approximation: Re=" + ShortestNumberText(polar.ReynoldsNumber) +
+                       ", Mach=" + ShortestNumberText(polar.MachNumber),
+                   {ShortestNumberText(polar.ReynoldsNumber), ShortestNumberText(polar.MachNumber)}) {}
+
+ApproxFit FitApproximation(const Polar& polar, const ApproxFitOptions& options) {
+  std::vector<Sample> samples = UsableSamples(polar.Points(), options.alfaFrom, options.alfaTo);
+  if (samples.size() < kApproxFitMinPoints || samples.back().alfa - samples.front().alfa < kApproxFitMinSpan)
+    throw ApproxPolarRefusedError(polar);
+  ApproxFit fit = Fitter(std::move(samples), options).Run();
+  fit.errors = ApproxFitErrors(ApproxModel(fit.values), polar.Points(), options.alfaFrom, options.alfaTo);
   return fit;
 }
 
@@ -371,8 +451,9 @@ std::string ApproxFitComment(std::string_view airfoil, const Polar& polar, const
   std::string name(airfoil);
   for (size_t p = name.find("*/"); p != std::string::npos; p = name.find("*/", p)) name.replace(p, 2, "* /");
   return "/* " + name + ", Re=" + ShortestNumberText(polar.ReynoldsNumber) +
-         ", Mach=" + ShortestNumberText(polar.MachNumber) + ": rms Cl " + ShortestNumberText(errors.rmsCl) +
-         ", rms Cd " + ShortestNumberText(errors.rmsCd) + " over " + ShortestNumberText(errors.points) + " points */\n";
+         ", Mach=" + ShortestNumberText(polar.MachNumber) + ": rms Cl " + SignificantNumberText(errors.rmsCl, 3) +
+         ", rms Cd " + SignificantNumberText(errors.rmsCd, 3) + " over " + ShortestNumberText(errors.points) +
+         " points */\n";
 }
 
 }  // namespace tavilo

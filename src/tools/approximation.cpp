@@ -1,5 +1,6 @@
 #include "tools/approximation.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "base/number_text.h"
@@ -28,21 +29,47 @@ constexpr double kDegree = 3.14159265358979323846 / 180;
 // model's slope.
 double LiftRun(double cl) { return std::fabs(cl) / kApproxLiftSlope; }
 
-// Written as negations so that a NaN, which compares false, is refused too.
-std::optional<ApproxProblem> FindFieldProblem(const ApproxValues& v) {
-  using enum ApproxField;
-  for (int i = 0; i < kApproxFieldCount; ++i)
-    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), kApproxNotFiniteText};
-  if (!(v.cdExponent > 1)) return ApproxProblem{CdExponent, kApproxExponentText};
-  if (!(v.cdMin > 0)) return ApproxProblem{CdMin, kApproxNotPositiveText};
-  if (!(v.stallRangeClMin > 0)) return ApproxProblem{StallRangeClMin, kApproxNotPositiveText};
-  if (!(v.stallRangeClMax > 0)) return ApproxProblem{StallRangeClMax, kApproxNotPositiveText};
-  if (!(v.clMax > 0)) return ApproxProblem{ClMax, kApproxNotPositiveText};
-  if (!(v.clMin < 0)) return ApproxProblem{ClMin, kApproxNotNegativeText};
-  return std::nullopt;
+double StallAlfa(const ApproxValues& v, double sign, double clLimit) {
+  return v.alfaZero + sign * (2 - kApproxLinearShare) * LiftRun(clLimit);
 }
 
+// Written as negations so that a NaN, which compares false, is refused too.
+bool Outside(double value, ApproxRange range) { return !(value >= range.low && value <= range.high); }
+
 }  // namespace
+
+double ApproxPlateAlfaMax(const ApproxValues& v) { return StallAlfa(v, 1, v.clMax) + v.stallRangeClMax; }
+double ApproxPlateAlfaMin(const ApproxValues& v) { return StallAlfa(v, -1, v.clMin) - v.stallRangeClMin; }
+
+ApproxRange ApproxFieldRange(ApproxField field, const ApproxValues& v) {
+  using enum ApproxField;
+  switch (field) {
+    case AlfaZero: return kApproxAlfaZeroRange;
+    case ClMax: return kApproxClMaxRange;
+    case ClMin: return kApproxClMinRange;
+    // A stall range ends on its own side of zero angle, where the plate's
+    // drag only grows outwards.
+    case StallRangeClMax:
+      return {std::max(kApproxStallRangeRange.low, -StallAlfa(v, 1, v.clMax)), kApproxStallRangeRange.high};
+    case StallRangeClMin:
+      return {std::max(kApproxStallRangeRange.low, StallAlfa(v, -1, v.clMin)), kApproxStallRangeRange.high};
+    case CdMin: return kApproxCdMinRange;
+    case CdExponent: return kApproxCdExponentRange;
+    case CdShift: return {v.clMin, v.clMax};
+    // A stall drag above the plate's where the stall range ends would make
+    // the drag fall as the angle grows.
+    case StallCdAtClMax: return {v.cdMin, FlatPlateCd(ApproxPlateAlfaMax(v))};
+    case StallCdAtClMin: return {v.cdMin, FlatPlateCd(ApproxPlateAlfaMin(v))};
+    // The tilt leans the bucket, it does not move its bottom far from Cd
+    // Min; past the other ends the tilt alone would climb to a stall drag and turn
+    // the bucket's power term negative, so the drag would fall towards it.
+    case CdTilt:
+      return {std::max(-kApproxTiltShare * v.cdMin, -(v.stallCdAtClMin - v.cdMin) / (v.cdShift - v.clMin)),
+              std::min(kApproxTiltShare * v.cdMin, (v.stallCdAtClMax - v.cdMin) / (v.clMax - v.cdShift))};
+  }
+  return {0, 0};
+}
+
 
 double& ApproxValues::operator[](ApproxField field) { return this->*kFields[static_cast<int>(field)]; }
 double ApproxValues::operator[](ApproxField field) const { return this->*kFields[static_cast<int>(field)]; }
@@ -51,19 +78,20 @@ std::string_view ApproxFieldName(ApproxField field) { return kFieldNames[static_
 
 std::optional<ApproxProblem> FindApproxProblem(const ApproxValues& v) {
   using enum ApproxField;
-  if (auto problem = FindFieldProblem(v)) return problem;
+  for (int i = 0; i < kApproxFieldCount; ++i)
+    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), kApproxNotFiniteText};
+  for (ApproxField field : {AlfaZero, ClMax, ClMin, StallRangeClMax, StallRangeClMin, CdMin, CdExponent}) {
+    const ApproxRange range = ApproxFieldRange(field, v);
+    if (Outside(v[field], range)) return ApproxProblem{field, kApproxOutOfRangeText, range.low, range.high};
+  }
   if (!(v.cdShift > v.clMin && v.cdShift < v.clMax)) return ApproxProblem{CdShift, kApproxShiftOutsideText};
-  if (!(v.stallCdAtClMax > v.cdMin)) return ApproxProblem{StallCdAtClMax, kApproxStallCdTooLowText};
-  if (!(v.stallCdAtClMin > v.cdMin)) return ApproxProblem{StallCdAtClMin, kApproxStallCdTooLowText};
-  // The power term must add drag towards both stall drags; a tilt that
-  // alone climbs past one of them would turn the bucket upside down there.
-  if (!(v.stallCdAtClMax - v.cdMin - v.cdTilt * (v.clMax - v.cdShift) > 0) ||
-      !(v.stallCdAtClMin - v.cdMin + v.cdTilt * (v.cdShift - v.clMin) > 0))
-    return ApproxProblem{CdTilt, kApproxTiltText};
-  const double stallEndMax = v.alfaZero + (2 - kApproxLinearShare) * LiftRun(v.clMax) + v.stallRangeClMax;
-  const double stallEndMin = v.alfaZero - (2 - kApproxLinearShare) * LiftRun(v.clMin) - v.stallRangeClMin;
-  if (!(stallEndMin > -90)) return ApproxProblem{StallRangeClMin, kApproxStallEndText};
-  if (!(stallEndMax < 90)) return ApproxProblem{StallRangeClMax, kApproxStallEndText};
+  // A stall drag may reach the plate's but not Cd Min; the tilt reaches
+  // neither end.
+  for (ApproxField field : {StallCdAtClMax, StallCdAtClMin, CdTilt}) {
+    const ApproxRange range = ApproxFieldRange(field, v);
+    if (Outside(v[field], range) || v[field] == range.low || (field == CdTilt && v[field] == range.high))
+      return ApproxProblem{field, kApproxOutOfRangeText, range.low, range.high};
+  }
   return std::nullopt;
 }
 
@@ -85,10 +113,10 @@ ApproxModel::ApproxModel(const ApproxValues& values) : values_(values) {
     s.sign = sign;
     s.clLimit = clLimit;
     s.stallCd = stallCd;
-    const double run = LiftRun(clLimit);
-    s.linearEnd = values.alfaZero + sign * kApproxLinearShare * run;
-    s.stallAlfa = values.alfaZero + sign * (2 - kApproxLinearShare) * run;
+    s.linearEnd = values.alfaZero + sign * kApproxLinearShare * LiftRun(clLimit);
+    s.stallAlfa = StallAlfa(values, sign, clLimit);
     s.plateAlfa = s.stallAlfa + sign * range;
+    s.plateCd = FlatPlateCd(s.plateAlfa);
     s.bucketWidth = std::fabs(clLimit - values.cdShift);
     s.bucketRise = stallCd - values.cdMin - values.cdTilt * (clLimit - values.cdShift);
     return s;
@@ -112,9 +140,10 @@ double ApproxModel::Cl(double alfa) const {
     return line - s.sign * rise * rise / (4 * (1 - kApproxLinearShare) * std::fabs(s.clLimit));
   }
   if (s.sign * (alfa - s.plateAlfa) >= 0) return FlatPlateCl(alfa);
-  // Lift holds near the limit first and then falls to the plate.
+  // Lift leaves the limit and meets the plate each with the other's slope
+  // (a smooth step), so that no join shows a kink.
   const double t = beyond / std::fabs(s.plateAlfa - s.stallAlfa);
-  return s.clLimit + (FlatPlateCl(alfa) - s.clLimit) * t * t;
+  return s.clLimit + (FlatPlateCl(alfa) - s.clLimit) * t * t * (3 - 2 * t);
 }
 
 double ApproxModel::CdAtCl(double cl) const {
@@ -133,9 +162,13 @@ double ApproxModel::Cd(double alfa) const {
   const double beyond = s.sign * (alfa - s.stallAlfa);
   if (beyond <= 0) return CdAtCl(Cl(alfa));
   if (s.sign * (alfa - s.plateAlfa) >= 0) return FlatPlateCd(alfa);
-  // Drag climbs at once, as it does in the data, and eases into the plate.
+  // Drag leaves the stall drag with the slope the bucket has there, none,
+  // and climbs ever faster, as the sweeps show it, to the plate's drag at
+  // the range's end; aiming at that fixed value (not the plate's drag at
+  // each angle, which lies below the stall drag near it) keeps the drag
+  // from falling on the way.
   const double t = beyond / std::fabs(s.plateAlfa - s.stallAlfa);
-  return s.stallCd + (FlatPlateCd(alfa) - s.stallCd) * t * (2 - t);
+  return s.stallCd + (s.plateCd - s.stallCd) * t;
 }
 
 std::vector<PolarPoint> ApproxModel::Curve() const {
@@ -149,6 +182,17 @@ std::vector<PolarPoint> ApproxModel::Curve() const {
     points.push_back(point);
   }
   return points;
+}
+
+ApproxValues ApproxShownValues(const ApproxValues& values) {
+  const bool valid = !FindApproxProblem(values);
+  ApproxValues shown;
+  for (int digits = 6;; ++digits) {
+    for (int i = 0; i < kApproxFieldCount; ++i)
+      shown[ApproxFieldAt(i)] = WholeNumber(SignificantNumberText(values[ApproxFieldAt(i)], digits)).value_or(NAN);
+    // 17 digits read back exactly, so the loop ends there at the latest.
+    if (!valid || !FindApproxProblem(shown) || digits >= 17) return shown;
+  }
 }
 
 std::string ApproxInitializer(const ApproxValues& values, std::string_view name) {

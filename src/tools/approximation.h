@@ -66,28 +66,50 @@ inline constexpr double kApproxLiftSlope = 2 * 3.14159265358979323846 * 3.141592
 inline constexpr double kApproxLinearShare = 0.7;
 inline constexpr double kFlatPlateCd90 = 2.0;
 
-// What is wrong with a set of values: the field to name and the string id
-// of the text, whose %1 takes the field's name.
+// What is wrong with a set of values: the field to name, the string id
+// of the text, whose %1 takes the field's name, and for a value out of its
+// range the range, which the text's %2 and %3 take.
 struct ApproxProblem {
   ApproxField field;
   int messageId;
+  double low = 0;
+  double high = 0;
 };
 
 // String ids of the problems.
-inline constexpr int kApproxNotPositiveText = 153;
-inline constexpr int kApproxNotNegativeText = 154;
 inline constexpr int kApproxShiftOutsideText = 155;
-inline constexpr int kApproxStallCdTooLowText = 156;
-inline constexpr int kApproxExponentText = 157;
-inline constexpr int kApproxTiltText = 158;
-inline constexpr int kApproxStallEndText = 159;
 inline constexpr int kApproxNotFiniteText = 166;
+inline constexpr int kApproxOutOfRangeText = 280;
 
-// The first problem of `values`, fields in their order, or none. Valid are:
-// Cd Min > 0, Cd Exponent > 1, stall ranges > 0, Cl Max > 0 > Cl Min,
-// Cl Min < Cd Shift < Cl Max, both stall drags above Cd Min, a tilt that
-// leaves the drag rising towards both stall drags, and stalls that end
-// inside +-90 degrees. NaN and infinities are never valid.
+// The range a real 2-D section can give a value, both ends included; the
+// stall drags, the tilt and the shift have ranges that follow from the
+// other values (ApproxFieldRange).
+struct ApproxRange {
+  double low;
+  double high;
+};
+inline constexpr ApproxRange kApproxAlfaZeroRange{-15, 15};
+inline constexpr ApproxRange kApproxClMaxRange{0.2, 2.8};
+inline constexpr ApproxRange kApproxClMinRange{-2, -0.1};
+inline constexpr ApproxRange kApproxStallRangeRange{2, 40};
+inline constexpr ApproxRange kApproxCdMinRange{0.001, 0.1};
+inline constexpr ApproxRange kApproxCdExponentRange{1.2, 8};
+// The most the tilt may take per unit of lift, as a share of Cd Min.
+inline constexpr double kApproxTiltShare = 0.5;
+
+// The range of `field` given the other values: the fixed ones above, a
+// stall range no shorter than it takes to end on its side of zero angle;
+// Cd Shift strictly between Cl Min and Cl Max; a stall drag above Cd Min
+// and at most the flat plate's drag where its stall range ends; a tilt of
+// at most half of Cd Min per unit of lift either way that leaves the bucket
+// rising towards both stall drags (both ends excluded).
+ApproxRange ApproxFieldRange(ApproxField field, const ApproxValues& values);
+
+// The first problem of `values`, fields in their order of dependence
+// (angles and lift limits, stall ranges, Cd Min, exponent, shift, stall
+// drags, tilt), or none. NaN and infinities are never valid. Over every
+// valid set the drag never falls from the bucket's lowest point out to
+// +-90 degrees, and lift and drag are continuous, lift with its slope.
 std::optional<ApproxProblem> FindApproxProblem(const ApproxValues& values);
 
 // Raised for values that FindApproxProblem refuses; what() names the field
@@ -134,6 +156,7 @@ class ApproxModel {
     double linearEnd;  // angles where the straight line ends, the stall
     double stallAlfa;  // begins and the flat plate takes over
     double plateAlfa;
+    double plateCd;  // the flat plate's drag at plateAlfa
     double bucketWidth;  // |clLimit - Cd Shift|
     double bucketRise;   // what the power term adds at clLimit
   };
@@ -150,9 +173,20 @@ class ApproxModel {
 double FlatPlateCl(double alfa);
 double FlatPlateCd(double alfa);
 
+// The angles where the stall ranges end: the upper one (above Alfa Zero)
+// and the lower one, in degrees.
+double ApproxPlateAlfaMax(const ApproxValues& values);
+double ApproxPlateAlfaMin(const ApproxValues& values);
+
 // The values as a C initializer "static const double <name>[11] = {", one
 // value a line with its name in a comment, "};": LF line ends, four blanks
 // of indent, each number in the shortest form that reads back exactly.
+// Give it ApproxShownValues for the six digits a person reads.
 std::string ApproxInitializer(const ApproxValues& values, std::string_view name = "approx");
+
+// The values rounded to six significant digits, as the dialog shows them;
+// to as few more as keep valid values valid where six would not (a stall
+// drag a hair above Cd Min).
+ApproxValues ApproxShownValues(const ApproxValues& values);
 
 }  // namespace tavilo

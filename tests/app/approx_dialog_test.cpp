@@ -1,17 +1,20 @@
-// The approximation dialog: Show draws over both lift graphs until a field
-// changes or the dialog closes, Copy fills the clipboard, Fit takes the
-// tree's current polar and reports in full, bad input is named, and the
-// main window's keys work while the dialog is active.
+// frmApprox: opened from the Tools menu, Show draws over both lift graphs
+// until a field changes or the dialog closes, Copy fills the clipboard, Fit
+// takes the tree's current polar and reports in full, bad input is named,
+// and the main window's keys work while the dialog is active.
+#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QWheelEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTreeWidget>
 
 #include "app/approx_dialog.h"
 #include "app/caption_apply.h"
 #include "app/graph_widget.h"
+#include "app/tree_controller.h"
 #include "app_fixture.h"
 #include "tools/approximation.h"
 
@@ -20,9 +23,9 @@ namespace {
 
 class ApproxDialogTest : public MainWindowTest {
  protected:
-  QDialog* Open() {
+  QDialog* Open(const char* file = "xfoil/naca4412_re1m_sweep.pol") {
     Start();
-    window->Document().OpenFile(TAVILO_TEST_DATA "/xfoil/naca4412_re1m_sweep.pol");
+    window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/" + file);
     Action("mnuToolsApproximate")->trigger();
     QApplication::processEvents();
     return Find<QDialog>("frmApprox");
@@ -73,25 +76,35 @@ TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilAFieldChangesOrItCloses
   shown("after the dialog closed", false);
 }
 
-// A report of many estimates wraps and shows in full.
-TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolarAndReportsInFull) {
+TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolarKeepingHeldValuesWithinTheRange) {
   Open();
   auto* fit = Find<QPushButton>("btnFit");
-  SelectNode("r");
+  auto* tree = Find<QTreeWidget>("TreeView1");
+  tree->setCurrentItem(tree->topLevelItem(0));
   EXPECT_FALSE(fit->isEnabled()) << "the airfoil is no polar";
-  SelectNode("c 1|p 1");
+  QTreeWidgetItem* polar = tree->topLevelItem(0)->child(0)->child(0);
+  ASSERT_EQ(polar->data(0, TreeController::kKeyRole).toString(), "c 1|p 1");
+  tree->setCurrentItem(polar);
   ASSERT_TRUE(fit->isEnabled());
+  Field(4)->setText("3");
+  qobject_cast<QCheckBox*>(FindControl(Find<QDialog>("frmApprox"), "chkHold", 4))->setChecked(true);
+  Find<QLineEdit>("txtAlfaFrom")->setText("-10");
+  Find<QLineEdit>("txtAlfaTo")->setText("10");
   Click("btnFit");
-  EXPECT_NEAR(Field(10)->text().toDouble(), -4.24, 0.05) << "Alfa Zero";
-  EXPECT_NEAR(Field(8)->text().toDouble(), 1.61, 0.05) << "Cl Max";
-  auto* report = Find<QLabel>("lblStatus");
-  EXPECT_TRUE(report->text().startsWith("Fitted to 78 points: rms Cl 0.03")) << report->text().toStdString();
+  EXPECT_EQ(Field(4)->text(), "3") << "Cd Exponent held";
+  EXPECT_NEAR(Field(10)->text().toDouble(), -4.0, 0.3) << "Alfa Zero";
+  const QString report = Find<QLabel>("lblStatus")->text();
+  EXPECT_TRUE(report.startsWith("Fitted 4 of 11 values to 40 points: rms Cl 0.0")) << report.toStdString();
+  EXPECT_TRUE(report.contains("estimated from the rest: Stall Cd at Cl Max, Stall Cd at Cl Min")) << report.toStdString();
+}
 
-  window->Document().OpenFile(std::string(TAVILO_TEST_DATA) + "/uiuc/E387A.DRG");
+TEST_F(ApproxDialogTest, AReportOfManyEstimatesWrapsAndShowsInFull) {
+  Open("uiuc/E387A.DRG");
   Action("mnuLangDeutsch")->trigger();
   SelectNode("c 1|p 1");
   Click("btnFit");
   QApplication::processEvents();
+  auto* report = Find<QLabel>("lblStatus");
   ASSERT_TRUE(report->text().contains("Stall Bereich Ca Max")) << report->text().toStdString();
   EXPECT_GE(report->height(), report->heightForWidth(report->width())) << "every wrapped line has room";
   EXPECT_TRUE(Find<QDialog>("frmApprox")->rect().contains(report->geometry()));
@@ -105,12 +118,14 @@ TEST_F(ApproxDialogTest, TheMainWindowsKeysWorkWhileTheDialogIsActive) {
   };
   ASSERT_EQ(polars(), 1);
   Field(3)->setFocus();
+  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
+  EXPECT_EQ(polars(), 0) << "Ctrl+Z undid the open";
   for (const QKeyCombination redo : {Qt::CTRL | Qt::Key_Y, Qt::CTRL | Qt::SHIFT | Qt::Key_Z}) {
-    PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
-    EXPECT_EQ(polars(), 0) << "Ctrl+Z undid the open";
     PressKeys(dialog, QKeySequence(redo));
     EXPECT_EQ(polars(), 1) << QKeySequence(redo).toString().toStdString();
+    PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
   }
+  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Y));
   const QString typed = Field(3)->text();
   QTest::keyClicks(Field(3), "5");
   PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
@@ -126,28 +141,39 @@ TEST_F(ApproxDialogTest, TheMainWindowsKeysWorkWhileTheDialogIsActive) {
   EXPECT_EQ(asked, 2) << "Import and Export asked for a file";
 }
 
-// Copy writes the fields as read; a field that is no number, or values
-// the model refuses, are named in the window's language and copy nothing.
+// Copy writes the fields as read; a field that is no number, values the
+// model refuses and polars too short are named in the window's language,
+// and copy nothing.
 TEST_F(ApproxDialogTest, CopyPutsTheFieldsOnTheClipboardAndBadInputIsNamedInTheWindowsLanguage) {
-  Open();
+  Open("uiuc/SG6042.DRG");
   Click("Command1");
   EXPECT_EQ(QApplication::clipboard()->text().toStdString(), ApproxInitializer(ApproxValues{}));
   Field(0)->setText(" -1.25e-05 ");
   Click("Command1");
   EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "    -1.25e-05, /* Cd Tilt */");
-
   Action("mnuLangDeutsch")->trigger();
   EXPECT_EQ(ControlText(FindControl(Find<QDialog>("frmApprox"), "btnShow", -1)), "&Anzeigen");
   Field(0)->setText("0,002");
-  Field(2)->setText("0.001");
+  Field(2)->setText("0.3");
   MessageBoxCatcher catcher;
   Click("btnShow");
   Field(0)->setText("0.002");
   Click("Command1");
-  ASSERT_EQ(catcher.seen.size(), 2u);
-  EXPECT_EQ(catcher.seen[0].text.toStdString(),
-            "Cw Drehung: \u201E0,002\u201C ist keine Zahl. Bitte die Dezimalstellen nach einem Punkt schreiben.");
-  EXPECT_EQ(catcher.seen[1].text.toStdString(), "Stall Cw bei Ca Min muss gr\u00F6\u00DFer als Cw Min sein.");
+  SelectNode("c 1|p 2");
+  Click("btnFit");
+  SelectNode("c 1|p 1");
+  Find<QLineEdit>("txtAlfaFrom")->setText("5");
+  Find<QLineEdit>("txtAlfaTo")->setText("-5");
+  Click("btnFit");
+  const std::string expected[] = {
+      "Cw Drehung: \u201E0,002\u201C ist keine Zahl. Bitte die Dezimalstellen nach einem Punkt schreiben.",
+      "Stall Cw bei Ca Min muss zwischen 0.0065 und 0.260135 liegen.",
+      "Die Polare bei Re=99645, Mach=0 tr\u00E4gt keine Anpassung: Sie braucht mindestens 8 Punkte aus Winkel, "
+      "Auftrieb und Widerstand \u00FCber mindestens 6 Grad.",
+      "Der Winkelbereich von 5 bis -5 ist leer.",
+  };
+  ASSERT_EQ(catcher.seen.size(), std::size(expected));
+  for (size_t k = 0; k < std::size(expected); ++k) EXPECT_EQ(catcher.seen[k].text.toStdString(), expected[k]);
   EXPECT_EQ(catcher.seen[1].title, "Tavilo: Fehler");
   EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "    -1.25e-05, /* Cd Tilt */");
 }

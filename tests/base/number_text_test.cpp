@@ -5,6 +5,7 @@
 #include <cmath>
 #include <random>
 #include <string>
+#include <tuple>
 
 #include "base/errors.h"
 #include "base/number_text.h"
@@ -109,6 +110,13 @@ TEST(ShortestNumberText, ReadsBackExactlyInTheShorterForm) {
       {2, "2"},           {0.0065, "0.0065"}, {-1.25e-05, "-1.25e-05"}, {200000, "2e+05"},
       {-1.1, "-1.1"},     {0.1 + 0.2, "0.30000000000000004"},            {1234.5, "1234.5"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(ShortestNumberText(value), text) << text;
+}
+
+TEST(SignificantNumberText, RoundsToTheDigitsAndDropsTrailingZeros) {
+  const std::tuple<double, int, const char*> cases[] = {
+      {7.999999999999351, 6, "8"}, {0.04242293801386134, 3, "0.0424"}, {-1.2500049e-05, 6, "-1.25e-05"},
+      {0.0999996, 3, "0.1"},      {123456789, 6, "1.23457e+08"},       {-2.1, 6, "-2.1"}};
+  for (const auto& [value, digits, text] : cases) EXPECT_EQ(SignificantNumberText(value, digits), text) << text;
 }
 
 TEST(WholeNumber, TakesOnlyAWholeFinitePeriodNumber) {

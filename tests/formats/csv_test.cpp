@@ -44,36 +44,18 @@ TEST(CsvWriter, WritesOneQuotedRowPerPointOfEachTickedPolar) {
             "2,\"clean\",1,\"a, b\",1500000,0.2,3,0.7,0.009,,,\r\n");
 }
 
+// Read back and written again, only the left-out polar's number changes:
+// sets, names and every digit come back (a drag below the marker as unknown).
 TEST(CsvWriter, ReadsBackIntoTheSameSetsAndPolars) {
   testing::TempDir dir;
   const std::string path = dir.File("e387.csv");
   testing::RecordingUserInterface ui;
-  const Airfoil written = Sample();
-  ASSERT_TRUE(ExportAirfoil(written, path, ui));
+  ASSERT_TRUE(ExportAirfoil(Sample(), path, ui));
   const LoadResult read = ReadPolarFile(path, nullptr);
   EXPECT_TRUE(read.report.diagnostics.empty());
-  ASSERT_EQ(read.airfoil->ConfigCount(), 2);
-  // The unticked polar is not written; the others keep their order.
-  const std::pair<int, int> sources[] = {{1, 1}, {1, 3}, {2, 1}};
-  std::vector<PolarPtr> polars;
-  for (const ConfigurationPtr& set : read.airfoil->Configurations()) {
-    EXPECT_EQ(set->Name, "clean");
-    for (const PolarPtr& polar : set->Polars()) polars.push_back(polar);
-  }
-  ASSERT_EQ(polars.size(), std::size(sources));
-  for (size_t k = 0; k < polars.size(); ++k) {
-    const Polar& original = *written.Configuration(sources[k].first)->Polar(sources[k].second);
-    const Polar& copy = *polars[k];
-    EXPECT_EQ(copy.Name, original.Name) << k;
-    EXPECT_EQ(copy.ReynoldsNumber, original.ReynoldsNumber) << k;
-    EXPECT_EQ(copy.MachNumber, original.MachNumber) << k;
-    ASSERT_EQ(copy.PointCount(), original.PointCount()) << k;
-    for (int i = 1; i <= copy.PointCount(); ++i) {
-      PolarPoint expected = original.Point(i);
-      if (expected.Cd < kNoValue) expected.Cd = kNoValue;  // below the marker is unknown too
-      EXPECT_EQ(copy.Point(i), expected) << k << " point " << i;
-    }
-  }
+  std::string expected = CsvText(Sample());
+  expected.replace(expected.find("1,\"clean\",3,"), 12, "1,\"clean\",2,");
+  EXPECT_EQ(CsvText(*read.airfoil), expected);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "base/errors.h"
+#include "fileio/load.h"
+#include "formats/airfoil_summary.h"
 #include "formats/expected_table.h"
 #include "formats/file_text.h"
 #include "support/recording_ui.h"
@@ -11,8 +13,8 @@ namespace tavilo {
 namespace {
 
 using testing::ExpectAirfoilMatchesTable;
-using testing::LoadExpectedTable;
 using testing::RecordingUserInterface;
+using testing::Summary;
 
 const std::string kUiucData = std::string(TAVILO_TEST_DATA) + "/uiuc/";
 
@@ -28,13 +30,13 @@ Airfoil Read(const std::string& text, int reply = 0) {
 class RealUiucFile : public ::testing::TestWithParam<const char*> {};
 
 // Every block ends with a "Tabulated from data ..." footer and an empty line;
-// each must still read with its own Reynolds number and points.
+// each must still read with its own Reynolds number and points. A drag file
+// saved as text is read through the table reader, which passes it on.
 TEST_P(RealUiucFile, ReadsEveryBlockValueForValue) {
   const std::string path = kUiucData + GetParam();
   RecordingUserInterface ui;
-  Airfoil airfoil;
-  ReadFromDRG(airfoil, path, ui.Chooser());
-  ExpectAirfoilMatchesTable(airfoil, LoadExpectedTable(path + ".expected"));
+  const LoadResult read = ReadPolarFile(path, ui.Chooser());
+  ExpectAirfoilMatchesTable(*read.airfoil, path + ".expected");
   EXPECT_TRUE(ui.airfoilChoices.empty());  // one airfoil: nobody is asked
 }
 
@@ -45,28 +47,18 @@ TEST(DrgReader, FileWithoutBlockFootersReadsTheSame) {
   std::string text = ReadFileBytes(kUiucData + "E387A.DRG");
   for (size_t at; (at = text.find("Tabulated from data")) != std::string::npos;)
     text.erase(at, text.find('\n', at) + 1 - at);
-  ExpectAirfoilMatchesTable(Read(text), LoadExpectedTable(kUiucData + "E387A.DRG.expected"));
+  ExpectAirfoilMatchesTable(Read(text), kUiucData + "E387A.DRG.expected");
 }
 
 TEST(DrgReader, PrincetonAndUiucLayouts) {
-  Airfoil princeton = Read("Airfoil  SD7037   \r\nPrinceton test 1\r\n2\r\n100000\r\n2\r\n0.50 0.0100 2.0\r\n"
-                           "  -0.1   0.0120 -3\r\n200000\r\n1\r\n0.55 0.0090 2.5\r\n");
-  EXPECT_EQ(princeton.Name, "SD7037");
-  const Configuration& config = *princeton.Configuration(1);
-  EXPECT_EQ(config.Name, "Princeton, Princeton test 1");
-  ASSERT_EQ(config.PolarCount(), 2);
-  EXPECT_EQ(config.Polar(2)->ReynoldsNumber, 200000);
-  EXPECT_TRUE(config.Polar(2)->Selected);
-  ASSERT_EQ(config.Polar(1)->PointCount(), 2);
-  EXPECT_EQ(config.Polar(1)->Point(1), (PolarPoint{2.0, 0.5, 0.01, kNoValue, kNoValue, kNoValue, kNoValue, kNoValue}));
-  EXPECT_EQ(config.Polar(1)->Point(2).Alfa, -3);
-
-  Airfoil uiuc = Read("Airfoil  E374\nclean model\nNumber of Reynolds numbers:\n 2\nReynolds number:\n 100000\n 1\n"
-                      "  1.0  0.30  0.0100 0.0120 0 0.0110 0\nReynolds number:\n 200000\n 1\n  3.0  0.50  0.02\n");
-  EXPECT_EQ(uiuc.Configuration(1)->Name, "UIUC, clean model");
-  ASSERT_EQ(uiuc.Configuration(1)->PolarCount(), 2);
-  EXPECT_EQ(uiuc.Configuration(1)->Polar(2)->ReynoldsNumber, 200000);
-  EXPECT_EQ(uiuc.Configuration(1)->Polar(2)->Point(1).Cd, 0.02);
+  EXPECT_EQ(Summary(Read("Airfoil  SD7037   \r\nPrinceton test 1\r\n2\r\n100000\r\n2\r\n0.50 0.0100 2.0\r\n"
+                         "  -0.1   0.0120 -3\r\n200000\r\n1\r\n0.55 0.0090 2.5\r\n")),
+            "SD7037 | Princeton, Princeton test 1: Re 100000 Ma 0 (2 0.5 0.01, -3 -0.1 0.012)"
+            " Re 200000 Ma 0 (2.5 0.55 0.009)");
+  EXPECT_EQ(Summary(Read("Airfoil  E374\nclean model\nNumber of Reynolds numbers:\n 2\nReynolds number:\n"
+                         " 100000\n 1\n  1.0  0.30  0.0110 0 0 0 0\nReynolds number:\n 200000\n"
+                         " 1\n  3.0  0.50  0.02\n")),
+            "E374 | UIUC, clean model: Re 100000 Ma 0 (1 0.3 0.011) Re 200000 Ma 0 (3 0.5 0.02)");
 }
 
 TEST(DrgReader, DragIsTheMeanOfTheReadingsAboveZero) {
@@ -91,7 +83,7 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
   ReadFromDRGText(airfoil, two, ui.Chooser());
   EXPECT_EQ(ui.airfoilChoices, (std::vector<std::vector<std::string>>{{"S1223", "WASP", ""}}));
   for (auto [reply, table] : {std::pair{1, "WASP"}, {0, "S1223GF1"}, {-1, "S1223GF1"}})
-    ExpectAirfoilMatchesTable(Read(two, reply), LoadExpectedTable(kUiucData + table + ".DRG.expected"));
+    ExpectAirfoilMatchesTable(Read(two, reply), kUiucData + table + ".DRG.expected");
   for (int reply : {2, 1000}) {  // past the last airfoil: an empty set
     Airfoil none = Read(two, reply);
     EXPECT_EQ(none.Name, "");
@@ -100,27 +92,28 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
   }
 }
 
-TEST(DrgReader, FileEndingEarlyKeepsWhatWasRead) {
+// A file cut short keeps what was read; input that is no drag file gives one empty set.
+TEST(DrgReader, CutOrForeignInputKeepsWhatWasRead) {
   const std::string full = ReadFileBytes(kUiucData + "E387A.DRG");
+  auto before = [&full](const char* text) { return full.substr(0, full.find(text)); };
   const struct {
-    const char* cutBefore;
+    std::string text;
     int polars, pointsOfLast;
-  } cases[] = {{"  0.81   0.433", 2, 4}, {" 151600", 2, 11}, {"Number of Reynolds", 0, 0}};
+  } cases[] = {
+      {before("  0.81   0.433"), 2, 4},
+      {before(" 151600"), 2, 11},
+      {before("Number of Reynolds"), 0, 0},
+      {"", 0, 0},
+      {std::string("\x7f" "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0", 16), 0, 0},
+      {"[Airfoil]\r\nName=NACA 0012\r\n", 0, 0},
+      {"Airfoil  \n", 0, 0},
+  };
   for (const auto& c : cases) {
-    Airfoil airfoil = Read(full.substr(0, full.find(c.cutBefore)));
+    Airfoil airfoil = Read(c.text);
     ASSERT_EQ(airfoil.ConfigCount(), 1);
     const Configuration& config = *airfoil.Configuration(1);
-    ASSERT_EQ(config.PolarCount(), c.polars) << c.cutBefore;
-    EXPECT_EQ(c.polars ? config.Polar(c.polars)->PointCount() : 0, c.pointsOfLast) << c.cutBefore;
-  }
-}
-
-TEST(DrgReader, InputThatIsNoDragFileGivesOneEmptySet) {
-  for (const std::string& input : {std::string(), std::string("\x7f" "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0", 16),
-                                   std::string("[Airfoil]\r\nName=NACA 0012\r\n"), std::string("Airfoil  \n")}) {
-    Airfoil airfoil = Read(input);
-    ASSERT_EQ(airfoil.ConfigCount(), 1);
-    EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), 0);
+    ASSERT_EQ(config.PolarCount(), c.polars) << c.text.substr(0, 40);
+    EXPECT_EQ(c.polars ? config.Polar(c.polars)->PointCount() : 0, c.pointsOfLast) << c.text.substr(0, 40);
   }
   EXPECT_THROW(Read("Airfoil: A\nB\nC\n\nN\n40000\n"), OverflowError);
 }

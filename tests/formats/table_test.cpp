@@ -2,42 +2,14 @@
 
 #include <gtest/gtest.h>
 
-#include <charconv>
-
+#include "formats/airfoil_summary.h"
 #include "support/recording_ui.h"
 
 namespace tavilo {
 namespace {
 
 using testing::RecordingUserInterface;
-
-std::string NumberOf(double value) {
-  if (value == kNoValue) return "?";
-  char buffer[32];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed).ptr);
-}
-
-// The airfoil as one line: "name | set: Re r Ma m (alfa cl cd cm tu tl, ...) ...",
-// "?" for a value the table did not give.
-std::string Summary(const Airfoil& airfoil) {
-  std::string text = airfoil.Name;
-  for (const ConfigurationPtr& set : airfoil.Configurations()) {
-    text += " | " + set->Name + ":";
-    for (const PolarPtr& polar : set->Polars()) {
-      text += " Re " + NumberOf(polar->ReynoldsNumber) + " Ma " + NumberOf(polar->MachNumber);
-      if (!polar->Name.empty()) text += " '" + polar->Name + "'";
-      text += " (";
-      for (const PolarPoint& p : polar->Points()) {
-        if (text.back() != '(') text += ", ";
-        text += NumberOf(p.Alfa) + " " + NumberOf(p.Cl);
-        for (double value : {p.Cd, p.Cm, p.TU, p.TL})
-          if (value != kNoValue) text += " " + NumberOf(value);
-      }
-      text += ")";
-    }
-  }
-  return text;
-}
+using testing::Summary;
 
 std::string Read(std::string_view text, ReadReport* report = nullptr, int reply = 0) {
   RecordingUserInterface ui;
@@ -147,14 +119,6 @@ TEST(TableRoutes, XfoilAndDragFilesGoToTheirOwnReaders) {
   EXPECT_EQ(Read(two, nullptr, 1), "E374 | UIUC, clean: Re 100000 Ma 0 (1 0.3 0.01)");
   // A table that merely begins with an "Airfoil:" line is still a table.
   EXPECT_EQ(Read("Airfoil: E387\nalpha cl\n1 0.2\n"), "E387 | wing: Re 0 Ma 0 (1 0.2)");
-}
-
-TEST(TableRoutes, RealUiucDragFileSavedAsText) {
-  Airfoil airfoil;
-  ReadFromTable(airfoil, std::string(TAVILO_TEST_DATA) + "/uiuc/e387_tf_drg.txt", nullptr);
-  EXPECT_EQ(airfoil.Name, "E387 (E)");
-  ASSERT_EQ(airfoil.ConfigCount(), 1);
-  EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), 4);
 }
 
 TEST(TableReport, NothingReadableGivesMessage77AndAnEmptyAirfoil) {

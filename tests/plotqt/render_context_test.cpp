@@ -17,7 +17,7 @@ namespace {
 
 // Surfaces that share a context share its laid-out texts: a text kept for
 // one font or device resolution must not measure for another, neither when
-// first laid out nor when found again.
+// first laid out nor when found again, and a print advances by that width.
 TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
   QImage image(300, 100, QImage::Format_ARGB32_Premultiplied), dense = image;
   dense.setDotsPerMeterX(image.dotsPerMeterX() * 2);
@@ -35,8 +35,12 @@ TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
   for (int pass = 1; pass <= 2; ++pass)
     for (const auto& c : cases) {
       QtSurface surface(*c.painter, QRectF(0, 0, 300, 100), c.font, context);
-      EXPECT_NEAR(surface.TextWidth(text), QFontMetricsF(c.font, c.device).horizontalAdvance(text), 1e-9)
+      const double width = QFontMetricsF(c.font, c.device).horizontalAdvance(text);
+      EXPECT_NEAR(surface.TextWidth(text), width, 1e-9)
           << "pass " << pass << ", " << c.font.pointSizeF() << " pt, " << c.device->logicalDpiX() << " dpi";
+      surface.SetCurrentX(5);
+      surface.Print(text);
+      EXPECT_NEAR(surface.CurrentX(), 5 + width, 1e-9);
     }
 }
 
@@ -61,24 +65,25 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
       }
       const QSizeF size(240, 160);
       PerGraph<QImage> inTurn, atOnce;
-      for (auto* images : {&inTurn, &atOnce})
-        for (QImage& image : *images) {
-          image = QImage((size * ratio).toSize(), QImage::Format_RGB32);
-          image.setDevicePixelRatio(ratio);
+      PerGraph<QPainter> painters;
+      PerGraph<std::optional<QtSurface>> surfaces;
+      GraphSurfaces all;
+      GraphImages graphs;
+      for (Graph g : kGraphs) {
+        for (QImage* image : {&inTurn[g], &atOnce[g]}) {
+          *image = QImage((size * ratio).toSize(), QImage::Format_RGB32);
+          image->setDevicePixelRatio(ratio);
         }
-      {
-        PerGraph<QPainter> painters;
-        PerGraph<std::optional<QtSurface>> surfaces;
-        GraphSurfaces all;
-        for (Graph g : kGraphs) {
-          painters[g].begin(&inTurn[g]);
-          all[g] = &surfaces[g].emplace(painters[g], QRectF(QPointF(), size));
-        }
-        EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
+        painters[g].begin(&inTurn[g]);
+        all[g] = &surfaces[g].emplace(painters[g], QRectF(QPointF(), size));
+        graphs[g] = {&atOnce[g], size};
+      }
+      EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
+      for (Graph g : kGraphs) {
+        surfaces[g].reset();
+        painters[g].end();
       }
       RenderContext context;
-      GraphImages graphs;
-      for (Graph g : kGraphs) graphs[g] = {&atOnce[g], size};
       PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
       for (Graph g : kGraphs)
         EXPECT_EQ(atOnce[g], inTurn[g]) << "graph " << int(g) << ", wild " << wild << ", ratio " << ratio;

@@ -4,12 +4,10 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
-#include <set>
 
 #include "base/errors.h"
 #include "formats/file_text.h"
 #include "formats/pef_index.h"
-#include "strings/captions.h"
 #include "strings/string_table.h"
 #include "support/temp_dir.h"
 
@@ -33,23 +31,17 @@ TEST(StringTable, TextsStandAsTheProgramShowsThemAndIdsOutsideTheTableFail) {
   }
   EXPECT_EQ(ResourceString(2073), "Umbekanntes Dateiformat!");
   EXPECT_EQ(ErrorTitle(kGerman), "Tavilo: Fehler");
-  EXPECT_EQ(GetResString(82, kEnglish),
-            "Polar Exchange File (*.xml)|*.xml|Polar Exchange File (*.pef)|*.pef|Xfoil Polar File "
-            "(*.pol)|*.pol|Mses Polar File (polar.*)|polar.*|Eppler Input File (*.epp)|*.epp");
   // The export filter with CSV is 82's list and one pair more.
   for (int language : {kEnglish, kGerman})
     EXPECT_EQ(GetResString(171, language).rfind(GetResString(82, language) + "|", 0), 0u) << language;
   EXPECT_EQ(FormatResString(113, kGerman, {"/data/wing.pol", "14"}), "/data/wing.pol, Zeile 14");
-  EXPECT_EQ(FormatResString(104, kEnglish, {"50% wing.pol"}), "File not found: 50% wing.pol") << "arguments stay as they are";
+  EXPECT_EQ(FormatResString(104, kEnglish, {"50% wing.pol"}), "File not found: 50% wing.pol")
+      << "arguments stay as they are";
   EXPECT_EQ(DialogTitle(GetResString(193, kGerman)), "Grafiken speichern unter");
   EXPECT_EQ(DialogTitle("Flap && Slot &Points"), "Flap & Slot Points");
-
-  EXPECT_THROW(GetResString(93, kEnglish), ResourceError);
-  EXPECT_THROW(GetResString(99, kGerman), ResourceError) << "no text between the blocks";
-  EXPECT_THROW(GetResString(-1, kEnglish), ResourceError);
-  // A broken setting: language 0 addresses ids 0 to 92, which do not exist.
-  EXPECT_THROW(GetResString(3, 0), ResourceError);
-  EXPECT_THROW(GetResString(3, 3), ResourceError);
+  // 99 lies between the blocks; language 0, a broken setting, addresses ids 0 to 92.
+  for (auto [id, language] : {std::pair{93, kEnglish}, {99, kGerman}, {-1, kEnglish}, {3, 0}, {3, 3}})
+    EXPECT_THROW(GetResString(id, language), ResourceError) << id << " " << language;
   EXPECT_THROW(GetResString(3, 3000000), OverflowError);
 }
 
@@ -59,34 +51,23 @@ TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
   std::filesystem::create_directory(dir.File("taken.xml"));
   const std::string missing = dir.File("no dir/a.xml"), taken = dir.File("taken.xml");
   // The system's words, in the system's language.
-  const std::string noSuchFile = std::strerror(ENOENT), isDirectory = std::strerror(EISDIR), io = std::strerror(EIO);
+  const std::string noSuchFile = std::strerror(ENOENT);
   const struct {
     std::function<void()> action;
-    std::string english, german;
+    std::string english, german;  // German for a spot check
   } cases[] = {
       {[&] { WriteFileAtomically(missing, "x"); },
        "File access error: cannot write " + missing + ": " + noSuchFile,
        "Fehler beim Dateizugriff: " + missing + " kann nicht geschrieben werden: " + noSuchFile},
-      {[&] { WriteFileAtomically(taken, "x"); }, "File access error: cannot replace " + taken + ": " + isDirectory,
-       "Fehler beim Dateizugriff: " + taken + " kann nicht ersetzt werden: " + isDirectory},
+      {[&] { WriteFileAtomically(taken, "x"); },
+       "File access error: cannot replace " + taken + ": " + std::strerror(EISDIR), ""},
       {[] {
          char byte;
          InputFile("/proc/self/mem").ReadAt(&byte, 1, 0);
        },
-       "File access error: cannot read /proc/self/mem: " + io,
-       "Fehler beim Dateizugriff: /proc/self/mem kann nicht gelesen werden: " + io},
+       "File access error: cannot read /proc/self/mem: " + std::string(std::strerror(EIO)), ""},
       {[] { PefIndex::OfFile("/dev/null"); },
-       "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB",
-       "Fehler beim Dateizugriff: Der PEF-Leser braucht /dev/null als gewöhnliche Datei unter 4 GB"},
-      {[] {
-         throw FileAccessError(
-             kNoClipboardFileText,
-             "File access error: cannot create a temporary file for the clipboard: Read-only file system",
-             {"Read-only file system"});
-       },
-       "File access error: cannot create a temporary file for the clipboard: Read-only file system",
-       "Fehler beim Dateizugriff: Für die Zwischenablage kann keine temporäre Datei angelegt werden: Read-only file "
-       "system"},
+       "File access error: the PEF reader needs /dev/null as a regular file of less than 4 GB", ""},
   };
   for (const auto& c : cases) {
     try {
@@ -94,21 +75,11 @@ TEST(StringTable, FileErrorsSpeakTheUsersLanguageAndKeepPathAndSystemReason) {
       ADD_FAILURE() << c.english;
     } catch (const RuntimeError& error) {
       EXPECT_EQ(ErrorText(error, kEnglish), c.english);
-      EXPECT_EQ(ErrorText(error, kGerman), c.german);
       EXPECT_EQ(error.what(), c.english);
+      if (!c.german.empty()) {
+        EXPECT_EQ(ErrorText(error, kGerman), c.german);
+      }
     }
-  }
-}
-
-TEST(StringTable, CaptionListsNameEachControlOnceWithValidIds) {
-  for (auto list : {MainWindowCaptions(), AirfoilSelectCaptions(), AboutCaptions(),
-                    OptionsCaptions(), ApproxCaptions()}) {
-    std::set<std::pair<std::string, int>> seen;
-    for (const Caption& c : list) {
-      EXPECT_TRUE(seen.insert({std::string(c.element), c.item}).second) << c.element;
-      EXPECT_NO_THROW(GetResString(c.id, kEnglish)) << c.element;
-    }
-    EXPECT_EQ(list.front().target, CaptionTarget::WindowTitle);
   }
 }
 

@@ -23,14 +23,7 @@ inline PolarPtr MakePolar(double reynolds, double mach, bool selected,
 // A point with the given first values; the rest keep the no-value marker.
 inline PolarPoint MakePoint(double alfa, double cl, double cd, double cm = kNoValue,
                             double tu = kNoValue, double tl = kNoValue) {
-  PolarPoint p;
-  p.Alfa = alfa;
-  p.Cl = cl;
-  p.Cd = cd;
-  p.Cm = cm;
-  p.TU = tu;
-  p.TL = tl;
-  return p;
+  return {.Alfa = alfa, .Cl = cl, .Cd = cd, .Cm = cm, .TU = tu, .TL = tl};
 }
 
 }  // namespace tavilo::testing

@@ -4,8 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 #include <string>
 
+#include "base/number_text.h"
 #include "fileio/load.h"
 #include "support/model_builders.h"
 
@@ -14,128 +16,170 @@ namespace {
 
 using enum ApproxField;
 
-// The model sampled every half degree over `first`..`last` degrees, with
-// no moment or transition values.
-Polar SampledPolar(const ApproxValues& values, double first = -25, double last = 25) {
+// The model sampled every `step` degrees over `first`..`last` degrees.
+Polar SampledPolar(const ApproxValues& values, double first = -25, double last = 25, double step = 0.5) {
   const ApproxModel model(values);
   Polar polar;
-  for (double alfa = first; alfa <= last; alfa += 0.5)
+  for (double alfa = first; alfa <= last; alfa += step)
     polar.AddPoint(testing::MakePoint(alfa, model.Cl(alfa), model.Cd(alfa)));
   return polar;
 }
 
-ApproxValues SymmetricSection() {
-  ApproxValues v;
-  v.cdTilt = 0;
-  v.cdShift = 0;
-  v.clMax = 1.2;
-  v.clMin = -1.2;
-  v.alfaZero = 0;
-  v.stallCdAtClMax = v.stallCdAtClMin = 0.04;
-  v.cdExponent = 3;
-  v.cdMin = 0.008;
-  v.stallRangeClMax = v.stallRangeClMin = 3;
-  return v;
-}
+// A symmetric section of a sharper bucket and shorter stalls.
+constexpr ApproxValues kSymmetric{.cdTilt = 0, .stallCdAtClMax = 0.04, .stallCdAtClMin = 0.04, .cdShift = 0,
+                                  .cdExponent = 3, .cdMin = 0.008, .stallRangeClMin = 5, .stallRangeClMax = 5,
+                                  .clMax = 1.2, .clMin = -1.2, .alfaZero = 0};
 
-void ExpectValuesNear(const ApproxValues& fitted, const ApproxValues& truth, double tolerance) {
-  for (int i = 0; i < kApproxFieldCount; ++i) {
-    const ApproxField field = ApproxFieldAt(i);
-    EXPECT_NEAR(fitted[field], truth[field], tolerance * std::max(1.0, std::fabs(truth[field])))
-        << ApproxFieldName(field);
-  }
-}
-
+// Clean, with noise of 0.01 in lift and 3 % in drag, and with three wild
+// points (and one without drag, which does not count): the values come
+// back, the closer the cleaner the points (under noise the bucket's shift
+// trades with its tilt).
 TEST(ApproxFit, RecoversTheValuesOfAPolarSampledFromTheModel) {
-  for (const ApproxValues& truth : {ApproxValues{}, SymmetricSection()}) {
-    Polar polar = SampledPolar(truth);
-    const ApproxFit fit = FitApproximation(polar);
-    ExpectValuesNear(fit.values, truth, 1e-6);
-    EXPECT_EQ(fit.estimated, (std::array<bool, kApproxFieldCount>{}));
-    EXPECT_LT(fit.errors.rmsCl, 1e-8);
-    EXPECT_LT(fit.errors.rmsCd, 1e-9);
-    EXPECT_EQ(fit.errors.points, 101);
+  struct Case {
+    double noise;
+    bool wild;
+    double tolerance;  // relative, at least absolute
+  };
+  const Case cases[] = {{0, false, 1e-5}, {1, false, 0.15}, {0, true, 0.02}};
+  for (const ApproxValues& truth : {ApproxValues{}, kSymmetric}) {
+    for (const Case& c : cases) {
+      Polar polar = SampledPolar(truth);
+      std::mt19937 random(26);
+      std::normal_distribution<double> normal;
+      for (int k = 1; k <= polar.PointCount(); ++k) {
+        polar.Point(k).Cl += 0.01 * c.noise * normal(random);
+        polar.Point(k).Cd *= 1 + 0.03 * c.noise * normal(random);
+      }
+      if (c.wild) {
+        polar.Point(20).Cl += 1.5;
+        polar.Point(50).Cd *= 5;
+        polar.Point(70).Cl = -0.3;
+        polar.Point(71).Cd = kNoValue;
+      }
+      const ApproxFit fit = FitApproximation(polar);
+      for (int i = 0; i < kApproxFieldCount; ++i) {
+        const ApproxField field = ApproxFieldAt(i);
+        EXPECT_NEAR(fit.values[field], truth[field], c.tolerance * std::max(1.0, std::fabs(truth[field])))
+            << ApproxFieldName(field) << ", noise " << c.noise << ", wild " << c.wild;
+      }
+      EXPECT_EQ(fit.fittedCount, 11);
+      EXPECT_EQ(fit.errors.points, c.wild ? 100 : 101);
+    }
   }
 }
 
-TEST(ApproxFit, LeavesOutAFewWildPointsAndTheOrderDoesNotMatter) {
-  Polar polar = SampledPolar(ApproxValues{});
-  polar.Point(20).Cl += 1.5;
-  polar.Point(50).Cd *= 5;
-  polar.Point(70).Cl = -0.3;
-  polar.Point(71).Cd = kNoValue;  // unusable: not counted at all
-  Polar reversed;
-  for (int i = polar.PointCount(); i >= 1; --i) reversed.AddPoint(polar.Point(i));
-  for (const Polar* p : {&polar, &reversed}) {
-    const ApproxFit fit = FitApproximation(*p);
-    ExpectValuesNear(fit.values, ApproxValues{}, 1e-6);
-    EXPECT_EQ(fit.errors.points, 100);
-    EXPECT_GT(fit.errors.rmsCl, 0.1);  // the wild points still count in the errors
-  }
-}
-
-TEST(ApproxFit, EstimatesWhatAShortPolarCannotShow) {
-  const ApproxFit fit = FitApproximation(SampledPolar(ApproxValues{}, -2, 8));
+TEST(ApproxFit, EstimatesWhatAShortPolarCannotShowAndKeepsWhatIsHeld) {
+  const Polar polar = SampledPolar(ApproxValues{}, -2, 8);
+  const ApproxFit fit = FitApproximation(polar);
   for (ApproxField field : {StallCdAtClMax, StallCdAtClMin, StallRangeClMin, StallRangeClMax, ClMax, ClMin})
     EXPECT_TRUE(fit.estimated[static_cast<int>(field)]) << ApproxFieldName(field);
-  for (ApproxField field : {CdTilt, CdShift, CdExponent, CdMin, AlfaZero}) {
-    EXPECT_FALSE(fit.estimated[static_cast<int>(field)]) << ApproxFieldName(field);
+  EXPECT_EQ(fit.fittedCount, 5);
+  for (ApproxField field : {CdTilt, CdShift, CdExponent, CdMin, AlfaZero})
     EXPECT_NEAR(fit.values[field], ApproxValues{}[field], 1e-3 * std::fabs(ApproxValues{}[field]))
         << ApproxFieldName(field);
-  }
   // Limits beyond the data, where a section of this camber stalls.
   EXPECT_GT(fit.values.clMax, 1.3);
   EXPECT_LT(fit.values.clMin, -0.9);
-  EXPECT_FALSE(FindApproxProblem(fit.values));
+
+  ApproxFitOptions options;
+  options.held[static_cast<int>(CdExponent)] = options.held[static_cast<int>(ClMax)] = true;
+  options.values.cdExponent = 3;
+  options.values.clMax = 1.2;
+  options.alfaTo = 6;
+  const ApproxFit held = FitApproximation(polar, options);
+  EXPECT_EQ(held.values.cdExponent, 3);
+  EXPECT_EQ(held.values.clMax, 1.2);
+  EXPECT_FALSE(held.estimated[static_cast<int>(ClMax)]);
+  EXPECT_EQ(held.fittedCount, 4);
+
+  EXPECT_EQ(held.errors.points, 17) << "the points up to 6 degrees";
 }
 
-TEST(ApproxFit, NeedsFiveUsablePoints) {
-  Polar polar = SampledPolar(ApproxValues{}, 0, 2);
-  ASSERT_EQ(polar.PointCount(), 5);
-  EXPECT_NO_THROW(FitApproximation(polar));
-  polar.Point(3).Alfa = kNoValue;
-  EXPECT_THROW(FitApproximation(polar), ApproxTooFewPointsError);
-}
-
-TEST(ApproxFit, DegeneratePolarsStillGiveValidValues) {
-  auto polarOf = [](auto point) {
-    Polar polar;
-    for (int i = 0; i < 8; ++i) polar.AddPoint(point(i));
-    return polar;
+TEST(ApproxFit, RefusesAPolarTooShortOrTooNarrow) {
+  struct Case {
+    double first, last, step;
+    double alfaFrom;
+    bool refused;
   };
-  const Polar cases[] = {
-      polarOf([](int) { return testing::MakePoint(1, 0.5, 0.01); }),          // one point eight times
-      polarOf([](int i) { return testing::MakePoint(i, 0, 0.01); }),          // no lift at all
-      polarOf([](int i) { return testing::MakePoint(80 + i, -3, 1e-7); }),    // far out, next to no drag
-      polarOf([](int i) { return testing::MakePoint(-i, 9 - i, 9 - i); }),    // lift falling with angle
+  const Case cases[] = {
+      {0, 7, 1, -90, false},    // 8 points over 7 degrees
+      {0, 6, 1, -90, true},     // 7 points
+      {0, 5, 0.25, -90, true},  // 21 points over 5 degrees
+      {-5, 5, 1, 0, true},      // the range leaves 6 points
   };
-  for (const Polar& polar : cases) {
-    const ApproxFit fit = FitApproximation(polar);
-    EXPECT_FALSE(FindApproxProblem(fit.values)) << polar.Point(1).Alfa;
-    EXPECT_TRUE(std::isfinite(fit.errors.rmsCl) && std::isfinite(fit.errors.rmsCd));
+  for (const Case& c : cases) {
+    ApproxFitOptions options;
+    options.alfaFrom = c.alfaFrom;
+    const Polar polar = SampledPolar(ApproxValues{}, c.first, c.last, c.step);
+    if (c.refused)
+      EXPECT_THROW(FitApproximation(polar, options), ApproxPolarRefusedError) << c.last << " " << c.step;
+    else
+      EXPECT_NO_THROW(FitApproximation(polar, options)) << c.last << " " << c.step;
   }
 }
 
-// The long XFOIL sweeps: both stalls shown, so nothing estimated; the errors
-// stay at what the README quotes.
-TEST(ApproxFit, FitsRealXfoilSweeps) {
+// Every polar of the real samples that can carry a fit: values inside
+// their ranges, rms Cl at most 0.1 and rms Cd at most the larger of half
+// the least drag and 5 % of the drag's range, unless the row says
+// otherwise; polars that cannot carry a fit are refused. On the clean
+// NACA 4412 sweep the bucket itself is held closely: over the attached
+// points, from the lowest lift's angle to the highest's, the drag misses
+// by at most half of their least drag.
+TEST(ApproxFit, FitsRealPolarsWithinTheirCeilings) {
   struct Case {
     const char* file;
-    double rmsCl;
-    double rmsCd;
-    double alfaZero;
+    int refused;          // polars the file holds that cannot carry a fit
+    double rmsCdCeiling;  // 0: the rule above
   };
-  const Case cases[] = {{"naca4412_re1m_sweep.pol", 0.035, 0.0075, -4.24},
-                        {"naca0012_re300k_sweep.pol", 0.08, 0.012, 0}};
+  const Case cases[] = {
+      {"uiuc/E387A.DRG", 0, 0},
+      {"uiuc/SG6042.DRG", 2, 0},
+      {"uiuc/WASP.DRG", 0, 0},
+      {"uiuc/e387_tf_drg.txt", 0, 0},
+      {"uiuc/S1223GF1.DRG", 1, 0},
+      {"xfoil/naca4412_re1m_sweep.pol", 0, 0},
+      {"xfoil/naca0012_re300k_sweep.pol", 0, 0},
+      {"xfoil/naca2408_re60k.pol", 0, 0},
+      // A drag that jumps by 0.05 within a degree at the stall and a
+      // stalled lift that holds at 0.7 where the plate's falls: no stall
+      // range of the model follows both.
+      {"xfoil/naca0009_re100k_sweep.pol", 0, 0.0125},
+  };
   for (const Case& c : cases) {
-    const LoadResult loaded = ReadPolarFile(std::string(TAVILO_TEST_DATA) + "/xfoil/" + c.file, nullptr, {});
-    const Polar& polar = *loaded.airfoil->Configuration(1)->Polar(1);
-    const ApproxFit fit = FitApproximation(polar);
-    EXPECT_EQ(fit.estimated, (std::array<bool, kApproxFieldCount>{})) << c.file;
-    EXPECT_EQ(fit.errors.points, polar.PointCount()) << c.file;
-    EXPECT_LT(fit.errors.rmsCl, c.rmsCl) << c.file;
-    EXPECT_LT(fit.errors.rmsCd, c.rmsCd) << c.file;
-    EXPECT_NEAR(fit.values.alfaZero, c.alfaZero, 0.1) << c.file;
+    const LoadResult loaded = ReadPolarFile(std::string(TAVILO_TEST_DATA) + "/" + c.file, nullptr, {});
+    int refused = 0;
+    for (const PolarPtr& polar : loaded.airfoil->Configuration(1)->Polars()) {  // one set in each
+      ApproxFit fit;
+      try {
+        fit = FitApproximation(*polar);
+      } catch (const ApproxPolarRefusedError&) {
+        ++refused;
+        continue;
+      }
+      double least = INFINITY, most = 0;
+      for (const PolarPoint& p : polar->Points()) least = std::min(least, p.Cd), most = std::max(most, p.Cd);
+      const double ceiling = c.rmsCdCeiling > 0 ? c.rmsCdCeiling : std::max(least / 2, 0.05 * (most - least));
+      const std::string name = std::string(c.file) + " Re " + std::to_string(polar->ReynoldsNumber);
+      EXPECT_FALSE(FindApproxProblem(fit.values)) << name;
+      // Printed for a person: a few digits, and still valid as printed.
+      const ApproxValues shown = ApproxShownValues(fit.values);
+      EXPECT_FALSE(FindApproxProblem(shown)) << name;
+      for (int i = 0; i < kApproxFieldCount; ++i) {
+        const double v = shown[ApproxFieldAt(i)];
+        EXPECT_EQ(WholeNumber(SignificantNumberText(v, 8)), v) << name;
+      }
+      EXPECT_LE(fit.errors.rmsCl, 0.1) << name;
+      EXPECT_LE(fit.errors.rmsCd, ceiling) << name;
+      if (std::string(c.file).find("4412") == std::string::npos) continue;
+      const auto [lowest, highest] = std::minmax_element(
+          polar->Points().begin(), polar->Points().end(), [](const PolarPoint& a, const PolarPoint& b) { return a.Cl < b.Cl; });
+      const ApproxErrors attached = ApproxFitErrors(ApproxModel(fit.values), polar->Points(), lowest->Alfa, highest->Alfa);
+      double leastAttached = INFINITY;
+      for (const PolarPoint& p : polar->Points())
+        if (p.Alfa >= lowest->Alfa && p.Alfa <= highest->Alfa) leastAttached = std::min(leastAttached, p.Cd);
+      EXPECT_LE(attached.rmsCd, leastAttached / 2);
+    }
+    EXPECT_EQ(refused, c.refused) << c.file;
   }
 }
 

@@ -1,11 +1,13 @@
-// The PEF reader on the model, its round trips, and the LF-only rewrite.
+// The PEF reader and writer on the model, the round trip, and the LF-only rewrite.
+#include "formats/pef.h"
+
 #include <gtest/gtest.h>
 
 #include "base/errors.h"
 #include "base/number_text.h"
 #include "fileio/load.h"
-#include "formats/pef.h"
-#include "formats/xml.h"
+#include "formats/airfoil_summary.h"
+#include "formats/file_text.h"
 #include "strings/product.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
@@ -14,6 +16,7 @@
 namespace tavilo {
 namespace {
 
+using testing::MakePolar;
 using testing::RecordingUserInterface;
 using testing::TempDir;
 constexpr double N = kNoValue;
@@ -61,17 +64,23 @@ TEST(PefReader, NumberSetsIsRoundedHalfToEvenAndReportedWhenNotPositive) {
   EXPECT_THROW(ReadText("[Airfoil]\r\nNumberSets=40000\r\n", ui), OverflowError);
 }
 
-TEST(PefReader, MissingSetsAndPolarsReadEmpty) {
-  RecordingUserInterface ui;
-  Airfoil airfoil = ReadText("[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nDescription1=one\r\nOrigin=XFOIL\r\n"
-                             "NumberPolars=2\r\n[Set1-Polar2]\r\nReynoldsNumber=1e5\r\n", ui);
-  ASSERT_EQ(airfoil.ConfigCount(), 2);
-  const Configuration& first = *airfoil.Configuration(1);
-  EXPECT_EQ(first.Name + "|" + first.Origin, "one|XFOIL");
-  ASSERT_EQ(first.PolarCount(), 2);
-  EXPECT_TRUE(first.Polar(1)->Selected && first.Polar(1)->PointCount() == 0);
-  EXPECT_EQ(first.Polar(2)->ReynoldsNumber, 1e5);
-  EXPECT_EQ(airfoil.Configuration(2)->PolarCount(), 0);
+// Items are found by key in any order; those the counts ask for and the file
+// lacks read empty (a polar ticked), unknown values and all.
+TEST(PefReader, ItemsAreFoundByKeyAndMissingOnesReadEmpty) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nDescription1=one\r\nNumberPolars=2\r\n[Set1-Polar2]\r\n"
+       "ReynoldsNumber=1e5\r\n",
+       "unknown airfoil | one: Re 0 Ma 0 () Re 100000 Ma 0 () | :"},
+      {OnePolarFile("NumberPoints=3\r\nValue03=3 0 0\r\nValue01=1 0 0\r\nValues=Alpha Cl Cd\r\nValue04=4 0 0\r\n"),
+       "A | : Re 0 Ma 0 (1 0 0, 0 0 0, 3 0 0)"},
+  };
+  for (const auto& [text, expected] : cases) {
+    RecordingUserInterface ui;
+    const Airfoil airfoil = ReadText(text, ui);
+    EXPECT_EQ(testing::Summary(airfoil), expected);
+    EXPECT_TRUE(ui.messages.empty());
+    EXPECT_TRUE(airfoil.Configuration(1)->Polar(1)->Selected);
+  }
 }
 
 TEST(PefReader, PointValuesFollowThePairRule) {
@@ -92,46 +101,23 @@ TEST(PefReader, PointValuesFollowThePairRule) {
   }
 }
 
-TEST(PefReader, PointsAreFoundByKeyAndHugeCountsAreBounded) {
-  RecordingUserInterface ui;
-  Airfoil airfoil = ReadText(OnePolarFile("NumberPoints=3\r\nValue03=3 0 0\r\nValue01=1 0 0\r\n"
-                                          "Values=Alpha Cl Cd\r\nValue04=4 0 0\r\n"), ui);
-  const Polar& polar = *airfoil.Configuration(1)->Polar(1);
-  ASSERT_EQ(polar.PointCount(), 3);
-  EXPECT_EQ(polar.Alfa(1) + polar.Alfa(3), 4);
-  EXPECT_EQ(polar.Point(2), (PolarPoint{0, 0, 0, N, N, N, N, N}));
-  // Each set asks for 1000 polars of which none exists; the reader stops at its limit.
+// Each set asks for 1000 polars and the polar for 100 points, of which none
+// exists: the reader stops at its limit.
+TEST(PefReader, HugeCountsAreBounded) {
   std::string text = "[Airfoil]\r\nNumberSets=3\r\n";
   for (int i = 1; i <= 3; ++i) text += "[Set" + std::to_string(i) + "]\r\nNumberPolars=1000\r\n";
   Airfoil huge;
-  ShowDiagnostics(ReadFromPEFText(huge, text, 1500), ui);
+  ReadFromPEFText(huge, text, 1500);
   EXPECT_EQ(huge.Configuration(1)->PolarCount() + huge.Configuration(2)->PolarCount(), 1500);
   EXPECT_EQ(huge.Configuration(3)->PolarCount(), 0);
   Airfoil points;
-  ShowDiagnostics(ReadFromPEFText(points, OnePolarFile("NumberPoints=100\r\nValue50=5 5 5\r\n"), 10), ui);
+  ReadFromPEFText(points, OnePolarFile("NumberPoints=100\r\nValue50=5 5 5\r\n"), 10);
   EXPECT_EQ(points.Configuration(1)->Polar(1)->PointCount(), 10);
-  EXPECT_TRUE(ui.messages.empty());
-}
-
-// Set 1 named with an origin, set 2 unnamed; three polars each.
-Airfoil ModelWithTwoSets() {
-  Airfoil airfoil;
-  airfoil.Name = "NACA 2412";
-  std::vector<PolarPoint> points;
-  for (int i = 0; i < 120; ++i) points.push_back({-5 + i * 0.12345, 0.01 * i, 0.0061234 + i * 1e-5, -0.05, 0.61234, 1, N, N});
-  for (const char* name : {"Flap 0", ""}) {
-    auto config = std::make_shared<Configuration>();
-    config->Name = config->Origin = name;
-    for (int p = 0; p < 3; ++p)
-      config->AddPolar(testing::MakePolar(100000.4 * (p + 1), 0.3 * p, true, points, "Re " + std::to_string(p)));
-    airfoil.AddConfiguration(config);
-  }
-  return airfoil;
 }
 
 TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
   const std::pair<std::string, bool> cases[] = {
-      {PefText(ModelWithTwoSets()), false},
+      {ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef"), false},
       {OnePolarFile("NumberPoints=2\r\nValue01=1 2 3\r\n"), true},                 // cut after a point
       {OnePolarFile("NumberPoints=2\r\nValue02=4 5 6\r\n"), true},                 // a point missing in between
       {"[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=2\r\n[Set1-Polar1]\r\n", true},  // a polar
@@ -148,34 +134,66 @@ TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
   }
 }
 
-TEST(PefReader, WrittenFileReadsBackToTheWrittenText) {
-  const std::string written = PefText(ModelWithTwoSets());
-  RecordingUserInterface ui;
-  Airfoil read = ReadText(written, ui);
-  EXPECT_TRUE(ui.messages.empty());
-  EXPECT_EQ(read.Configuration(1)->Description2, kCopyrightNotice);  // the first of two
-  EXPECT_EQ(read.Configuration(2)->Name, kCopyrightNotice);          // an unnamed set
-  EXPECT_EQ(read.Configuration(2)->Origin, "Tavilo");
-  EXPECT_EQ(read.Configuration(1)->Polar(3)->MachNumber, 1);  // 0.6 written as 1
-  // The writer adds its notice again.
-  read.Configuration(1)->Description2 = read.Configuration(2)->Name = "";
-  EXPECT_EQ(PefText(read), written);
+// Set 1 named, with an own Description2 and one of two polars selected;
+// set 2 with nothing selected; set 3 unnamed, without origin.
+Airfoil SampleAirfoil() {
+  Airfoil airfoil;
+  airfoil.Name = "Clark Y";
+  auto first = std::make_shared<Configuration>();
+  first->Name = "Flap 0";
+  first->Origin = "Wind tunnel";
+  first->Description2 = "smooth";
+  first->AddPolar(MakePolar(1, 0, false, {}, "left out"));
+  first->AddPolar(MakePolar(250000.4, 0.3, true, {{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5}, {}},
+                            "Re 250k"));
+  auto unselected = std::make_shared<Configuration>();
+  unselected->AddPolar(MakePolar(1, 0, false, {}, "hidden"));
+  auto unnamed = std::make_shared<Configuration>();
+  unnamed->AddPolar(MakePolar(1e6, 0.6, true, {}, ""));
+  airfoil.AddConfiguration(first);
+  airfoil.AddConfiguration(unselected);
+  airfoil.AddConfiguration(unnamed);
+  return airfoil;
 }
 
-TEST(PefReader, ConvertsToXmlAndBackThroughTheModel) {
-  RecordingUserInterface ui;
-  Airfoil fromPef = ReadText(PefText(ModelWithTwoSets()), ui);
-  Airfoil fromXml;
-  ShowDiagnostics(ReadFromXMLText(fromXml, XmlText(fromPef)), ui);
-  Airfoil again = ReadText(PefText(fromXml), ui);
-  EXPECT_TRUE(ui.messages.empty());
-  // Origin and Description2 are not carried by XML; everything else is.
-  for (Airfoil* airfoil : {&fromPef, &again})
-    for (int s = 1; s <= airfoil->ConfigCount(); ++s) {
-      airfoil->Configuration(s)->Origin.clear();
-      airfoil->Configuration(s)->Description2.clear();
-    }
-  EXPECT_EQ(PefText(again), PefText(fromPef));
+TEST(PefWriter, WritesTheWholeFileLineForLine) {
+  EXPECT_EQ(PefText(SampleAirfoil()), ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef"));
+}
+
+TEST(PefWriter, NothingSelectedGivesNoSetsAndTheFileIsReplaced) {
+  Airfoil airfoil;
+  auto config = std::make_shared<Configuration>();
+  config->AddPolar(MakePolar(0, 0, false, {}, "p"));
+  airfoil.AddConfiguration(config);
+  TempDir dir;
+  WriteToPEF(airfoil, dir.Write("out.pef", std::string(100000, 'x')));
+  EXPECT_TRUE(dir.Read("out.pef").ends_with("[Airfoil]\r\nDescription1=\r\nNumberSets=0\r\n\r\n"));
+}
+
+TEST(PefWriter, PolarBlockKeysHaveAtLeastTwoDigits) {
+  std::vector<PolarPoint> points(100, PolarPoint{1, 2, 3, 4, 5, 6, 7, 8});
+  const std::string text = PolarPefText(*MakePolar(0, 0, true, points, "p"), 1, 1);
+  for (const char* line : {"\r\nValue01=", "\r\nValue09=", "\r\nValue10=", "\r\nValue100="})
+    EXPECT_NE(text.find(line), std::string::npos) << line;
+  EXPECT_EQ(text.find("Value1="), std::string::npos);
+  Polar read;
+  ReadPolarFromPEFText(read, text, 1, 1);
+  EXPECT_EQ(read.PointCount(), 100);
+  EXPECT_EQ(read.Point(100).TL, 6);
+}
+
+// Read back, the file gives its own text: the notice stands first among a
+// set's descriptions and names an unnamed set, whose origin is Tavilo.
+TEST(PefWriter, WrittenFileReadsBackToTheWrittenText) {
+  const std::string written = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef");
+  Airfoil read;
+  EXPECT_TRUE(ReadFromPEFText(read, written).diagnostics.empty());
+  EXPECT_EQ(read.Configuration(1)->Description2, kCopyrightNotice);
+  EXPECT_EQ(read.Configuration(2)->Name + "|" + read.Configuration(2)->Origin,
+            std::string(kCopyrightNotice) + "|Tavilo");
+  read.Configuration(1)->Description2 = "smooth";  // the writer adds its notice again
+  read.Configuration(2)->Name = "";
+  EXPECT_EQ(PefText(read), written);
 }
 
 TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {
