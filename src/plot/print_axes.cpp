@@ -91,10 +91,16 @@ void DrawLabels(const PageAxis& axis, const AxisStyle& style, double labelStep) 
 }
 
 // The title centred on the axis's middle: below the labels of a horizontal
-// axis, left of the labels of a vertical one.
-void DrawTitle(const PageAxis& axis, const AxisStyle& style) {
+// axis, left of the labels of a vertical one, there halfway between the two
+// labels nearest the middle, so that it never reads as one with a label
+// ("Cl 0.5").
+void DrawTitle(const PageAxis& axis, const AxisStyle& style, double labelStep) {
   DrawingSurface& page = *axis.page;
   double middle = (PagePosition(axis, style, axis.low) + PagePosition(axis, style, axis.high)) / 2;
+  if (!style.horizontal) {
+    const double between = (std::round((axis.low + axis.high) / 2 / labelStep) + 0.5) * labelStep;
+    if (between < axis.high) middle = PagePosition(axis, style, between);
+  }
   if (style.horizontal) {
     page.SetCurrentX(middle - page.TextWidth(style.title) / 2);
     page.SetCurrentY(axis.labelEdge - HorizontalLabelGap(page) + page.TextHeight("0") * 1.2);
@@ -110,7 +116,7 @@ void DrawAxis(const PageAxis& axis, const AxisStyle& style, double labelStep, bo
               bool gridShow) {
   DrawAxisLineAndGrid(axis, style, skipZeroGrid, gridShow);
   DrawLabels(axis, style, labelStep);
-  DrawTitle(axis, style);
+  DrawTitle(axis, style, axis.labelStep > 0 ? axis.labelStep : labelStep);
 }
 
 constexpr AxisStyle kAlfa = {true, AlfaMM, 1.0, "0", "\u00B0", "Alfa"};
@@ -161,7 +167,7 @@ void CmAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
   for (double v = std::floor(axis.high / coarse + 1e-9) * coarse;
        v >= axis.low - coarse / 2 && count < kMaxGridLines; v -= coarse, ++count)
     DrawLabel(axis, kCm, v);
-  DrawTitle(axis, kCm);
+  DrawTitle(axis, kCm, axis.labelStep < 0.1 ? 0.02 : coarse);
 }
 
 }  // namespace tavilo

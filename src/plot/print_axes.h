@@ -49,7 +49,8 @@ inline constexpr Color kPageGridColor = Color::Rgb(124, 124, 124);
 // within the range, and the title, outside the frame edge `labelEdge`:
 // horizontal labels centred under their ticks with the title centred below
 // them, vertical labels right-aligned beside their ticks with the title left
-// of the widest label the range could have, centred on the axis's middle.
+// of the widest label the range could have, halfway between the two labels
+// nearest the axis's middle.
 // The foreground ends black, the line width 1.
 // Horizontal: angle, grid 1 degree, labels "0°" every 5.
 void AlfaAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow);
