@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
 #include <charconv>
 
 #include "base/number_text.h"
@@ -20,15 +21,14 @@ namespace tavilo {
 
 namespace {
 
-constexpr int kFirstLabelText = 41;
-constexpr int kStallCdAtClMinName = 150;
-constexpr int kFitCaption = 151;
-constexpr int kNoNumberText = 152;
-constexpr int kFittedText = 160;
-constexpr int kEstimatedText = 161;
-constexpr int kCopiedText = 165;
-constexpr int kFitTipText = 167;
-constexpr int kShownText = 168;
+// The label of each field, in field order. The StallCdAtClMin label reads
+// "Stall Cd at Cl Max:" as it always did, so messages name that field by
+// Text::StallCdAtClMinName instead.
+constexpr std::array<Text, kApproxFieldCount> kFieldLabels = {
+    Text::CdTiltLabel,          Text::StallCdAtClMaxLabel,  Text::StallCdAtClMinLabel, Text::CdShiftLabel,
+    Text::CdExponentLabel,      Text::CdMinLabel,           Text::StallRangeClMinLabel, Text::StallRangeClMaxLabel,
+    Text::ClMaxLabel,           Text::ClMinLabel,           Text::AlfaZeroLabel,
+};
 
 // Enough digits to read a fitted value, few enough to read it at a glance.
 std::string SixDigits(double value) {
@@ -111,19 +111,19 @@ void ApproxDialog::FitReport() {
   status_->setMinimumHeight(std::max(reserved, status_->heightForWidth(status_->width())));
 }
 
-void ApproxDialog::SwitchLanguage(int language) {
+void ApproxDialog::SwitchLanguage(Language language) {
   ApplyCaptions(this, ApproxCaptions(), language);
-  fit_->setText(QString::fromStdString(GetResString(kFitCaption, language)));
-  fit_->setToolTip(QString::fromStdString(GetResString(kFitTipText, language)));
+  fit_->setText(QString::fromStdString(GetResString(Text::FitToPolar, language)));
+  fit_->setToolTip(QString::fromStdString(GetResString(Text::FitToPolarTip, language)));
   SetStatus({});
 }
 
 void ApproxDialog::UpdateFitButton() { fit_->setEnabled(polar_ && polar_() != nullptr); }
 
 std::string ApproxDialog::FieldName(ApproxField field) const {
-  const int index = static_cast<int>(field);
-  std::string name = GetResString(field == ApproxField::StallCdAtClMin ? kStallCdAtClMinName : kFirstLabelText + index,
-                                  ui_.Language());
+  std::string name = GetResString(
+      field == ApproxField::StallCdAtClMin ? Text::StallCdAtClMinName : kFieldLabels[static_cast<size_t>(field)],
+      ui_.Language());
   if (!name.empty() && name.back() == ':') name.pop_back();
   return name;
 }
@@ -143,7 +143,7 @@ std::optional<ApproxValues> ApproxDialog::ReadValues() {
     const std::string text = fields_[i]->text().toStdString();
     const std::optional<double> number = WholeNumber(text);
     if (!number) {
-      ShowError(FormatResString(kNoNumberText, ui_.Language(), {FieldName(ApproxFieldAt(i)), text}));
+      ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(), {FieldName(ApproxFieldAt(i)), text}));
       fields_[i]->setFocus();
       return std::nullopt;
     }
@@ -182,14 +182,14 @@ void ApproxDialog::ShowCurve() {
   const std::optional<ApproxValues> values = ReadValues();
   if (!values) return;
   show_(ApproxModel(*values).Curve());
-  SetStatus(GetResString(kShownText, ui_.Language()));
+  SetStatus(GetResString(Text::ApproxShown, ui_.Language()));
 }
 
 void ApproxDialog::CopyInitializer() {
   const std::optional<ApproxValues> values = ReadValues();
   if (!values) return;
   ui_.SetClipboardText(ApproxInitializer(*values));
-  SetStatus(GetResString(kCopiedText, ui_.Language()));
+  SetStatus(GetResString(Text::CopiedToClipboard, ui_.Language()));
 }
 
 void ApproxDialog::FitToPolar() {
@@ -203,8 +203,8 @@ void ApproxDialog::FitToPolar() {
     return;
   }
   SetValues(fit.values);
-  const int language = ui_.Language();
-  std::string text = FormatResString(kFittedText, language,
+  const Language language = ui_.Language();
+  std::string text = FormatResString(Text::ApproxFitted, language,
                                      {FormatNumber(fit.errors.points, "0"), SixDigits(fit.errors.rmsCl),
                                       SixDigits(fit.errors.rmsCd)});
   std::string estimated;
@@ -213,7 +213,7 @@ void ApproxDialog::FitToPolar() {
     if (!estimated.empty()) estimated += ", ";
     estimated += FieldName(ApproxFieldAt(i));
   }
-  if (!estimated.empty()) text += "\n" + FormatResString(kEstimatedText, language, {estimated});
+  if (!estimated.empty()) text += "\n" + FormatResString(Text::ApproxEstimated, language, {estimated});
   SetStatus(text);
 }
 

@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "model/polar.h"
+#include "strings/language.h"
 #include "tools/approximation.h"
 
 class QLabel;
@@ -35,7 +36,7 @@ class ApproxDialog : public QDialog {
   // Opens with the model's initial values.
   ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink show, QWidget* parent = nullptr);
 
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
   // Enables "Fit to polar" when there is a polar to fit to.
   void UpdateFitButton();
 

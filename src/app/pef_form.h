@@ -47,8 +47,8 @@ class PEFForm : public QMainWindow {
   ~PEFForm() override;
 
   // Relabels every window in `language` and redraws what carries a text.
-  void SetLanguage(int language);
-  int Language() const;
+  void SetLanguage(tavilo::Language language);
+  tavilo::Language Language() const;
   void EnableItems(bool printing);
   void UpdateTreeView();
   void RefreshPlots();

@@ -40,7 +40,7 @@ enum class LfOnlyFile {
 // negative (the name is kept, no set is read), a stop at the missing-item
 // limit below as stoppedEarly, and a set section, polar section or point
 // key that the counts ask for but the file lacks (read empty, as always)
-// with the quiet warning kShortOfCountsText.
+// with the quiet warning Text::ShortOfCounts.
 // FileNotFoundError, before anything changes, for a file that cannot be
 // opened; OverflowError for a count beyond 16 bits, a number beyond the
 // double range or a point value whose first blank lies beyond column 32767

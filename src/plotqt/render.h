@@ -17,7 +17,7 @@ namespace tavilo {
 // application object at all, an off-screen one is made for the rest of the
 // run. False with a message in `error` (when given) for another extension or
 // a file that cannot be written; the file is written whole or not at all.
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int language,
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, Language language,
                        std::string* error);
 // The same in the request's views and options (numbers on the axes replace
 // the margin scales); a PNG has `pixelRatio` pixels per picture unit.

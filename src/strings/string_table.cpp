@@ -389,12 +389,12 @@ const Entry* FindEntry(int n) {
 
 const std::string& ResourceString(int key) {
   const Entry* entry = key >= 1000 ? FindEntry(key % 1000) : nullptr;
-  if (entry != nullptr && key / 1000 == kEnglish) return entry->english;
-  if (entry != nullptr && key / 1000 == kGerman) return entry->german;
+  if (entry != nullptr && key / 1000 == static_cast<int>(Language::English)) return entry->english;
+  if (entry != nullptr && key / 1000 == static_cast<int>(Language::German)) return entry->german;
   throw ResourceError(std::to_string(key));
 }
 
-std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments) {
+std::string FormatResString(Text id, Language language, std::initializer_list<std::string_view> arguments) {
   const std::string& pattern = GetResString(id, language);
   std::string text;
   for (size_t k = 0; k < pattern.size(); ++k) {
@@ -409,22 +409,36 @@ std::string FormatResString(int id, int language, std::initializer_list<std::str
   return text;
 }
 
-const std::string& GetResString(int id, int language) {
-  const int64_t key = static_cast<int64_t>(language) * 1000 + id;
+const std::string& GetResString(Text id, Language language) {
+  const int64_t key = static_cast<int64_t>(language) * 1000 + static_cast<int>(id);
   if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
     throw OverflowError(std::to_string(key));
   return ResourceString(static_cast<int>(key));
 }
 
-std::string ErrorText(const std::exception& error, int language, bool namingFile) {
+Text MessageText(const RuntimeError& error) {
+  switch (error.Kind()) {
+    case ErrorKind::FileNotFound: return Text::FileNotFound;
+    case ErrorKind::Subscript: return Text::SubscriptOutOfRange;
+    case ErrorKind::Overflow: return Text::Overflow;
+    case ErrorKind::DivisionByZero: return Text::DivisionByZero;
+    case ErrorKind::Resource: return Text::ResourceNotFound;
+    case ErrorKind::Named: return error.NamedText();
+    case ErrorKind::Unexpected: break;
+  }
+  return Text::UnexpectedError;
+}
+
+std::string ErrorText(const std::exception& error, Language language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
     const std::vector<std::string>& arguments = runtime->Arguments();
-    std::string text = FormatResString(runtime->MessageId(), language,
+    std::string text = FormatResString(MessageText(*runtime), language,
                                        {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
-    return runtime->File().empty() || !namingFile ? text : FormatResString(114, language, {runtime->File(), text});
+    return runtime->File().empty() || !namingFile ? text
+                                                  : FormatResString(Text::FileAndMessage, language, {runtime->File(), text});
   }
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);
-  return FormatResString(kUnexpectedText, language, {error.what()});
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(Text::OutOfMemory, language);
+  return FormatResString(Text::UnexpectedError, language, {error.what()});
 }
 
 std::string DialogTitle(std::string_view caption) {
@@ -437,12 +451,12 @@ std::string DialogTitle(std::string_view caption) {
   return title;
 }
 
-std::string ErrorTitle(int language) {
-  return GetResString(1, language) + ": " + GetResString(75, language);
+std::string ErrorTitle(Language language) {
+  return GetResString(Text::ProgramName, language) + ": " + GetResString(Text::Error, language);
 }
 
-std::string WarningTitle(int language) {
-  return GetResString(1, language) + ": " + GetResString(121, language);
+std::string WarningTitle(Language language) {
+  return GetResString(Text::ProgramName, language) + ": " + GetResString(Text::Warning, language);
 }
 
 }  // namespace tavilo

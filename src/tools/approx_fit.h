@@ -39,12 +39,11 @@ struct ApproxFit {
 
 // The fewest usable points a fit takes.
 inline constexpr int kApproxFitMinPoints = 5;
-inline constexpr int kApproxTooFewPointsText = 162;
 
 class ApproxTooFewPointsError : public RuntimeError {
  public:
   ApproxTooFewPointsError()
-      : RuntimeError(kApproxTooFewPointsText, "Too few points for an approximation: ", "fewer than five") {}
+      : RuntimeError(Text::ApproxTooFewPoints, "Too few points for an approximation: ", "fewer than five") {}
 };
 
 // Fits the model to the usable points of `polar` in any order. A few wild

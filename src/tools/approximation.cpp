@@ -32,13 +32,13 @@ double LiftRun(double cl) { return std::fabs(cl) / kApproxLiftSlope; }
 std::optional<ApproxProblem> FindFieldProblem(const ApproxValues& v) {
   using enum ApproxField;
   for (int i = 0; i < kApproxFieldCount; ++i)
-    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), kApproxNotFiniteText};
-  if (!(v.cdExponent > 1)) return ApproxProblem{CdExponent, kApproxExponentText};
-  if (!(v.cdMin > 0)) return ApproxProblem{CdMin, kApproxNotPositiveText};
-  if (!(v.stallRangeClMin > 0)) return ApproxProblem{StallRangeClMin, kApproxNotPositiveText};
-  if (!(v.stallRangeClMax > 0)) return ApproxProblem{StallRangeClMax, kApproxNotPositiveText};
-  if (!(v.clMax > 0)) return ApproxProblem{ClMax, kApproxNotPositiveText};
-  if (!(v.clMin < 0)) return ApproxProblem{ClMin, kApproxNotNegativeText};
+    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), Text::ApproxNotFinite};
+  if (!(v.cdExponent > 1)) return ApproxProblem{CdExponent, Text::ApproxExponentTooLow};
+  if (!(v.cdMin > 0)) return ApproxProblem{CdMin, Text::ApproxNotPositive};
+  if (!(v.stallRangeClMin > 0)) return ApproxProblem{StallRangeClMin, Text::ApproxNotPositive};
+  if (!(v.stallRangeClMax > 0)) return ApproxProblem{StallRangeClMax, Text::ApproxNotPositive};
+  if (!(v.clMax > 0)) return ApproxProblem{ClMax, Text::ApproxNotPositive};
+  if (!(v.clMin < 0)) return ApproxProblem{ClMin, Text::ApproxNotNegative};
   return std::nullopt;
 }
 
@@ -52,18 +52,18 @@ std::string_view ApproxFieldName(ApproxField field) { return kFieldNames[static_
 std::optional<ApproxProblem> FindApproxProblem(const ApproxValues& v) {
   using enum ApproxField;
   if (auto problem = FindFieldProblem(v)) return problem;
-  if (!(v.cdShift > v.clMin && v.cdShift < v.clMax)) return ApproxProblem{CdShift, kApproxShiftOutsideText};
-  if (!(v.stallCdAtClMax > v.cdMin)) return ApproxProblem{StallCdAtClMax, kApproxStallCdTooLowText};
-  if (!(v.stallCdAtClMin > v.cdMin)) return ApproxProblem{StallCdAtClMin, kApproxStallCdTooLowText};
+  if (!(v.cdShift > v.clMin && v.cdShift < v.clMax)) return ApproxProblem{CdShift, Text::ApproxShiftOutside};
+  if (!(v.stallCdAtClMax > v.cdMin)) return ApproxProblem{StallCdAtClMax, Text::ApproxStallCdTooLow};
+  if (!(v.stallCdAtClMin > v.cdMin)) return ApproxProblem{StallCdAtClMin, Text::ApproxStallCdTooLow};
   // The power term must add drag towards both stall drags; a tilt that
   // alone climbs past one of them would turn the bucket upside down there.
   if (!(v.stallCdAtClMax - v.cdMin - v.cdTilt * (v.clMax - v.cdShift) > 0) ||
       !(v.stallCdAtClMin - v.cdMin + v.cdTilt * (v.cdShift - v.clMin) > 0))
-    return ApproxProblem{CdTilt, kApproxTiltText};
+    return ApproxProblem{CdTilt, Text::ApproxTiltTooSteep};
   const double stallEndMax = v.alfaZero + (2 - kApproxLinearShare) * LiftRun(v.clMax) + v.stallRangeClMax;
   const double stallEndMin = v.alfaZero - (2 - kApproxLinearShare) * LiftRun(v.clMin) - v.stallRangeClMin;
-  if (!(stallEndMin > -90)) return ApproxProblem{StallRangeClMin, kApproxStallEndText};
-  if (!(stallEndMax < 90)) return ApproxProblem{StallRangeClMax, kApproxStallEndText};
+  if (!(stallEndMin > -90)) return ApproxProblem{StallRangeClMin, Text::ApproxStallEndsTooLate};
+  if (!(stallEndMax < 90)) return ApproxProblem{StallRangeClMax, Text::ApproxStallEndsTooLate};
   return std::nullopt;
 }
 

@@ -13,6 +13,7 @@
 
 #include "base/errors.h"
 #include "model/polar_point.h"
+#include "strings/text_ids.h"
 
 namespace tavilo {
 
@@ -66,22 +67,12 @@ inline constexpr double kApproxLiftSlope = 2 * 3.14159265358979323846 * 3.141592
 inline constexpr double kApproxLinearShare = 0.7;
 inline constexpr double kFlatPlateCd90 = 2.0;
 
-// What is wrong with a set of values: the field to name and the string id
-// of the text, whose %1 takes the field's name.
+// What is wrong with a set of values: the field to name and the text,
+// whose %1 takes the field's name.
 struct ApproxProblem {
   ApproxField field;
-  int messageId;
+  Text messageId;
 };
-
-// String ids of the problems.
-inline constexpr int kApproxNotPositiveText = 153;
-inline constexpr int kApproxNotNegativeText = 154;
-inline constexpr int kApproxShiftOutsideText = 155;
-inline constexpr int kApproxStallCdTooLowText = 156;
-inline constexpr int kApproxExponentText = 157;
-inline constexpr int kApproxTiltText = 158;
-inline constexpr int kApproxStallEndText = 159;
-inline constexpr int kApproxNotFiniteText = 166;
 
 // The first problem of `values`, fields in their order, or none. Valid are:
 // Cd Min > 0, Cd Exponent > 1, stall ranges > 0, Cl Max > 0 > Cl Min,

@@ -30,7 +30,7 @@ QDir DirOf(const TempDir& dir) { return QDir(QString::fromStdString(dir.Path().s
 TEST_F(SettingsTest, FirstStartIsEnglishWithoutPrintOptionsInTheWorkingDirectory) {
   dir.Write("wing.xml", "");
   PEFForm& form = Start();
-  EXPECT_EQ(form.Language(), kEnglish);
+  EXPECT_EQ(form.Language(), Language::English);
   EXPECT_EQ(form.windowTitle(), "Tavilo");
   EXPECT_EQ(form.statusBar()->currentMessage(), "Ready.");
   const OptionsDialog& options = form.Options();
@@ -63,7 +63,7 @@ TEST_F(SettingsTest, EveryValueIsWrittenAsIntegerTextAndSurvivesExitAndRestart) 
 
   PEFForm& second = Start(QSize());
   EXPECT_EQ(second.size(), QSize(1010, 707));
-  EXPECT_EQ(second.Language(), kGerman);
+  EXPECT_EQ(second.Language(), Language::German);
   EXPECT_EQ(second.statusBar()->currentMessage(), "Bereit.");
   const OptionsDialog& options = second.Options();
   EXPECT_EQ(std::vector<int>({options.GridShow(), options.LegendShow(), options.LegendPosition(0),
@@ -78,7 +78,7 @@ TEST_F(SettingsTest, GarbageOrAVanishedPathInTheStoreReadsAsDefaults) {
   StoreSetting("LegendPosition1", "-1");
   StoreSetting("Path", "/no/such/directory/anywhere");
   PEFForm& form = Start();
-  EXPECT_EQ(form.Language(), kEnglish);
+  EXPECT_EQ(form.Language(), Language::English);
   EXPECT_EQ(form.Options().GridShow(), 0);
   EXPECT_EQ(form.Options().LegendPosition(0), -1);
   EXPECT_EQ(QDir(form.Browser().Path()), DirOf(dir));

@@ -44,7 +44,7 @@ TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
     EXPECT_EQ(IdOf(FormatToWrite(c.name)), c.writer) << c.name;
   }
   EXPECT_EQ(FormatToWrite("input.epp")->write, nullptr);
-  EXPECT_EQ(FormatToWrite("input.epp")->notWrittenText, 103);
+  EXPECT_EQ(FormatToWrite("input.epp")->notWrittenText, Text::EpplerNotWritten);
 }
 
 // The patterns of a filter text "Label|pattern|Label|pattern", or of a
@@ -67,9 +67,9 @@ TEST(FormatTable, TheFixedListsNameTheRowsOnThem) {
     std::set<std::string> fixed;
   } cases[] = {
       {kFileList, PatternsOf(kFileListPattern, ';', false)},
-      {kImportFilter, PatternsOf(GetResString(kImportFilterText, kEnglish), '|', true)},
-      {kExportFilter, PatternsOf(GetResString(82, kEnglish), '|', true)},
-      {kCsvExportFilter, PatternsOf(GetResString(kExportFilterText, kGerman), '|', true)},
+      {kImportFilter, PatternsOf(GetResString(Text::ImportFilter, Language::English), '|', true)},
+      {kExportFilter, PatternsOf(GetResString(Text::ExportFilter, Language::English), '|', true)},
+      {kCsvExportFilter, PatternsOf(GetResString(Text::ExportFilterWithCsv, Language::German), '|', true)},
   };
   for (const auto& c : cases)
     EXPECT_EQ(PatternsOf(PatternOfList(c.list), ';', false), c.fixed) << c.list;
@@ -77,7 +77,7 @@ TEST(FormatTable, TheFixedListsNameTheRowsOnThem) {
 }
 
 TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
-  const std::string english = AboutText(kEnglish, AboutReadLines(), AboutWrittenLines());
+  const std::string english = AboutText(Language::English, AboutReadLines(), AboutWrittenLines());
   EXPECT_EQ(english.rfind("Version ", 0), 0u);
   EXPECT_NE(english.find("\r\nThe Tavilo can...\"\r\n...read, display and print\r\n   .XML\tPolar "
                          "Exchange Format\r\n"),
@@ -93,7 +93,7 @@ TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
             std::string::npos);
   EXPECT_EQ(english.find(".EPP"), std::string::npos) << "no Eppler input writer yet";
   EXPECT_NE(english.find("the Tavilo authors"), std::string::npos);
-  const std::string german = AboutText(kGerman, AboutReadLines(), AboutWrittenLines());
+  const std::string german = AboutText(Language::German, AboutReadLines(), AboutWrittenLines());
   EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"),
             std::string::npos);
   EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)

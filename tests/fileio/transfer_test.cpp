@@ -72,19 +72,19 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   const struct {
     const char* name;
     std::string text;
-    int messageId;  // of the one diagnostic of an error
+    Text messageId;  // of the one diagnostic of an error
     bool error, quiet, stoppedEarly;
     int line;
   } cases[] = {
-      {"wing.xml", "<polar-exchange-file/>", 72, true, false, false, 0},
-      {"wing2.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", 76, true, false, false, 0},
-      {"wing.pef", "[Airfoil]\r\nDescription1=A\r\n", 76, true, false, false, 0},
-      {"wild.pol", pol, kOverflowText, true, true, true, 14},
-      {"notes.doc", "", 73, true, false, false, 0},
-      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", 0,
+      {"wing.xml", "<polar-exchange-file/>", Text::NoValidXmlFile, true, false, false, 0},
+      {"wing2.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", Text::NoDataSets, true, false, false, 0},
+      {"wing.pef", "[Airfoil]\r\nDescription1=A\r\n", Text::NoDataSets, true, false, false, 0},
+      {"wild.pol", pol, Text::Overflow, true, true, true, 14},
+      {"notes.doc", "", Text::UnknownFileFormat, true, false, false, 0},
+      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", {},
        false, false, true, 0},
-      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", 0, false, false, false, 0},
-      {"empty.pol", "", 0, false, false, false, 0},  // no points is an error only where asked
+      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", {}, false, false, false, 0},
+      {"empty.pol", "", {}, false, false, false, 0},  // no points is an error only where asked
   };
   for (const auto& c : cases) {
     const std::string path = dir.Write(c.name, c.text);
@@ -100,7 +100,7 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   }
   // The wild number keeps the point before it and is named with its line.
   const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
-  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], kGerman).rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
+  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], Language::German).rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
             0u);
   RecordingUserInterface ui;
   ShowDiagnostics(wild.report, ui);
@@ -187,23 +187,23 @@ TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
   longPolar->Configuration(1)->Polar(1)->SetPoints(std::vector<PolarPoint>(1001, MakePoint(1, 0.5, 0.01)));
   const struct {
     std::vector<std::string> files;  // "a.pef" and "c.pef" good, "b.pef" missing, "e.pef" without polars
-    int language;
+    Language language;
     std::string message;  // "%d" stands for the directory
     MessageIcon icon;
   } cases[] = {
-      {{"a.pef", "e.pef"}, kEnglish, "1 of 2 files could not be converted:\r\ne.pef: File contains no polars!",
+      {{"a.pef", "e.pef"}, Language::English, "1 of 2 files could not be converted:\r\ne.pef: File contains no polars!",
        MessageIcon::Critical},
-      {{"e.pef"}, kGerman, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
+      {{"e.pef"}, Language::German, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
-      {{"a.pef", "b.pef", "c.pef", "e.pef"}, kGerman,
+      {{"a.pef", "b.pef", "c.pef", "e.pef"}, Language::German,
        "2 von 4 Dateien konnten nicht umgewandelt werden:\r\nb.pef: Datei nicht gefunden: %d/b.pef\r\n"
        "e.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
-      {{"long.pef", "e.pef"}, kEnglish,
+      {{"long.pef", "e.pef"}, Language::English,
        "1 of 2 files could not be converted:\r\ne.pef: File contains no polars!\r\n\r\n%d/long.xml holds a polar "
        "of more than 1000 points: readers of the XML format leave out the points past the 1000th.",
        MessageIcon::Critical},
-      {{"long.pef"}, kGerman,
+      {{"long.pef"}, Language::German,
        "%d/long.xml enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach "
        "dem 1000. aus.",
        MessageIcon::Warning},

@@ -79,15 +79,15 @@ Airfoil Read(std::string_view bytes, RecordingUserInterface& ui) {
 TEST(XmlReader, ReportsABadDeclarationAndMissingSetsInTheCurrentLanguage) {
   const struct {
     std::string text;
-    int language;
+    Language language;
     const char* message;
     const char* name;
   } cases[] = {
-      {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", kEnglish,
+      {"<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", Language::English,
        "This is no valid XML file!|Tavilo: Error", "kept"},
-      {"<?XML version=\"1.0\"?>\n<configurations/>", kGerman, "Dies ist keine gültige XML Polarendatei !|Tavilo: Fehler",
+      {"<?XML version=\"1.0\"?>\n<configurations/>", Language::German, "Dies ist keine gültige XML Polarendatei !|Tavilo: Fehler",
        "kept"},
-      {"<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", kGerman,
+      {"<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", Language::German,
        "Datei enthält keine Datensätze!|Tavilo: Fehler", "unknown airfoil"},
   };
   for (const auto& c : cases) {
@@ -170,13 +170,14 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
   const struct {
     std::string body;
     int sets, polars, points;  // read: sets, polars of set 1, points of its polar 1
-    std::vector<int> warnings;
+    std::vector<Text> warnings;
   } cases[] = {
       {set(polar(1000)) + Repeated(999, set("")), 1000, 1, 1000, {}},
-      {set(polar(1003)), 1, 1, 1000, {256}},
-      {set(Repeated(1001, polar(1))), 1, 1000, 1, {255}},
-      {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {254}},
-      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000, {254, 255, 256}},
+      {set(polar(1003)), 1, 1, 1000, {Text::PointsLeftOut}},
+      {set(Repeated(1001, polar(1))), 1, 1000, 1, {Text::PolarsLeftOut}},
+      {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {Text::SetsLeftOut}},
+      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000,
+       {Text::SetsLeftOut, Text::PolarsLeftOut, Text::PointsLeftOut}},
   };
   TempDir dir;
   for (const auto& c : cases) {
@@ -186,11 +187,11 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
     ASSERT_EQ(airfoil.ConfigCount(), c.sets);
     EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), c.polars);
     EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), c.points);
-    std::vector<int> warnings;
+    std::vector<Text> warnings;
     for (const Diagnostic& d : report.diagnostics) {
       warnings.push_back(d.messageId);
       EXPECT_EQ(d.severity, Severity::Warning);
-      EXPECT_EQ(DiagnosticText(d, kEnglish).rfind(path + " holds ", 0), 0u);
+      EXPECT_EQ(DiagnosticText(d, Language::English).rfind(path + " holds ", 0), 0u);
     }
     EXPECT_EQ(warnings, c.warnings) << c.sets << " " << c.polars << " " << c.points;
   }
@@ -214,7 +215,7 @@ TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
     ReadFromXML(back, path);
     EXPECT_EQ(back.Configuration(1)->PolarCount(), c.selected ? 2 : 1) << "written whole";
     if (!c.warned) continue;
-    EXPECT_EQ(DiagnosticText(report.diagnostics[0], kGerman),
+    EXPECT_EQ(DiagnosticText(report.diagnostics[0], Language::German),
               path + " enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach "
                      "dem 1000. aus.");
   }

@@ -83,7 +83,7 @@ TEST(ClCdFrame, DrawsDragGridThenLabelsOnTicksAndTheTitleOnHalos) {
   ASSERT_EQ(surface.Lines(kAxisColor).size(), 1u);  // Cl = 0
   EXPECT_TRUE(surface.Calls(CallKind::Print).empty()) << "texts come later, over the curves";
 
-  DrawClCdTexts(surface, view, "NACA 4412", kEnglish);
+  DrawClCdTexts(surface, view, "NACA 4412", Language::English);
   auto axes = surface.Lines(kAxisColor);
   ASSERT_EQ(axes.size(), 5u);  // then four drag ticks
   auto texts = Written(surface);
@@ -102,7 +102,7 @@ TEST(ClCdFrame, DrawsDragGridThenLabelsOnTicksAndTheTitleOnHalos) {
   EXPECT_EQ(texts[4].text, "Airfoil: NACA 4412");
   EXPECT_EQ(texts[4].x1, 0.025 / 50);
   EXPECT_NEAR(texts[4].y1, -0.5 + 0.2, 1e-12);
-  DrawClCdTexts(surface, view, "E387", kGerman);
+  DrawClCdTexts(surface, view, "E387", Language::German);
   EXPECT_EQ(Written(surface).back().text, "Profil: E387");
 }
 
@@ -113,7 +113,7 @@ TEST(ClCdFrame, ADragLabelThatWouldMeetTheTitleIsLeftOut) {
   for (double height : {600.0, 200.0}) {
     RecordingSurface surface(560, height);
     surface.Scale(view.left, view.top, view.right, view.bottom);
-    DrawClCdTexts(surface, view, "NACA 4412", kEnglish);
+    DrawClCdTexts(surface, view, "NACA 4412", Language::English);
     std::vector<SurfaceCall> texts = Written(surface);
     const SurfaceCall title = texts.back();
     texts.pop_back();

@@ -259,7 +259,7 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
 TEST(PlotViews, TheLiftDragViewPlacesDragLabelsTitleAndLegend) {
   PlotRequest request;
   request.views[Graph::ClCd] = {0.04, 2.0, 0.06, 0.0};
-  request.language = kGerman;
+  request.language = Language::German;
   Graphs g;
   PlotData(MakeAirfoil({1}).get(), request, g.All());
   const RecordingSurface& s = g.clCd;

@@ -101,25 +101,25 @@ TEST(ApproxModel, EachInvalidValueIsRefusedNamingItsField) {
   struct Case {
     ApproxValues values;
     ApproxField field;
-    int messageId;
+    Text messageId;
   };
   const Case cases[] = {
-      {With(CdMin, 0), CdMin, kApproxNotPositiveText},
-      {With(CdExponent, 1), CdExponent, kApproxExponentText},
-      {With(StallRangeClMin, 0), StallRangeClMin, kApproxNotPositiveText},
-      {With(StallRangeClMax, -1), StallRangeClMax, kApproxNotPositiveText},
-      {With(ClMax, 0), ClMax, kApproxNotPositiveText},
-      {With(ClMin, 0.1), ClMin, kApproxNotNegativeText},
-      {With(CdShift, 1.45), CdShift, kApproxShiftOutsideText},
-      {With(CdShift, -1.2), CdShift, kApproxShiftOutsideText},
-      {With(StallCdAtClMax, 0.0065), StallCdAtClMax, kApproxStallCdTooLowText},
-      {With(StallCdAtClMin, 0.001), StallCdAtClMin, kApproxStallCdTooLowText},
-      {With(CdTilt, 0.03), CdTilt, kApproxTiltText},
-      {With(CdTilt, -0.02), CdTilt, kApproxTiltText},
-      {With(ClMax, 10), StallRangeClMax, kApproxStallEndText},
-      {With(AlfaZero, -80), StallRangeClMin, kApproxStallEndText},
-      {With(CdTilt, nan), CdTilt, kApproxNotFiniteText},
-      {With(AlfaZero, INFINITY), AlfaZero, kApproxNotFiniteText},
+      {With(CdMin, 0), CdMin, Text::ApproxNotPositive},
+      {With(CdExponent, 1), CdExponent, Text::ApproxExponentTooLow},
+      {With(StallRangeClMin, 0), StallRangeClMin, Text::ApproxNotPositive},
+      {With(StallRangeClMax, -1), StallRangeClMax, Text::ApproxNotPositive},
+      {With(ClMax, 0), ClMax, Text::ApproxNotPositive},
+      {With(ClMin, 0.1), ClMin, Text::ApproxNotNegative},
+      {With(CdShift, 1.45), CdShift, Text::ApproxShiftOutside},
+      {With(CdShift, -1.2), CdShift, Text::ApproxShiftOutside},
+      {With(StallCdAtClMax, 0.0065), StallCdAtClMax, Text::ApproxStallCdTooLow},
+      {With(StallCdAtClMin, 0.001), StallCdAtClMin, Text::ApproxStallCdTooLow},
+      {With(CdTilt, 0.03), CdTilt, Text::ApproxTiltTooSteep},
+      {With(CdTilt, -0.02), CdTilt, Text::ApproxTiltTooSteep},
+      {With(ClMax, 10), StallRangeClMax, Text::ApproxStallEndsTooLate},
+      {With(AlfaZero, -80), StallRangeClMin, Text::ApproxStallEndsTooLate},
+      {With(CdTilt, nan), CdTilt, Text::ApproxNotFinite},
+      {With(AlfaZero, INFINITY), AlfaZero, Text::ApproxNotFinite},
   };
   for (const Case& c : cases) {
     const std::optional<ApproxProblem> problem = FindApproxProblem(c.values);

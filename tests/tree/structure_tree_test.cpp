@@ -33,7 +33,7 @@ size_t IndexOf(const std::vector<TreeNode>& nodes, std::string_view key) {
 TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
   Airfoil airfoil;
   airfoil.Name = "Clark Y";
-  EXPECT_TRUE(BuildTree(airfoil, kEnglish).empty()) << "no sets, no root";
+  EXPECT_TRUE(BuildTree(airfoil, Language::English).empty()) << "no sets, no root";
   auto set = std::make_shared<Configuration>();
   set->Name = "flap 0";
   set->AddPolar(MakePolar(0, 0, false, {}));
@@ -45,14 +45,14 @@ TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
       {"c 1|p 1", "c 1", "Polar 1, Re=n.a.", false},
       {"c 1|p 2", "c 1", "Polar 2, Re= 500000, tripped", true},
   };
-  std::vector<TreeNode> nodes = BuildTree(airfoil, kEnglish);
+  std::vector<TreeNode> nodes = BuildTree(airfoil, Language::English);
   ASSERT_EQ(nodes.size(), expected.size());
   for (size_t i = 0; i < nodes.size(); ++i) {
     EXPECT_EQ(nodes[i].key + "|" + nodes[i].parentKey + "|" + nodes[i].text,
               expected[i].key + "|" + expected[i].parentKey + "|" + expected[i].text);
     EXPECT_EQ(nodes[i].active, expected[i].active) << nodes[i].key;
   }
-  EXPECT_EQ(BuildTree(airfoil, kGerman)[3].text, "Polare 2, Re= 500000, tripped");
+  EXPECT_EQ(BuildTree(airfoil, Language::German)[3].text, "Polare 2, Re= 500000, tripped");
   EXPECT_EQ(KindOfKey("c 12"), NodeKind::Set);
   EXPECT_EQ(KindOfKey(""), NodeKind::None);
   EXPECT_EQ(SetIndexOfKey("c 12|p 3") * 100 + PolarIndexOfKey("c 12|p 3") * 10 + PolarIndexOfKey("c 12"), 1230);
@@ -61,7 +61,7 @@ TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
 TEST(StructureTree, TogglingAPolarTheRootTwiceAndASetByPrefix) {
   Airfoil airfoil = AirfoilWith(11, 2);
   airfoil.Configuration(1)->Polar(1)->Selected = false;
-  std::vector<TreeNode> nodes = BuildTree(airfoil, kEnglish);
+  std::vector<TreeNode> nodes = BuildTree(airfoil, Language::English);
   ToggleNode(airfoil, nodes, IndexOf(nodes, "c 2|p 1"));
   EXPECT_FALSE(airfoil.Configuration(2)->Polar(1)->Selected);
   EXPECT_TRUE(airfoil.Configuration(2)->Polar(2)->Selected);
