@@ -13,12 +13,6 @@
 
 namespace tavilo {
 
-namespace {
-
-// String ids of the graphs' own texts.
-
-}  // namespace
-
 GraphController::GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
                                  RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent)
     : QObject(parent),

@@ -14,6 +14,7 @@
 #include "main_layout.h"
 #include "plot/print_page.h"
 #include "plotqt/render_context.h"
+#include "strings/language.h"
 
 class QAction;
 class QComboBox;

@@ -110,7 +110,7 @@ class FileAccessError : public RuntimeError {
       : RuntimeError(text, english, arguments) {}
 };
 
-// A string id with no entry in the string table.
+// A text id with no entry in the string table.
 class ResourceError : public RuntimeError {
  public:
   explicit ResourceError(const std::string& what) : RuntimeError(ErrorKind::Resource, "Resource not found: ", what) {}

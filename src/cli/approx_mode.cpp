@@ -8,11 +8,6 @@
 
 namespace tavilo {
 
-namespace {
-
-
-}  // namespace
-
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
                         const std::function<void(const std::string& message)>& skipped, Language language) {
   int written = 0;

@@ -111,9 +111,6 @@ std::string UsageText() {
          kUsageOptions;
 }
 
-// String ids of the converter's own messages.
-// --info's listing: "Airfoil", "Set" and a line per polar.
-
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.
 class Messages {

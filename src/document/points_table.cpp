@@ -12,7 +12,6 @@ namespace tavilo {
 
 namespace {
 
-
 constexpr std::array<std::string_view, kPointColumns> kColumnNames = {"Alfa", "Cl", "Cd", "Cm", "TU", "TL"};
 constexpr std::array<double PolarPoint::*, kPointColumns> kColumnFields = {
     &PolarPoint::Alfa, &PolarPoint::Cl, &PolarPoint::Cd, &PolarPoint::Cm, &PolarPoint::TU, &PolarPoint::TL};

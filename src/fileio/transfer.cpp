@@ -21,7 +21,7 @@ namespace {
 bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF"; }
 
 // The open dialog of Import, which Batch shares, title and the filters of
-// id 62 included, as it always did; Import alone offers every polar file first.
+// Text::ImportFilter included, as it always did; Import alone offers every polar file first.
 FileDialogRequest ImportRequest(Language language, bool allPolarFilesFirst) {
   std::string filter = GetResString(Text::ImportFilter, language);
   if (allPolarFilesFirst) filter = GetResString(Text::AllPolarFiles, language) + "|" + PatternOfList(kAllPolarFiles) + "|" + filter;

@@ -27,10 +27,10 @@ inline constexpr double kDragLabelLift = 0.025;
 void DrawClCdFrame(DrawingSurface& surface, const GraphView& view);
 // Its texts, each on a halo of the background: the drag labels with their
 // ticks rising from the bottom edge, and the title "Airfoil: " + name
-// (string 7 in `language`, 1 English or 2 German; ResourceError for
-// another) near the bottom-left corner. A drag label that would meet the
-// title is left out, and so is one that would touch its neighbour (the
-// labels then stand at a wider step). Leaves the foreground black.
+// (Text::Airfoil in `language`; ResourceError for a language other than
+// English and German) near the bottom-left corner. A drag label that would
+// meet the title is left out, and so is one that would touch its neighbour
+// (the labels then stand at a wider step). Leaves the foreground black.
 void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, Language language);
 // Where DrawClCdTexts writes the title: left, top, right and bottom in values.
 GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,

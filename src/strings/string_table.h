@@ -45,10 +45,10 @@ Text MessageText(const RuntimeError& error);
 // mnemonic "&" ("&&" stands for one "&") and without a closing "...".
 std::string DialogTitle(std::string_view caption);
 
-// "Tavilo: Error" in `language`: string 1, ": ", string 75.
+// "Tavilo: Error" in `language`: Text::ProgramName, ": ", Text::Error.
 std::string ErrorTitle(Language language);
 
-// "Tavilo: Warning" in `language`: string 1, ": ", string 121.
+// "Tavilo: Warning" in `language`: Text::ProgramName, ": ", Text::Warning.
 std::string WarningTitle(Language language);
 
 }  // namespace tavilo
