@@ -204,7 +204,8 @@ void SaveErrorBoxes(tavilo::PEFForm& window, const QString& prefix) {
   notes.close();
   for (const tavilo::Language language : {tavilo::Language::English, tavilo::Language::German}) {
     window.SetLanguage(language);
-    const QString name = prefix + "-error-names-file-" + (language == tavilo::Language::English ? "en" : "de") + ".png";
+    const QString name = prefix + "-error-names-file-" +
+                         (language == tavilo::Language::English ? "en" : "de") + ".png";
     QTimer grabber;
     QObject::connect(&grabber, &QTimer::timeout, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());

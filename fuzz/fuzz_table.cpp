@@ -38,7 +38,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const tavilo::ReadReport report = tavilo::ReadFromTableText(
       airfoil, bytes, "fuzz.txt", [answer](const std::vector<std::string>&) { return answer; });
   bool noPolars = false;
-  for (const tavilo::Diagnostic& diagnostic : report.diagnostics) noPolars = noPolars || diagnostic.messageId == tavilo::Text::NoPolars;
+  for (const tavilo::Diagnostic& diagnostic : report.diagnostics)
+    noPolars = noPolars || diagnostic.messageId == tavilo::Text::NoPolars;
   if (noPolars != (airfoil.ConfigCount() == 0)) __builtin_trap();
   // What was read writes as CSV and reads back point for point.
   if (!noPolars && !report.stoppedEarly) {

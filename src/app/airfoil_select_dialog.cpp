@@ -35,7 +35,9 @@ AirfoilSelectDialog::AirfoilSelectDialog(QWidget* parent) : QDialog(parent) {
   SwitchLanguage(Language::English);
 }
 
-void AirfoilSelectDialog::SwitchLanguage(Language language) { ApplyCaptions(this, AirfoilSelectCaptions(), language); }
+void AirfoilSelectDialog::SwitchLanguage(Language language) {
+  ApplyCaptions(this, AirfoilSelectCaptions(), language);
+}
 
 int AirfoilSelectDialog::SelectedIndex() const {
   const QList<QListWidgetItem*> selected = lstAirfoils_->selectedItems();

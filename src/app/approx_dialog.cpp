@@ -25,9 +25,10 @@ namespace {
 // "Stall Cd at Cl Max:" as it always did, so messages name that field by
 // Text::StallCdAtClMinName instead.
 constexpr std::array<Text, kApproxFieldCount> kFieldLabels = {
-    Text::CdTiltLabel,          Text::StallCdAtClMaxLabel,  Text::StallCdAtClMinLabel, Text::CdShiftLabel,
-    Text::CdExponentLabel,      Text::CdMinLabel,           Text::StallRangeClMinLabel, Text::StallRangeClMaxLabel,
-    Text::ClMaxLabel,           Text::ClMinLabel,           Text::AlfaZeroLabel,
+    Text::CdTiltLabel,          Text::StallCdAtClMaxLabel,  Text::StallCdAtClMinLabel,
+    Text::CdShiftLabel,         Text::CdExponentLabel,      Text::CdMinLabel,
+    Text::StallRangeClMinLabel, Text::StallRangeClMaxLabel, Text::ClMaxLabel,
+    Text::ClMinLabel,           Text::AlfaZeroLabel,
 };
 
 // Enough digits to read a fitted value, few enough to read it at a glance.
@@ -121,9 +122,10 @@ void ApproxDialog::SwitchLanguage(Language language) {
 void ApproxDialog::UpdateFitButton() { fit_->setEnabled(polar_ && polar_() != nullptr); }
 
 std::string ApproxDialog::FieldName(ApproxField field) const {
-  std::string name = GetResString(
-      field == ApproxField::StallCdAtClMin ? Text::StallCdAtClMinName : kFieldLabels[static_cast<size_t>(field)],
-      ui_.Language());
+  std::string name =
+      GetResString(field == ApproxField::StallCdAtClMin ? Text::StallCdAtClMinName
+                                                        : kFieldLabels[static_cast<size_t>(field)],
+                   ui_.Language());
   if (!name.empty() && name.back() == ':') name.pop_back();
   return name;
 }
@@ -143,7 +145,8 @@ std::optional<ApproxValues> ApproxDialog::ReadValues() {
     const std::string text = fields_[i]->text().toStdString();
     const std::optional<double> number = WholeNumber(text);
     if (!number) {
-      ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(), {FieldName(ApproxFieldAt(i)), text}));
+      ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(),
+                                {FieldName(ApproxFieldAt(i)), text}));
       fields_[i]->setFocus();
       return std::nullopt;
     }
@@ -205,15 +208,16 @@ void ApproxDialog::FitToPolar() {
   SetValues(fit.values);
   const Language language = ui_.Language();
   std::string text = FormatResString(Text::ApproxFitted, language,
-                                     {FormatNumber(fit.errors.points, "0"), SixDigits(fit.errors.rmsCl),
-                                      SixDigits(fit.errors.rmsCd)});
+                                     {FormatNumber(fit.errors.points, "0"),
+                                      SixDigits(fit.errors.rmsCl), SixDigits(fit.errors.rmsCd)});
   std::string estimated;
   for (int i = 0; i < kApproxFieldCount; ++i) {
     if (!fit.estimated[i]) continue;
     if (!estimated.empty()) estimated += ", ";
     estimated += FieldName(ApproxFieldAt(i));
   }
-  if (!estimated.empty()) text += "\n" + FormatResString(Text::ApproxEstimated, language, {estimated});
+  if (!estimated.empty())
+    text += "\n" + FormatResString(Text::ApproxEstimated, language, {estimated});
   SetStatus(text);
 }
 

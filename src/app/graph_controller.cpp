@@ -40,8 +40,10 @@ GraphController::GraphController(const GraphWidgets& graphs, DocumentController&
 
 void GraphController::SwitchLanguage(Language language) {
   for (GraphWidget* widget : widgets_) {
-    widget->findChild<QAction*>("mnuGraphCopy")->setText(QString::fromStdString(GetResString(Text::CopyPicture, language)));
-    widget->findChild<QAction*>("mnuGraphSave")->setText(QString::fromStdString(GetResString(Text::SavePicture, language)));
+    widget->findChild<QAction*>("mnuGraphCopy")
+        ->setText(QString::fromStdString(GetResString(Text::CopyPicture, language)));
+    widget->findChild<QAction*>("mnuGraphSave")
+        ->setText(QString::fromStdString(GetResString(Text::SavePicture, language)));
   }
 }
 
@@ -109,8 +111,8 @@ std::string GraphController::ChoosePictureFile(Text captionId) {
 
 void GraphController::ShowWriteError(const std::string& path, const std::string& error) {
   const Language language = ui_.Language();
-  ui_.ShowMessage(FormatResString(Text::PictureNotWritten, language, {path}) + "\r\n" + error, ErrorTitle(language),
-                  MessageIcon::Critical);
+  ui_.ShowMessage(FormatResString(Text::PictureNotWritten, language, {path}) + "\r\n" + error,
+                  ErrorTitle(language), MessageIcon::Critical);
 }
 
 // Pictures are made at the screen's density, so that they are as sharp as

@@ -141,18 +141,22 @@ PEFForm::~PEFForm() = default;
 
 double PEFForm::Dpi() const { return logicalDpiY() > 0 ? logicalDpiY() : 96.0; }
 
-tavilo::Language PEFForm::Language() const { return ui_->Language(); }
+tavilo::Language PEFForm::Language() const {
+  return ui_->Language();
+}
 
 void PEFForm::SwitchLanguage() {
   const tavilo::Language language = Language();
   ApplyCaptions(this, MainWindowCaptions(), language);
-  findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
+  findChild<QAction*>("mnuBatch")
+      ->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
   auto text = [language](Text id) { return QString::fromStdString(GetResString(id, language)); };
   findChild<QMenu*>("mnuView")->setTitle(text(Text::ViewMenu));
-  const std::pair<const char*, Text> later[] = {
-      {"mnuFilePrintPreview", Text::PrintPreview}, {"mnuFileSaveGraphs", Text::SaveGraphsAs},
-      {"mnuViewAxisNumbers", Text::AxisNumbers},   {"mnuViewReadableColors", Text::ReadableColours},
-      {"mnuViewResetZoom", Text::ResetZoom}};
+  const std::pair<const char*, Text> later[] = {{"mnuFilePrintPreview", Text::PrintPreview},
+                                                {"mnuFileSaveGraphs", Text::SaveGraphsAs},
+                                                {"mnuViewAxisNumbers", Text::AxisNumbers},
+                                                {"mnuViewReadableColors", Text::ReadableColours},
+                                                {"mnuViewResetZoom", Text::ResetZoom}};
   for (const auto& [name, id] : later) findChild<QAction*>(name)->setText(text(id));
   graphController_->SwitchLanguage(language);
   InstallQtTranslation(qtTranslator_, language);

@@ -24,7 +24,9 @@ namespace tavilo {
 
 namespace {
 
-QString FromUtf8(const std::string& text) { return QString::fromStdString(text); }
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // The text of the tree node `key` of `airfoil` ("Polar 2, Re= 200000").
 std::string NodeText(const Airfoil& airfoil, const std::string& key, Language language) {
@@ -122,15 +124,17 @@ void PointsWindow::SwitchLanguage() {
   const Airfoil& airfoil = document_.Current();
   const std::string key = KeyOfPolar(airfoil, Polar().get());
   const std::string setKey = key.substr(0, key.find('|'));
-  setWindowTitle(FromUtf8(FormatResString(Text::PointsTitle, language, {NodeText(airfoil, key, language),
-                                                      NodeText(airfoil, setKey, language)})));
+  setWindowTitle(FromUtf8(
+      FormatResString(Text::PointsTitle, language,
+                      {NodeText(airfoil, key, language), NodeText(airfoil, setKey, language)})));
   addRow_->setText(FromUtf8(GetResString(Text::AddRow, language)));
   deleteRows_->setText(FromUtf8(GetResString(Text::DeleteRows, language)));
   const std::pair<const char*, Text> captions[] = {{"mnuPointsAddRow", Text::AddRow},
                                                    {"mnuPointsDeleteRows", Text::DeleteRows},
                                                    {"mnuPointsCopy", Text::PolarMenuCopy},
                                                    {"mnuPointsPaste", Text::PolarMenuPaste}};
-  for (const auto& [name, id] : captions) table_->findChild<QAction*>(name)->setText(FromUtf8(GetResString(id, language)));
+  for (const auto& [name, id] : captions)
+    table_->findChild<QAction*>(name)->setText(FromUtf8(GetResString(id, language)));
 }
 
 std::vector<int> PointsWindow::SelectedRows() const {

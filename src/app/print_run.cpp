@@ -84,8 +84,8 @@ void PEFForm::RunPrint(QPrinter& printer) {
   statusBar()->showMessage(QString::fromStdString(GetResString(Text::Ready, Language())));
   if (ran && !printed) {
     const QString where = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-    ui_->ShowMessage(FormatResString(Text::PageNotPrinted, Language(), {where.toStdString()}), ErrorTitle(Language()),
-                     MessageIcon::Critical);
+    ui_->ShowMessage(FormatResString(Text::PageNotPrinted, Language(), {where.toStdString()}),
+                     ErrorTitle(Language()), MessageIcon::Critical);
   }
 }
 
@@ -95,7 +95,8 @@ void PEFForm::PrintPreview() {
   SetUpPrinter(printer, document_->Current());
   QPrintPreviewDialog preview(&printer, this);
   preview.setObjectName("PrintPreview");
-  preview.setWindowTitle(QString::fromStdString(DialogTitle(GetResString(Text::PrintPreview, Language()))));
+  preview.setWindowTitle(
+      QString::fromStdString(DialogTitle(GetResString(Text::PrintPreview, Language()))));
   connect(&preview, &QPrintPreviewDialog::paintRequested, this,
           [this](QPrinter* target) { RunGuarded(*ui_, [&] { PaintOn(*target); }); });
   preview.exec();

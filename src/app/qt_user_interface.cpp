@@ -18,7 +18,9 @@ namespace tavilo {
 
 namespace {
 
-QString FromUtf8(const std::string& text) { return QString::fromStdString(text); }
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 QMessageBox::Icon BoxIcon(MessageIcon icon) {
   switch (icon) {
@@ -93,7 +95,8 @@ std::vector<std::string> QtUserInterface::ChooseFiles(const FileDialogRequest& r
 
 std::vector<std::string> QtUserInterface::RunFileDialog(const FileDialogRequest& request, bool several) {
   const QString filter = QtFileFilter(request.filter);
-  QFileDialog dialog(window_, FromUtf8(request.title), dialogDirectory_ ? dialogDirectory_() : QString(), filter);
+  QFileDialog dialog(window_, FromUtf8(request.title),
+                     dialogDirectory_ ? dialogDirectory_() : QString(), filter);
   dialog.setObjectName("CMDialog");
   // Qt's own dialog speaks the program's language; a native one would not.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -134,7 +137,9 @@ int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {
   return dialog.Choose(names, Language());
 }
 
-void QtUserInterface::SetStatusText(const std::string& text) { status_->showMessage(FromUtf8(text)); }
+void QtUserInterface::SetStatusText(const std::string& text) {
+  status_->showMessage(FromUtf8(text));
+}
 
 void QtUserInterface::FlashStatusText(const std::string& text, int milliseconds) {
   const QString shown = FromUtf8(text);
@@ -144,9 +149,13 @@ void QtUserInterface::FlashStatusText(const std::string& text, int milliseconds)
   });
 }
 
-void QtUserInterface::SetWindowTitle(const std::string& title) { window_->setWindowTitle(FromUtf8(title)); }
+void QtUserInterface::SetWindowTitle(const std::string& title) {
+  window_->setWindowTitle(FromUtf8(title));
+}
 
-void QtUserInterface::SetAirfoilName(const std::string& name) { airfoilName_->setText(FromUtf8(name)); }
+void QtUserInterface::SetAirfoilName(const std::string& name) {
+  airfoilName_->setText(FromUtf8(name));
+}
 
 void QtUserInterface::SetBusy(bool busy) {
   if (busy) {

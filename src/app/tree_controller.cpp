@@ -20,8 +20,9 @@ namespace tavilo {
 
 namespace {
 
-QString FromUtf8(const std::string& text) { return QString::fromStdString(text); }
-
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // The mouse button numbers the tree's tag has always held.
 int ButtonNumber(Qt::MouseButton button) {
@@ -212,13 +213,18 @@ void TreeController::EditName() {
     const Airfoil& airfoil = document.Current();
     const NodeKind kind = KindOfKey(key);
     if (kind == NodeKind::Root) {
-      document.RenameAirfoil(ui_.InputBox(text(Text::EnterAirfoilName), text(Text::ChangeAirfoilName), FromUtf8(airfoil.Name)).toStdString());
+      document.RenameAirfoil(ui_.InputBox(text(Text::EnterAirfoilName),
+                                          text(Text::ChangeAirfoilName), FromUtf8(airfoil.Name))
+                                 .toStdString());
     } else if (kind != NodeKind::None) {
       const int setIndex = SetIndexOfKey(key);
       ConfigurationPtr set = airfoil.Configuration(setIndex);
       if (!set) return;
       if (kind == NodeKind::Set) {
-        document.RenameSet(setIndex, ui_.InputBox(text(Text::EnterSetDescription), text(Text::ChangeSetDescription), FromUtf8(set->Name)).toStdString());
+        document.RenameSet(setIndex,
+                           ui_.InputBox(text(Text::EnterSetDescription),
+                                        text(Text::ChangeSetDescription), FromUtf8(set->Name))
+                               .toStdString());
       } else if (PolarPtr polar = set->Polar(PolarIndexOfKey(key))) {
         document.SetPolarProperties(setIndex, PolarIndexOfKey(key),
                                     polarProps_->Edit(PropertiesOf(*polar), title, language));
@@ -247,6 +253,8 @@ void TreeController::EditPoints() {
   if (KindOfKey(key.toStdString()) == NodeKind::Polar) emit PointsRequested(key);
 }
 
-void TreeController::SwitchLanguage(Language language) { polarProps_->SwitchLanguage(language); }
+void TreeController::SwitchLanguage(Language language) {
+  polarProps_->SwitchLanguage(language);
+}
 
 }  // namespace tavilo

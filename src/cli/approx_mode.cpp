@@ -9,7 +9,8 @@
 namespace tavilo {
 
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
-                        const std::function<void(const std::string& message)>& skipped, Language language) {
+                        const std::function<void(const std::string& message)>& skipped,
+                        Language language) {
   int written = 0;
   int ordinal = 0;  // of the polar in the file, as the skip message names it
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
@@ -21,9 +22,10 @@ int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
       try {
         fit = FitApproximation(polar);
       } catch (const ApproxTooFewPointsError&) {
-        skipped(FormatResString(Text::ApproxPolarSkipped, language,
-                                {ShortestNumberText(ordinal), ShortestNumberText(polar.ReynoldsNumber),
-                                 ShortestNumberText(polar.MachNumber)}));
+        skipped(
+            FormatResString(Text::ApproxPolarSkipped, language,
+                            {ShortestNumberText(ordinal), ShortestNumberText(polar.ReynoldsNumber),
+                             ShortestNumberText(polar.MachNumber)}));
         continue;
       }
       ++written;

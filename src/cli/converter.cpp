@@ -242,7 +242,8 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
   return std::nullopt;
 }
 
-void PrintInfo(const std::string& input, const Airfoil& airfoil, Language language, std::ostream& out) {
+void PrintInfo(const std::string& input, const Airfoil& airfoil, Language language,
+               std::ostream& out) {
   const FileFormat* format = FormatToRead(input);
   if (format != nullptr && format->airfoilNames != nullptr) {
     const std::vector<std::string> names = format->airfoilNames(ReadFileBytes(input));
@@ -259,8 +260,8 @@ void PrintInfo(const std::string& input, const Airfoil& airfoil, Language langua
       const Polar& polar = *set.Polar(j);
       out << "  "
           << FormatResString(Text::PolarLine, language,
-                             {NumberText(j), NumberText(polar.ReynoldsNumber), NumberText(polar.MachNumber),
-                              FormatNumber(polar.PointCount(), "0")});
+                             {NumberText(j), NumberText(polar.ReynoldsNumber),
+                              NumberText(polar.MachNumber), FormatNumber(polar.PointCount(), "0")});
       if (!polar.Name.empty()) out << ", " << polar.Name;
       out << '\n';
     }
@@ -323,10 +324,12 @@ class Reader {
     }
     const int count = static_cast<int>(format->airfoilNames(ReadFileBytes(path)).size());
     if (*options_.airfoil > std::max(count, 1)) {
-      throw LateUsageError{FormatResString(Text::AirfoilPastEnd, language,
-                                           {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
+      throw LateUsageError{
+          FormatResString(Text::AirfoilPastEnd, language,
+                          {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
     }
-    if (count < 2) messages_.Warning(FormatResString(Text::AirfoilIgnoredSingle, language, {path}), path);
+    if (count < 2)
+      messages_.Warning(FormatResString(Text::AirfoilIgnoredSingle, language, {path}), path);
   }
 
   const Options& options_;
@@ -386,7 +389,9 @@ int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, M
   argv.push_back(nullptr);
   out.flush();
   ::execv(renderer.c_str(), argv.data());
-  messages.Error(FormatResString(Text::RendererNotStarted, messages.Language(), {renderer, std::strerror(errno)}), "");
+  messages.Error(FormatResString(Text::RendererNotStarted, messages.Language(),
+                                 {renderer, std::strerror(errno)}),
+                 "");
   return kExitFileError;
 }
 #endif

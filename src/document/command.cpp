@@ -81,7 +81,8 @@ std::string StepName(const Command& command, Language language) {
   std::string argument = NodeName(command.Subject(), language);
   if (files.size() == 1) argument = FileNameOnly(files.front());
   if (files.size() > 1)
-    argument = FormatResString(Text::FileCount, language, {FormatNumber(static_cast<double>(files.size()), "0")});
+    argument = FormatResString(Text::FileCount, language,
+                               {FormatNumber(static_cast<double>(files.size()), "0")});
   for (const auto& [kind, id] : kTexts) {
     if (kind == command.Kind()) return FormatResString(id, language, {argument});
   }

@@ -29,11 +29,12 @@ enum class NameTest {
 
 // The fixed lists a name is on, as bits.
 enum FormatList : unsigned {
-  kFileList = 1u << 0,         // the main window's file list, kFileListPattern
-  kAllPolarFiles = 1u << 1,    // Import's first filter, after Text::AllPolarFiles
-  kImportFilter = 1u << 2,     // Import's and Batch's filter text, Text::ImportFilter
-  kExportFilter = 1u << 3,     // the export filter text of old, Text::ExportFilter
-  kCsvExportFilter = 1u << 4,  // Export's filter text, Text::ExportFilterWithCsv: the old one and the CSV table
+  kFileList = 1u << 0,       // the main window's file list, kFileListPattern
+  kAllPolarFiles = 1u << 1,  // Import's first filter, after Text::AllPolarFiles
+  kImportFilter = 1u << 2,   // Import's and Batch's filter text, Text::ImportFilter
+  kExportFilter = 1u << 3,   // the export filter text of old, Text::ExportFilter
+  kCsvExportFilter =
+      1u << 4,  // Export's filter text, Text::ExportFilterWithCsv: the old one and the CSV table
 };
 
 // The file list's pattern is fixed text: ".txt" (Eppler output) and MSES

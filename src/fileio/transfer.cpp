@@ -24,7 +24,9 @@ bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF";
 // Text::ImportFilter included, as it always did; Import alone offers every polar file first.
 FileDialogRequest ImportRequest(Language language, bool allPolarFilesFirst) {
   std::string filter = GetResString(Text::ImportFilter, language);
-  if (allPolarFilesFirst) filter = GetResString(Text::AllPolarFiles, language) + "|" + PatternOfList(kAllPolarFiles) + "|" + filter;
+  if (allPolarFilesFirst)
+    filter = GetResString(Text::AllPolarFiles, language) + "|" + PatternOfList(kAllPolarFiles) +
+             "|" + filter;
   return {FileDialogKind::Open, GetResString(Text::ImportTitle, language), filter, false};
 }
 
@@ -41,8 +43,8 @@ bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterf
                    MessageIcon::Information);
     return false;
   }
-  ui.ShowMessage(GetResString(Text::UnknownFileFormat, ui.Language()) + "\r\n'" + fileName + "'", ErrorTitle(ui.Language()),
-                 MessageIcon::Critical);
+  ui.ShowMessage(GetResString(Text::UnknownFileFormat, ui.Language()) + "\r\n'" + fileName + "'",
+                 ErrorTitle(ui.Language()), MessageIcon::Critical);
   return false;
 }
 
@@ -70,8 +72,8 @@ void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, 
 
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
   const Language language = ui.Language();
-  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(Text::Polar, language), GetResString(Text::ExportFilterWithCsv, language),
-                            true};
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(Text::Polar, language),
+                            GetResString(Text::ExportFilterWithCsv, language), true};
   const std::string fileName = ui.ChooseFile(request);
   if (fileName.empty()) return false;
   ExportAirfoil(airfoil, fileName, ui);
@@ -189,8 +191,12 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
 }
 
 std::string BatchFailuresText(int failed, int total, Language language) {
-  if (failed != 1) return FormatResString(Text::FilesNotConverted, language, {FormatNumber(failed, "0"), FormatNumber(total, "0")});
-  return total == 1 ? GetResString(Text::OneFileNotConverted, language) : FormatResString(Text::OneOfFilesNotConverted, language, {"1", FormatNumber(total, "0")});
+  if (failed != 1)
+    return FormatResString(Text::FilesNotConverted, language,
+                           {FormatNumber(failed, "0"), FormatNumber(total, "0")});
+  return total == 1 ? GetResString(Text::OneFileNotConverted, language)
+                    : FormatResString(Text::OneOfFilesNotConverted, language,
+                                      {"1", FormatNumber(total, "0")});
 }
 
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {

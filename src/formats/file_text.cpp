@@ -93,7 +93,8 @@ mode_t ProcessUmask() {
 // Text::CannotRead, Text::CannotWrite or Text::CannotReplace.
 FileAccessError SystemRefused(Text messageId, const std::string& path, int error) {
   const std::string reason = std::strerror(error);
-  return FileAccessError(messageId, FormatResString(messageId, Language::English, {path, reason}), {path, reason});
+  return FileAccessError(messageId, FormatResString(messageId, Language::English, {path, reason}),
+                         {path, reason});
 }
 
 }  // namespace

@@ -113,7 +113,8 @@ WriteReport WriteToXML(const Airfoil& airfoil, const std::string& path) {
     for (int j = 1; j <= config.PolarCount(); ++j) {
       const Polar& polar = *config.Polar(j);
       if (polar.Selected && polar.PointCount() > kMaxItems) {
-        report.diagnostics.push_back({Severity::Warning, Text::LongPolarWritten, {}, false, path, 0});
+        report.diagnostics.push_back(
+            {Severity::Warning, Text::LongPolarWritten, {}, false, path, 0});
         return report;
       }
     }
@@ -377,8 +378,9 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
     airfoil.AddConfiguration(config);
   }
   ReadReport report;
-  for (const auto& [left, id] : {std::pair{leftOut.sets, Text::SetsLeftOut}, std::pair{leftOut.polars, Text::PolarsLeftOut},
-                                 std::pair{leftOut.points, Text::PointsLeftOut}})
+  for (const auto& [left, id] :
+       {std::pair{leftOut.sets, Text::SetsLeftOut}, std::pair{leftOut.polars, Text::PolarsLeftOut},
+        std::pair{leftOut.points, Text::PointsLeftOut}})
     if (left) report.diagnostics.push_back({Severity::Warning, id, {}, false, {}, 0});
   return report;
 }

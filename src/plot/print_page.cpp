@@ -255,9 +255,12 @@ struct FooterFields {
 
 std::string MachText(double mach) { return std::string(TrimLeadingBlanks(NumberText(mach))); }
 
-FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries, Language language) {
-  double set = page.TextWidth(GetResString(Text::SetHeading, language)), polar = page.TextWidth(GetResString(Text::PolarHeading, language));
-  double re = page.TextWidth(GetResString(Text::ReynoldsHeading, language)), mach = page.TextWidth(GetResString(Text::MachHeading, language));
+FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries,
+                           Language language) {
+  double set = page.TextWidth(GetResString(Text::SetHeading, language)),
+         polar = page.TextWidth(GetResString(Text::PolarHeading, language));
+  double re = page.TextWidth(GetResString(Text::ReynoldsHeading, language)),
+         mach = page.TextWidth(GetResString(Text::MachHeading, language));
   double points = page.TextWidth(GetResString(Text::PointsHeading, language));
   for (const ListEntry& entry : entries) {
     set = std::max(set, page.TextWidth(entry.set->Name));
@@ -487,7 +490,8 @@ void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurfac
   page.SetFontSize(kHeadingPoints);
   const PageRect& heading = layout.page.heading;
   PrintAt(page, heading.left, heading.top,
-          Fit(page, GetResString(Text::Airfoil, request.language) + ": " + airfoil.Name, heading.Width()));
+          Fit(page, GetResString(Text::Airfoil, request.language) + ": " + airfoil.Name,
+              heading.Width()));
   for (Graph g : kGraphs)
     DrawGraphFrame(page, layout.plans[g], layout.page.graphs[g], request.options.grid);
   DrawCurves(page, layout, request.readableColors);

@@ -214,8 +214,8 @@ QByteArray Encode(PictureFormat format, const QSizeF& size, double pixelRatio, c
   return bytes;
 }
 
-bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio, const QString& title,
-                  const Paint& paint, Language language, std::string* error) {
+bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio,
+                  const QString& title, const Paint& paint, Language language, std::string* error) {
   const PictureFormat format = FormatOf(path);
   if (format == PictureFormat::Unknown) {
     if (error) *error = GetResString(Text::UnknownFileFormat, language) + "\r\n'" + path + "'";

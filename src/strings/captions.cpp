@@ -112,13 +112,15 @@ std::span<const Caption> OptionsCaptions() { return kOptions; }
 std::span<const Caption> ApproxCaptions() { return kApprox; }
 std::span<const Caption> PolarPropsCaptions() { return kPolarProps; }
 
-std::string AboutText(Language language, std::span<const Text> readLines, std::span<const Text> writtenLines) {
+std::string AboutText(Language language, std::span<const Text> readLines,
+                      std::span<const Text> writtenLines) {
   const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_PATCH, "0");
   // Extension and description are separated by a tab so the descriptions
   // line up.
-  std::vector<std::string> lines = {"Version " + version, GetResString(Text::AboutProgramCan, language),
+  std::vector<std::string> lines = {"Version " + version,
+                                    GetResString(Text::AboutProgramCan, language),
                                     GetResString(Text::AboutReads, language)};
   for (Text id : readLines) lines.push_back(GetResString(id, language));
   lines.push_back(GetResString(Text::AboutRenameFiles, language));

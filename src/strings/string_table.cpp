@@ -394,7 +394,8 @@ const std::string& ResourceString(int key) {
   throw ResourceError(std::to_string(key));
 }
 
-std::string FormatResString(Text id, Language language, std::initializer_list<std::string_view> arguments) {
+std::string FormatResString(Text id, Language language,
+                            std::initializer_list<std::string_view> arguments) {
   const std::string& pattern = GetResString(id, language);
   std::string text;
   for (size_t k = 0; k < pattern.size(); ++k) {
@@ -418,13 +419,20 @@ const std::string& GetResString(Text id, Language language) {
 
 Text MessageText(const RuntimeError& error) {
   switch (error.Kind()) {
-    case ErrorKind::FileNotFound: return Text::FileNotFound;
-    case ErrorKind::Subscript: return Text::SubscriptOutOfRange;
-    case ErrorKind::Overflow: return Text::Overflow;
-    case ErrorKind::DivisionByZero: return Text::DivisionByZero;
-    case ErrorKind::Resource: return Text::ResourceNotFound;
-    case ErrorKind::Named: return error.NamedText();
-    case ErrorKind::Unexpected: break;
+    case ErrorKind::FileNotFound:
+      return Text::FileNotFound;
+    case ErrorKind::Subscript:
+      return Text::SubscriptOutOfRange;
+    case ErrorKind::Overflow:
+      return Text::Overflow;
+    case ErrorKind::DivisionByZero:
+      return Text::DivisionByZero;
+    case ErrorKind::Resource:
+      return Text::ResourceNotFound;
+    case ErrorKind::Named:
+      return error.NamedText();
+    case ErrorKind::Unexpected:
+      break;
   }
   return Text::UnexpectedError;
 }
@@ -432,12 +440,15 @@ Text MessageText(const RuntimeError& error) {
 std::string ErrorText(const std::exception& error, Language language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
     const std::vector<std::string>& arguments = runtime->Arguments();
-    std::string text = FormatResString(MessageText(*runtime), language,
-                                       {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
-    return runtime->File().empty() || !namingFile ? text
-                                                  : FormatResString(Text::FileAndMessage, language, {runtime->File(), text});
+    std::string text =
+        FormatResString(MessageText(*runtime), language,
+                        {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
+    return runtime->File().empty() || !namingFile
+               ? text
+               : FormatResString(Text::FileAndMessage, language, {runtime->File(), text});
   }
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(Text::OutOfMemory, language);
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+    return GetResString(Text::OutOfMemory, language);
   return FormatResString(Text::UnexpectedError, language, {error.what()});
 }
 

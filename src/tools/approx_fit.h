@@ -43,7 +43,8 @@ inline constexpr int kApproxFitMinPoints = 5;
 class ApproxTooFewPointsError : public RuntimeError {
  public:
   ApproxTooFewPointsError()
-      : RuntimeError(Text::ApproxTooFewPoints, "Too few points for an approximation: ", "fewer than five") {}
+      : RuntimeError(Text::ApproxTooFewPoints,
+                     "Too few points for an approximation: ", "fewer than five") {}
 };
 
 // Fits the model to the usable points of `polar` in any order. A few wild

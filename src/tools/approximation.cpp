@@ -32,7 +32,8 @@ double LiftRun(double cl) { return std::fabs(cl) / kApproxLiftSlope; }
 std::optional<ApproxProblem> FindFieldProblem(const ApproxValues& v) {
   using enum ApproxField;
   for (int i = 0; i < kApproxFieldCount; ++i)
-    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), Text::ApproxNotFinite};
+    if (!std::isfinite(v[ApproxFieldAt(i)]))
+      return ApproxProblem{ApproxFieldAt(i), Text::ApproxNotFinite};
   if (!(v.cdExponent > 1)) return ApproxProblem{CdExponent, Text::ApproxExponentTooLow};
   if (!(v.cdMin > 0)) return ApproxProblem{CdMin, Text::ApproxNotPositive};
   if (!(v.stallRangeClMin > 0)) return ApproxProblem{StallRangeClMin, Text::ApproxNotPositive};
@@ -52,9 +53,12 @@ std::string_view ApproxFieldName(ApproxField field) { return kFieldNames[static_
 std::optional<ApproxProblem> FindApproxProblem(const ApproxValues& v) {
   using enum ApproxField;
   if (auto problem = FindFieldProblem(v)) return problem;
-  if (!(v.cdShift > v.clMin && v.cdShift < v.clMax)) return ApproxProblem{CdShift, Text::ApproxShiftOutside};
-  if (!(v.stallCdAtClMax > v.cdMin)) return ApproxProblem{StallCdAtClMax, Text::ApproxStallCdTooLow};
-  if (!(v.stallCdAtClMin > v.cdMin)) return ApproxProblem{StallCdAtClMin, Text::ApproxStallCdTooLow};
+  if (!(v.cdShift > v.clMin && v.cdShift < v.clMax))
+    return ApproxProblem{CdShift, Text::ApproxShiftOutside};
+  if (!(v.stallCdAtClMax > v.cdMin))
+    return ApproxProblem{StallCdAtClMax, Text::ApproxStallCdTooLow};
+  if (!(v.stallCdAtClMin > v.cdMin))
+    return ApproxProblem{StallCdAtClMin, Text::ApproxStallCdTooLow};
   // The power term must add drag towards both stall drags; a tilt that
   // alone climbs past one of them would turn the bucket upside down there.
   if (!(v.stallCdAtClMax - v.cdMin - v.cdTilt * (v.clMax - v.cdShift) > 0) ||
