@@ -160,7 +160,7 @@ void SaveApproximationOf(tavilo::PEFForm& window, const QString& name, const std
 // values to estimate, in German, whose texts are the longest: it must wrap
 // and show in full at the dialog's own size.
 void SaveApproximationReport(tavilo::PEFForm& window, const QString& prefix, const std::string& file) {
-  window.SetLanguage(tavilo::kGerman);
+  window.SetLanguage(tavilo::Language::German);
   window.Document().OpenFile(file);
   auto* tree = window.findChild<QTreeWidget*>("TreeView1");
   tree->setCurrentItem(tree->topLevelItem(0)->child(0)->child(0));
@@ -171,7 +171,7 @@ void SaveApproximationReport(tavilo::PEFForm& window, const QString& prefix, con
   QApplication::processEvents();
   Save(dialog, prefix + "-approx-report-de.png");
   dialog->hide();
-  window.SetLanguage(tavilo::kEnglish);
+  window.SetLanguage(tavilo::Language::English);
 }
 
 // The points table of the first polar over the window with one cell
@@ -201,14 +201,14 @@ void SavePointsAndUndo(tavilo::PEFForm& window, const QString& prefix) {
     }
     edit->hide();
   }
-  for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
+  for (const tavilo::Language language : {tavilo::Language::English, tavilo::Language::German}) {
     window.SetLanguage(language);
     edit->popup(window.mapToGlobal(QPoint(60, 30)));
     QApplication::processEvents();
-    Save(edit, prefix + "-undo-" + (language == tavilo::kEnglish ? "en" : "de") + ".png");
+    Save(edit, prefix + "-undo-" + (language == tavilo::Language::English ? "en" : "de") + ".png");
     edit->hide();
   }
-  window.SetLanguage(tavilo::kEnglish);
+  window.SetLanguage(tavilo::Language::English);
 }
 
 // The box that a file without polars brings up, naming the file, in both
@@ -220,9 +220,10 @@ void SaveErrorBoxes(tavilo::PEFForm& window, const QString& prefix) {
   if (!notes.open(QIODevice::WriteOnly)) return;
   notes.write("Measured on Tuesday; the table follows by mail.\n");
   notes.close();
-  for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
+  for (const tavilo::Language language : {tavilo::Language::English, tavilo::Language::German}) {
     window.SetLanguage(language);
-    const QString name = prefix + "-error-names-file-" + (language == tavilo::kEnglish ? "en" : "de") + ".png";
+    const QString name = prefix + "-error-names-file-" +
+                         (language == tavilo::Language::English ? "en" : "de") + ".png";
     QTimer grabber;
     QObject::connect(&grabber, &QTimer::timeout, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -234,7 +235,7 @@ void SaveErrorBoxes(tavilo::PEFForm& window, const QString& prefix) {
     grabber.start(20);
     window.Document().ImportFiles({path.toStdString()});
   }
-  window.SetLanguage(tavilo::kEnglish);
+  window.SetLanguage(tavilo::Language::English);
 }
 
 }  // namespace
@@ -254,13 +255,13 @@ int main(int argc, char** argv) {
   tavilo::PEFForm window;
   window.resize(1280, 860);
   window.show();
-  for (const int language : {tavilo::kEnglish, tavilo::kGerman}) {
+  for (const tavilo::Language language : {tavilo::Language::English, tavilo::Language::German}) {
     window.SetLanguage(language);
     window.Document().OpenFile(file.absoluteFilePath().toStdString());
     PointAt(window.findChild<QWidget*>("ClCdPicture"), QPointF(0.4, 0.3));
     PointAt(window.findChild<QWidget*>("ClAlfaPicture"), QPointF(0.45, 0.55));
     QApplication::processEvents();
-    const QString suffix = language == tavilo::kEnglish ? "en" : "de";
+    const QString suffix = language == tavilo::Language::English ? "en" : "de";
     Save(&window, prefix + "-main-" + suffix + ".png");
     auto* tabs = window.findChild<QTabWidget*>("theTabStrip");
     for (int tab = 1; tab < tabs->count(); ++tab) {
@@ -277,7 +278,7 @@ int main(int argc, char** argv) {
       dialog->hide();
     }
   }
-  window.SetLanguage(tavilo::kEnglish);
+  window.SetLanguage(tavilo::Language::English);
   window.Document().OpenFile(file.absoluteFilePath().toStdString());
   // The smallest window: every control and graph must stay usable.
   window.resize(window.minimumSize());

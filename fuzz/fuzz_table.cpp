@@ -33,7 +33,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const tavilo::ReadReport report = tavilo::ReadFromTableText(
       airfoil, tavilo::fuzz::Text(data + 1, size - 1), "fuzz.txt", tavilo::fuzz::Answer(data[0]));
   bool noPolars = false;
-  for (const tavilo::Diagnostic& diagnostic : report.diagnostics) noPolars = noPolars || diagnostic.messageId == 77;
+  for (const tavilo::Diagnostic& diagnostic : report.diagnostics)
+    noPolars = noPolars || diagnostic.messageId == tavilo::Text::NoPolars;
   if (noPolars != (airfoil.ConfigCount() == 0)) __builtin_trap();
   // What was read writes as CSV and reads back point for point.
   if (!noPolars && !report.stoppedEarly) {

@@ -31,10 +31,10 @@ AboutDialog::AboutDialog(QWidget* parent) : QDialog(parent) {
   auto* layout = new QVBoxLayout(this);
   layout->addLayout(top);
   layout->addWidget(okay, 0, Qt::AlignRight);
-  SwitchLanguage(kEnglish);
+  SwitchLanguage(Language::English);
 }
 
-void AboutDialog::SwitchLanguage(int language) {
+void AboutDialog::SwitchLanguage(Language language) {
   ApplyCaptions(this, AboutCaptions(), language);
   // The table joins lines with CR LF; a label wants plain line feeds, and
   // tabs line the format descriptions up.

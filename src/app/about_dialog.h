@@ -3,6 +3,8 @@
 
 #include <QDialog>
 
+#include "strings/language.h"
+
 class QLabel;
 
 namespace tavilo {
@@ -14,7 +16,7 @@ class AboutDialog : public QDialog {
   explicit AboutDialog(QWidget* parent = nullptr);
 
   // Captions and the About text in the current language.
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
 
  private:
   QLabel* text_;

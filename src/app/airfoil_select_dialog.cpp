@@ -32,17 +32,19 @@ AirfoilSelectDialog::AirfoilSelectDialog(QWidget* parent) : QDialog(parent) {
   connect(okay, &QPushButton::clicked, this, &QDialog::accept);
   connect(lstAirfoils_, &QListWidget::itemDoubleClicked, this, &QDialog::accept);
   resize(420, 320);
-  SwitchLanguage(kEnglish);
+  SwitchLanguage(Language::English);
 }
 
-void AirfoilSelectDialog::SwitchLanguage(int language) { ApplyCaptions(this, AirfoilSelectCaptions(), language); }
+void AirfoilSelectDialog::SwitchLanguage(Language language) {
+  ApplyCaptions(this, AirfoilSelectCaptions(), language);
+}
 
 int AirfoilSelectDialog::SelectedIndex() const {
   const QList<QListWidgetItem*> selected = lstAirfoils_->selectedItems();
   return selected.isEmpty() ? -1 : lstAirfoils_->row(selected.first());
 }
 
-int AirfoilSelectDialog::Choose(const QStringList& names, int language) {
+int AirfoilSelectDialog::Choose(const QStringList& names, Language language) {
   lstAirfoils_->clear();
   lstAirfoils_->addItems(names);
   SwitchLanguage(language);

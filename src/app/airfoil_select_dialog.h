@@ -4,6 +4,8 @@
 #include <QDialog>
 #include <QStringList>
 
+#include "strings/language.h"
+
 class QListWidget;
 
 namespace tavilo {
@@ -14,10 +16,10 @@ class AirfoilSelectDialog : public QDialog {
  public:
   explicit AirfoilSelectDialog(QWidget* parent = nullptr);
 
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
   // Shows `names` modally; the 0-based index chosen with OK or a
   // double-click, -1 when none was selected.
-  int Choose(const QStringList& names, int language);
+  int Choose(const QStringList& names, Language language);
   // The index the dialog returns when closed now.
   int SelectedIndex() const;
 

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 #include "base/number_text.h"
 #include "caption_apply.h"
@@ -21,19 +23,15 @@ namespace tavilo {
 
 namespace {
 
-constexpr int kFirstLabelText = 41;
-constexpr int kStallCdAtClMinName = 150;
-constexpr int kFitCaption = 151;
-constexpr int kNoNumberText = 152;
-constexpr int kEstimatedText = 161;
-constexpr int kCopiedText = 165;
-constexpr int kFitTipText = 167;
-constexpr int kShownText = 168;
-constexpr int kFittedText = 284;
-constexpr int kRangeCaption = 285;
-constexpr int kRangeToCaption = 286;
-constexpr int kHoldTipText = 287;
-constexpr int kEmptyRangeText = 288;
+// The label of each field, in field order. The StallCdAtClMin label reads
+// "Stall Cd at Cl Max:" as it always did, so messages name that field by
+// Text::StallCdAtClMinName instead.
+constexpr std::array<Text, kApproxFieldCount> kFieldLabels = {
+    Text::CdTiltLabel,          Text::StallCdAtClMaxLabel,  Text::StallCdAtClMinLabel,
+    Text::CdShiftLabel,         Text::CdExponentLabel,      Text::CdMinLabel,
+    Text::StallRangeClMinLabel, Text::StallRangeClMaxLabel, Text::ClMaxLabel,
+    Text::ClMinLabel,           Text::AlfaZeroLabel,
+};
 
 // Enough digits to read a fitted value, few enough to read it at a glance.
 std::string SixDigits(double value) { return SignificantNumberText(value, 6); }
@@ -136,22 +134,23 @@ void ApproxDialog::FitReport() {
   status_->setMinimumHeight(std::max(reserved, status_->heightForWidth(status_->width())));
 }
 
-void ApproxDialog::SwitchLanguage(int language) {
+void ApproxDialog::SwitchLanguage(Language language) {
   ApplyCaptions(this, ApproxCaptions(), language);
-  fit_->setText(QString::fromStdString(GetResString(kFitCaption, language)));
-  fit_->setToolTip(QString::fromStdString(GetResString(kFitTipText, language)));
-  rangeLabel_->setText(QString::fromStdString(GetResString(kRangeCaption, language)));
-  rangeToLabel_->setText(QString::fromStdString(GetResString(kRangeToCaption, language)));
-  for (QCheckBox* hold : holds_) hold->setToolTip(QString::fromStdString(GetResString(kHoldTipText, language)));
+  fit_->setText(QString::fromStdString(GetResString(Text::FitToPolar, language)));
+  fit_->setToolTip(QString::fromStdString(GetResString(Text::FitToPolarTip, language)));
+  rangeLabel_->setText(QString::fromStdString(GetResString(Text::ApproxRangeCaption, language)));
+  rangeToLabel_->setText(QString::fromStdString(GetResString(Text::ApproxRangeTo, language)));
+  for (QCheckBox* hold : holds_) hold->setToolTip(QString::fromStdString(GetResString(Text::ApproxHoldTip, language)));
   SetStatus({});
 }
 
 void ApproxDialog::UpdateFitButton() { fit_->setEnabled(polar_ && polar_() != nullptr); }
 
 std::string ApproxDialog::FieldName(ApproxField field) const {
-  const int index = static_cast<int>(field);
-  std::string name = GetResString(field == ApproxField::StallCdAtClMin ? kStallCdAtClMinName : kFirstLabelText + index,
-                                  ui_.Language());
+  std::string name =
+      GetResString(field == ApproxField::StallCdAtClMin ? Text::StallCdAtClMinName
+                                                        : kFieldLabels[static_cast<size_t>(field)],
+                   ui_.Language());
   if (!name.empty() && name.back() == ':') name.pop_back();
   return name;
 }
@@ -171,7 +170,8 @@ std::optional<ApproxValues> ApproxDialog::ReadValues() {
     const std::string text = fields_[i]->text().toStdString();
     const std::optional<double> number = WholeNumber(text);
     if (!number) {
-      ShowError(FormatResString(kNoNumberText, ui_.Language(), {FieldName(ApproxFieldAt(i)), text}));
+      ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(),
+                                {FieldName(ApproxFieldAt(i)), text}));
       fields_[i]->setFocus();
       return std::nullopt;
     }
@@ -195,7 +195,7 @@ std::optional<double> ApproxDialog::ReadNumber(QLineEdit* field, const std::stri
   if (TrimBlanks(text).empty()) return empty;
   const std::optional<double> number = WholeNumber(text);
   if (!number) {
-    ShowError(FormatResString(kNoNumberText, ui_.Language(), {name, text}));
+    ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(), {name, text}));
     field->setFocus();
   }
   return number;
@@ -216,7 +216,7 @@ std::optional<ApproxFitOptions> ApproxDialog::ReadFitOptions() {
   const std::optional<double> to = ReadNumber(alfaTo_, DialogTitle(rangeLabel_->text().toStdString()), 90);
   if (!to) return std::nullopt;
   if (!(*from < *to)) {
-    ShowError(FormatResString(kEmptyRangeText, ui_.Language(), {SixDigits(*from), SixDigits(*to)}));
+    ShowError(FormatResString(Text::ApproxEmptyRange, ui_.Language(), {SixDigits(*from), SixDigits(*to)}));
     alfaFrom_->setFocus();
     return std::nullopt;
   }
@@ -240,14 +240,14 @@ void ApproxDialog::ShowCurve() {
   const std::optional<ApproxValues> values = ReadValues();
   if (!values) return;
   show_(ApproxModel(*values).Curve());
-  SetStatus(GetResString(kShownText, ui_.Language()));
+  SetStatus(GetResString(Text::ApproxShown, ui_.Language()));
 }
 
 void ApproxDialog::CopyInitializer() {
   const std::optional<ApproxValues> values = ReadValues();
   if (!values) return;
   ui_.SetClipboardText(ApproxInitializer(*values));
-  SetStatus(GetResString(kCopiedText, ui_.Language()));
+  SetStatus(GetResString(Text::CopiedToClipboard, ui_.Language()));
 }
 
 void ApproxDialog::FitToPolar() {
@@ -266,8 +266,8 @@ void ApproxDialog::FitToPolar() {
     return;
   }
   SetValues(fit.values);
-  const int language = ui_.Language();
-  std::string text = FormatResString(kFittedText, language,
+  const Language language = ui_.Language();
+  std::string text = FormatResString(Text::ApproxFitted, language,
                                      {FormatNumber(fit.fittedCount, "0"), FormatNumber(fit.errors.points, "0"),
                                       SignificantNumberText(fit.errors.rmsCl, 3),
                                       SignificantNumberText(fit.errors.rmsCd, 3)});
@@ -277,7 +277,8 @@ void ApproxDialog::FitToPolar() {
     if (!estimated.empty()) estimated += ", ";
     estimated += FieldName(ApproxFieldAt(i));
   }
-  if (!estimated.empty()) text += "\n" + FormatResString(kEstimatedText, language, {estimated});
+  if (!estimated.empty())
+    text += "\n" + FormatResString(Text::ApproxEstimated, language, {estimated});
   SetStatus(text);
 }
 

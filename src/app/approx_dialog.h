@@ -16,6 +16,7 @@
 
 #include "model/polar.h"
 #include "tools/approx_fit.h"
+#include "strings/language.h"
 #include "tools/approximation.h"
 
 class QCheckBox;
@@ -39,7 +40,7 @@ class ApproxDialog : public QDialog {
   // Opens with the model's initial values.
   ApproxDialog(QtUserInterface& ui, PolarSource polar, CurveSink show, QWidget* parent = nullptr);
 
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
   // Enables "Fit to polar" when there is a polar to fit to.
   void UpdateFitButton();
 

@@ -76,7 +76,7 @@ QString ControlText(const QObject* control) {
   return {};
 }
 
-void ApplyCaptions(QWidget* window, std::span<const Caption> captions, int language) {
+void ApplyCaptions(QWidget* window, std::span<const Caption> captions, Language language) {
   for (const Caption& caption : captions) {
     const QString text = FromUtf8(GetResString(caption.id, language));
     QObject* control = FindControl(window, FromUtf8(caption.element), caption.item);
@@ -85,7 +85,7 @@ void ApplyCaptions(QWidget* window, std::span<const Caption> captions, int langu
       case CaptionTarget::WindowTitle:
         window->setWindowTitle(FromUtf8(DialogTitle(GetResString(caption.id, language))));
         break;
-      case CaptionTarget::Text:
+      case CaptionTarget::ControlText:
         SetText(control, text);
         break;
       case CaptionTarget::ToolTip:

@@ -19,7 +19,7 @@ inline constexpr const char* kItemProperty = "item";
 // Applies `captions` in `language` in order to `window` and its children. A caption whose
 // control does not exist is skipped, so a window may leave out controls
 // that a later version adds.
-void ApplyCaptions(QWidget* window, std::span<const Caption> captions, int language);
+void ApplyCaptions(QWidget* window, std::span<const Caption> captions, Language language);
 
 // The control `name` (with `item` >= 0: the member with that index) inside
 // `window`, or the window itself for an empty name; null when absent.

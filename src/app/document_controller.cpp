@@ -39,7 +39,7 @@ void DocumentController::Envelope() {
     const CommandPtr command = document.Envelope(path);
     written = command && command->Changed();
   });
-  if (written) ui_.FlashStatusText(FormatResString(116, ui_.Language(), {path}));
+  if (written) ui_.FlashStatusText(FormatResString(Text::EnvelopeWritten, ui_.Language(), {path}));
 }
 
 void DocumentController::SortReynolds() {

@@ -13,17 +13,6 @@
 
 namespace tavilo {
 
-namespace {
-
-// String ids of the graphs' own texts.
-constexpr int kSaveGraphsText = 193;
-constexpr int kCopyPictureText = 194;
-constexpr int kSavePictureText = 195;
-constexpr int kPictureFilterText = 197;
-constexpr int kPictureErrorText = 198;
-
-}  // namespace
-
 GraphController::GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
                                  RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent)
     : QObject(parent),
@@ -49,10 +38,12 @@ GraphController::GraphController(const GraphWidgets& graphs, DocumentController&
   }
 }
 
-void GraphController::SwitchLanguage(int language) {
+void GraphController::SwitchLanguage(Language language) {
   for (GraphWidget* widget : widgets_) {
-    widget->findChild<QAction*>("mnuGraphCopy")->setText(QString::fromStdString(GetResString(kCopyPictureText, language)));
-    widget->findChild<QAction*>("mnuGraphSave")->setText(QString::fromStdString(GetResString(kSavePictureText, language)));
+    widget->findChild<QAction*>("mnuGraphCopy")
+        ->setText(QString::fromStdString(GetResString(Text::CopyPicture, language)));
+    widget->findChild<QAction*>("mnuGraphSave")
+        ->setText(QString::fromStdString(GetResString(Text::SavePicture, language)));
   }
 }
 
@@ -111,23 +102,23 @@ void GraphController::SetReadableColors(bool on) {
 }
 
 // Titled by the command that asks: Save Graphs As or Save Picture.
-std::string GraphController::ChoosePictureFile(int captionId) {
-  const int language = ui_.Language();
+std::string GraphController::ChoosePictureFile(Text captionId) {
+  const Language language = ui_.Language();
   FileDialogRequest request{FileDialogKind::Save, DialogTitle(GetResString(captionId, language)),
-                            GetResString(kPictureFilterText, language), true};
+                            GetResString(Text::PictureFilter, language), true};
   return ui_.ChooseFile(request);
 }
 
 void GraphController::ShowWriteError(const std::string& path, const std::string& error) {
-  const int language = ui_.Language();
-  ui_.ShowMessage(FormatResString(kPictureErrorText, language, {path}) + "\r\n" + error, ErrorTitle(language),
-                  MessageIcon::Critical);
+  const Language language = ui_.Language();
+  ui_.ShowMessage(FormatResString(Text::PictureNotWritten, language, {path}) + "\r\n" + error,
+                  ErrorTitle(language), MessageIcon::Critical);
 }
 
 // Pictures are made at the screen's density, so that they are as sharp as
 // the window.
 void GraphController::SaveGraphs() {
-  const std::string path = ChoosePictureFile(kSaveGraphsText);
+  const std::string path = ChoosePictureFile(Text::SaveGraphsAs);
   if (path.empty()) return;
   std::string error;
   ui_.SetBusy(true);
@@ -143,7 +134,7 @@ void GraphController::CopyPicture(Graph graph) {
 }
 
 void GraphController::SavePicture(Graph graph) {
-  const std::string path = ChoosePictureFile(kSavePictureText);
+  const std::string path = ChoosePictureFile(Text::SavePicture);
   if (path.empty()) return;
   GraphWidget* widget = widgets_[graph];
   std::string error;

@@ -11,6 +11,8 @@
 
 #include "graph_view.h"
 #include "plot/plot_data.h"
+#include "strings/language.h"
+#include "strings/text_ids.h"
 
 namespace tavilo {
 
@@ -54,10 +56,10 @@ class GraphController : public QObject {
   void CopyPicture(Graph graph);
   void SavePicture(Graph graph);
   // The caption of the graphs' context menu entries.
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
 
  private:
-  std::string ChoosePictureFile(int captionId);
+  std::string ChoosePictureFile(Text captionId);
   void ShowWriteError(const std::string& path, const std::string& error);
 
   GraphWidgets widgets_;

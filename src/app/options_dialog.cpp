@@ -44,10 +44,12 @@ OptionsDialog::OptionsDialog(QWidget* parent) : QDialog(parent) {
   layout->addWidget(frame);
   layout->addWidget(okay, 0, Qt::AlignRight);
   setMinimumWidth(260);
-  SwitchLanguage(kEnglish);
+  SwitchLanguage(Language::English);
 }
 
-void OptionsDialog::SwitchLanguage(int language) { ApplyCaptions(this, OptionsCaptions(), language); }
+void OptionsDialog::SwitchLanguage(Language language) {
+  ApplyCaptions(this, OptionsCaptions(), language);
+}
 
 int OptionsDialog::GridShow() const { return chkGrid_->isChecked() ? 1 : 0; }
 int OptionsDialog::LegendShow() const { return chkLegend_->isChecked() ? 1 : 0; }

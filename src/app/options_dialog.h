@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include "strings/language.h"
+
 class QButtonGroup;
 class QCheckBox;
 class QRadioButton;
@@ -18,7 +20,7 @@ class OptionsDialog : public QDialog {
  public:
   explicit OptionsDialog(QWidget* parent = nullptr);
 
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
 
   // Check box values: 0 clear, 1 set.
   int GridShow() const;

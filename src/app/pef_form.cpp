@@ -97,7 +97,7 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   const AppSettings settings = ReadSettings();
   // A language without strings would leave every caption unreadable (and
   // every message failing); such a stored value falls back to English.
-  ui_->SetLanguage(settings.language == kGerman ? kGerman : kEnglish);
+  ui_->SetLanguage(settings.language == Language::German ? Language::German : Language::English);
   SwitchLanguage();
 
   tabStrip_->clear();
@@ -141,25 +141,30 @@ PEFForm::~PEFForm() = default;
 
 double PEFForm::Dpi() const { return logicalDpiY() > 0 ? logicalDpiY() : 96.0; }
 
-int PEFForm::Language() const { return ui_->Language(); }
+tavilo::Language PEFForm::Language() const {
+  return ui_->Language();
+}
 
 void PEFForm::SwitchLanguage() {
-  const int language = Language();
+  const tavilo::Language language = Language();
   ApplyCaptions(this, MainWindowCaptions(), language);
-  findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(100, language)));
-  auto text = [language](int id) { return QString::fromStdString(GetResString(id, language)); };
-  findChild<QMenu*>("mnuView")->setTitle(text(190));
-  const std::pair<const char*, int> later[] = {{"mnuFilePrintPreview", 137}, {"mnuFileSaveGraphs", 193},
-                                               {"mnuViewAxisNumbers", 191}, {"mnuViewReadableColors", 192},
-                                               {"mnuViewResetZoom", 196}};
+  findChild<QAction*>("mnuBatch")
+      ->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
+  auto text = [language](Text id) { return QString::fromStdString(GetResString(id, language)); };
+  findChild<QMenu*>("mnuView")->setTitle(text(Text::ViewMenu));
+  const std::pair<const char*, Text> later[] = {{"mnuFilePrintPreview", Text::PrintPreview},
+                                                {"mnuFileSaveGraphs", Text::SaveGraphsAs},
+                                                {"mnuViewAxisNumbers", Text::AxisNumbers},
+                                                {"mnuViewReadableColors", Text::ReadableColours},
+                                                {"mnuViewResetZoom", Text::ResetZoom}};
   for (const auto& [name, id] : later) findChild<QAction*>(name)->setText(text(id));
   graphController_->SwitchLanguage(language);
   InstallQtTranslation(qtTranslator_, language);
   if (QAction* help = findChild<QAction*>("Toolbar1_HELP"))
-    help->setToolTip(QString::fromStdString(GetResString(36, language)));
-  statusBar()->showMessage(QString::fromStdString(GetResString(3, language)));
-  findChild<QAction*>("mnuLangEnglish")->setChecked(language == kEnglish);
-  findChild<QAction*>("mnuLangDeutsch")->setChecked(language == kGerman);
+    help->setToolTip(QString::fromStdString(GetResString(Text::AboutTitle, language)));
+  statusBar()->showMessage(QString::fromStdString(GetResString(Text::Ready, language)));
+  findChild<QAction*>("mnuLangEnglish")->setChecked(language == Language::English);
+  findChild<QAction*>("mnuLangDeutsch")->setChecked(language == Language::German);
   options_->SwitchLanguage(language);
   about_->SwitchLanguage(language);
   approx_->SwitchLanguage(language);
@@ -170,7 +175,7 @@ void PEFForm::SwitchLanguage() {
   ShowDocumentName();
 }
 
-void PEFForm::SetLanguage(int language) {
+void PEFForm::SetLanguage(tavilo::Language language) {
   ui_->SetLanguage(language);
   SwitchLanguage();
   // The polar nodes and the Cl-Cd title carry a translated word.

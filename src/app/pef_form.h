@@ -14,6 +14,7 @@
 #include "main_layout.h"
 #include "plot/print_page.h"
 #include "plotqt/render_context.h"
+#include "strings/language.h"
 
 class QAction;
 class QComboBox;
@@ -47,8 +48,8 @@ class PEFForm : public QMainWindow {
   ~PEFForm() override;
 
   // Relabels every window in `language` and redraws what carries a text.
-  void SetLanguage(int language);
-  int Language() const;
+  void SetLanguage(tavilo::Language language);
+  tavilo::Language Language() const;
   void EnableItems(bool printing);
   void UpdateTreeView();
   void RefreshPlots();

@@ -123,8 +123,8 @@ void PEFForm::BuildMenus() {
     action->setCheckable(true);
     languages->addAction(action);
   }
-  connect(english, &QAction::triggered, this, [this] { SetLanguage(kEnglish); });
-  connect(german, &QAction::triggered, this, [this] { SetLanguage(kGerman); });
+  connect(english, &QAction::triggered, this, [this] { SetLanguage(Language::English); });
+  connect(german, &QAction::triggered, this, [this] { SetLanguage(Language::German); });
 
   // The tree's pop-up menus; the tree's own handlers show them.
   auto* editNode = new QMenu(this);

@@ -24,10 +24,12 @@ namespace tavilo {
 
 namespace {
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // The text of the tree node `key` of `airfoil` ("Polar 2, Re= 200000").
-std::string NodeText(const Airfoil& airfoil, const std::string& key, int language) {
+std::string NodeText(const Airfoil& airfoil, const std::string& key, Language language) {
   for (const TreeNode& node : BuildTree(airfoil, language))
     if (node.key == key) return node.text;
   return {};
@@ -118,17 +120,21 @@ void PointsWindow::DocumentChanged() {
 }
 
 void PointsWindow::SwitchLanguage() {
-  const int language = ui_.Language();
+  const Language language = ui_.Language();
   const Airfoil& airfoil = document_.Current();
   const std::string key = KeyOfPolar(airfoil, Polar().get());
   const std::string setKey = key.substr(0, key.find('|'));
-  setWindowTitle(Text(FormatResString(231, language, {NodeText(airfoil, key, language),
-                                                      NodeText(airfoil, setKey, language)})));
-  addRow_->setText(Text(GetResString(238, language)));
-  deleteRows_->setText(Text(GetResString(239, language)));
-  const std::pair<const char*, int> captions[] = {
-      {"mnuPointsAddRow", 238}, {"mnuPointsDeleteRows", 239}, {"mnuPointsCopy", 25}, {"mnuPointsPaste", 26}};
-  for (const auto& [name, id] : captions) table_->findChild<QAction*>(name)->setText(Text(GetResString(id, language)));
+  setWindowTitle(FromUtf8(
+      FormatResString(Text::PointsTitle, language,
+                      {NodeText(airfoil, key, language), NodeText(airfoil, setKey, language)})));
+  addRow_->setText(FromUtf8(GetResString(Text::AddRow, language)));
+  deleteRows_->setText(FromUtf8(GetResString(Text::DeleteRows, language)));
+  const std::pair<const char*, Text> captions[] = {{"mnuPointsAddRow", Text::AddRow},
+                                                   {"mnuPointsDeleteRows", Text::DeleteRows},
+                                                   {"mnuPointsCopy", Text::PolarMenuCopy},
+                                                   {"mnuPointsPaste", Text::PolarMenuPaste}};
+  for (const auto& [name, id] : captions)
+    table_->findChild<QAction*>(name)->setText(FromUtf8(GetResString(id, language)));
 }
 
 std::vector<int> PointsWindow::SelectedRows() const {

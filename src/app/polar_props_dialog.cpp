@@ -57,12 +57,15 @@ PolarPropsDialog::PolarPropsDialog(QWidget* parent) : QDialog(parent) {
   connect(ok, &QPushButton::clicked, this, &QDialog::accept);
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
   setMinimumWidth(360);
-  SwitchLanguage(kEnglish);
+  SwitchLanguage(Language::English);
 }
 
-void PolarPropsDialog::SwitchLanguage(int language) { ApplyCaptions(this, PolarPropsCaptions(), language); }
+void PolarPropsDialog::SwitchLanguage(Language language) {
+  ApplyCaptions(this, PolarPropsCaptions(), language);
+}
 
-PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title, int language) {
+PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title,
+                                       Language language) {
   SwitchLanguage(language);
   setWindowTitle(title);
   txtName_->setText(FromText(properties.name));

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 
+#include "strings/language.h"
 #include "tree/structure_tree.h"
 
 class QLineEdit;
@@ -15,11 +16,11 @@ class PolarPropsDialog : public QDialog {
  public:
   explicit PolarPropsDialog(QWidget* parent = nullptr);
 
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
   // Shows `properties` modally under the title `title` and returns the
   // texts as they stand when the dialog closes, whichever way it closed:
   // Cancel keeps the edits, as it always did.
-  PolarProperties Edit(const PolarProperties& properties, const QString& title, int language);
+  PolarProperties Edit(const PolarProperties& properties, const QString& title, Language language);
 
  private:
   QLineEdit* txtName_;

@@ -74,18 +74,18 @@ void PEFForm::Print() {
 // from the menu while the first still feeds the printer.
 void PEFForm::RunPrint(QPrinter& printer) {
   EnableItems(true);
-  statusBar()->showMessage(QString::fromStdString(GetResString(83, Language())));
+  statusBar()->showMessage(QString::fromStdString(GetResString(Text::Printing, Language())));
   QApplication::setOverrideCursor(Qt::WaitCursor);
   emit PrintRunStarted();
   bool printed = false;
   const bool ran = RunGuarded(*ui_, [&] { printed = PaintOn(printer); });
   QApplication::restoreOverrideCursor();
   EnableItems(false);
-  statusBar()->showMessage(QString::fromStdString(GetResString(3, Language())));
+  statusBar()->showMessage(QString::fromStdString(GetResString(Text::Ready, Language())));
   if (ran && !printed) {
     const QString where = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-    ui_->ShowMessage(FormatResString(138, Language(), {where.toStdString()}), ErrorTitle(Language()),
-                     MessageIcon::Critical);
+    ui_->ShowMessage(FormatResString(Text::PageNotPrinted, Language(), {where.toStdString()}),
+                     ErrorTitle(Language()), MessageIcon::Critical);
   }
 }
 
@@ -95,7 +95,8 @@ void PEFForm::PrintPreview() {
   SetUpPrinter(printer, document_->Current());
   QPrintPreviewDialog preview(&printer, this);
   preview.setObjectName("PrintPreview");
-  preview.setWindowTitle(QString::fromStdString(DialogTitle(GetResString(137, Language()))));
+  preview.setWindowTitle(
+      QString::fromStdString(DialogTitle(GetResString(Text::PrintPreview, Language()))));
   connect(&preview, &QPrintPreviewDialog::paintRequested, this,
           [this](QPrinter* target) { RunGuarded(*ui_, [&] { PaintOn(*target); }); });
   preview.exec();

@@ -8,9 +8,9 @@
 
 namespace tavilo {
 
-bool InstallQtTranslation(QTranslator& translator, int language) {
+bool InstallQtTranslation(QTranslator& translator, Language language) {
   QCoreApplication::removeTranslator(&translator);
-  if (language != kGerman) return true;
+  if (language != Language::German) return true;
   if (!translator.load("qtbase_de", QLibraryInfo::path(QLibraryInfo::TranslationsPath))) return false;
   return QCoreApplication::installTranslator(&translator);
 }

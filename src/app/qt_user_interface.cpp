@@ -18,7 +18,9 @@ namespace tavilo {
 
 namespace {
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 QMessageBox::Icon BoxIcon(MessageIcon icon) {
   switch (icon) {
@@ -37,7 +39,7 @@ QMessageBox::Icon BoxIcon(MessageIcon icon) {
 }  // namespace
 
 QString QtFileFilter(const std::string& pairs) {
-  const QStringList parts = Text(pairs).split('|');
+  const QStringList parts = FromUtf8(pairs).split('|');
   QStringList filters;
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
     const QString description = parts[i].trimmed();
@@ -65,7 +67,7 @@ void QtUserInterface::ShowMessageIn(QWidget* owner, const std::string& text, con
   // A message must not appear under a busy pointer.
   const bool wasBusy = busyDepth_ > 0;
   if (wasBusy) QGuiApplication::restoreOverrideCursor();
-  QMessageBox box(BoxIcon(icon), Text(title), Text(text), QMessageBox::Ok, owner);
+  QMessageBox box(BoxIcon(icon), FromUtf8(title), FromUtf8(text), QMessageBox::Ok, owner);
   box.setObjectName("MessageBox");
   box.exec();
   if (wasBusy) QGuiApplication::setOverrideCursor(Qt::WaitCursor);
@@ -93,7 +95,8 @@ std::vector<std::string> QtUserInterface::ChooseFiles(const FileDialogRequest& r
 
 std::vector<std::string> QtUserInterface::RunFileDialog(const FileDialogRequest& request, bool several) {
   const QString filter = QtFileFilter(request.filter);
-  QFileDialog dialog(window_, Text(request.title), dialogDirectory_ ? dialogDirectory_() : QString(), filter);
+  QFileDialog dialog(window_, FromUtf8(request.title),
+                     dialogDirectory_ ? dialogDirectory_() : QString(), filter);
   dialog.setObjectName("CMDialog");
   // Qt's own dialog speaks the program's language; a native one would not.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -130,23 +133,29 @@ QString QtUserInterface::InputBox(const QString& prompt, const QString& title, c
 int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {
   AirfoilSelectDialog dialog(window_);
   QStringList names;
-  for (const std::string& entry : entries) names << Text(entry);
+  for (const std::string& entry : entries) names << FromUtf8(entry);
   return dialog.Choose(names, Language());
 }
 
-void QtUserInterface::SetStatusText(const std::string& text) { status_->showMessage(Text(text)); }
+void QtUserInterface::SetStatusText(const std::string& text) {
+  status_->showMessage(FromUtf8(text));
+}
 
 void QtUserInterface::FlashStatusText(const std::string& text, int milliseconds) {
-  const QString shown = Text(text);
+  const QString shown = FromUtf8(text);
   status_->showMessage(shown);
   QTimer::singleShot(milliseconds, status_, [this, shown] {
-    if (status_->currentMessage() == shown) SetStatusText(GetResString(3, Language()));
+    if (status_->currentMessage() == shown) SetStatusText(GetResString(Text::Ready, Language()));
   });
 }
 
-void QtUserInterface::SetWindowTitle(const std::string& title) { window_->setWindowTitle(Text(title)); }
+void QtUserInterface::SetWindowTitle(const std::string& title) {
+  window_->setWindowTitle(FromUtf8(title));
+}
 
-void QtUserInterface::SetAirfoilName(const std::string& name) { airfoilName_->setText(Text(name)); }
+void QtUserInterface::SetAirfoilName(const std::string& name) {
+  airfoilName_->setText(FromUtf8(name));
+}
 
 void QtUserInterface::SetBusy(bool busy) {
   if (busy) {
@@ -166,7 +175,7 @@ std::string QtUserInterface::ClipboardText() { return QGuiApplication::clipboard
 void QtUserInterface::SetClipboardText(const std::string& text) {
   QClipboard* clipboard = QGuiApplication::clipboard();
   clipboard->clear();
-  clipboard->setText(Text(text));
+  clipboard->setText(FromUtf8(text));
 }
 
 }  // namespace tavilo

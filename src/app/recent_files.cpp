@@ -39,9 +39,10 @@ void RecentFiles::Choose(int index) {
   }
   files_.removeAt(index);
   Rebuild();
-  const int language = ui_.Language();
-  ui_.ShowMessage(FormatResString(237, language, {QDir::toNativeSeparators(path).toStdString()}),
-                  GetResString(1, language), MessageIcon::Warning);
+  const Language language = ui_.Language();
+  ui_.ShowMessage(FormatResString(Text::RecentFileGone, language,
+                                  {QDir::toNativeSeparators(path).toStdString()}),
+                  GetResString(Text::ProgramName, language), MessageIcon::Warning);
 }
 
 void RecentFiles::Rebuild() {

@@ -40,7 +40,7 @@ AppSettings ReadSettings() {
     return SettingNumber(store.value(key, fallback).toString(), truncate);
   };
   AppSettings settings;
-  settings.language = number("Language", "1", true);
+  settings.language = static_cast<Language>(number("Language", "1", true));
   settings.gridShow = number("GridShow", "0", false);
   settings.legendShow = number("LegendShow", "0", false);
   settings.legendPosition1 = number("LegendPosition1", "0", false);
@@ -55,7 +55,7 @@ AppSettings ReadSettings() {
 void WriteSettings(const AppSettings& settings) {
   QSettings store = OpenStore();
   store.beginGroup("Tavilo");
-  store.setValue("Language", QString::number(settings.language));
+  store.setValue("Language", QString::number(static_cast<int>(settings.language)));
   store.setValue("GridShow", QString::number(settings.gridShow));
   store.setValue("LegendShow", QString::number(settings.legendShow));
   store.setValue("LegendPosition1", QString::number(settings.legendPosition1));

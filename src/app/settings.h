@@ -7,10 +7,12 @@
 #include <QString>
 #include <QStringList>
 
+#include "strings/language.h"
+
 namespace tavilo {
 
 struct AppSettings {
-  int language = 1;          // 1 English, 2 German (other values kept as read)
+  Language language = Language::English;  // other values kept as read
   int gridShow = 0;          // check box value, 0 or 1
   int legendShow = 0;        // check box value, 0 or 1
   int legendPosition1 = 0;   // option value, -1 set, 0 clear ("lower right")

@@ -20,8 +20,9 @@ namespace tavilo {
 
 namespace {
 
-QString Text(const std::string& text) { return QString::fromStdString(text); }
-
+QString FromUtf8(const std::string& text) {
+  return QString::fromStdString(text);
+}
 
 // The mouse button numbers the tree's tag has always held.
 int ButtonNumber(Qt::MouseButton button) {
@@ -125,12 +126,12 @@ void TreeController::UpdateTreeView() {
   QTreeWidgetItem* current = nullptr;
   for (const TreeNode& node : nodes_) {
     auto* item = node.parentKey.empty() ? new QTreeWidgetItem(tree_) : new QTreeWidgetItem(byKey.at(node.parentKey));
-    item->setText(0, Text(node.text));
-    item->setData(0, kKeyRole, Text(node.key));
+    item->setText(0, FromUtf8(node.text));
+    item->setData(0, kKeyRole, FromUtf8(node.key));
     item->setIcon(0, node.active ? activeIcon_ : inactiveIcon_);
     byKey[node.key] = item;
     items_.push_back(item);
-    if (Text(node.key) == selected) current = item;
+    if (FromUtf8(node.key) == selected) current = item;
   }
   tree_->expandAll();
   if (current != nullptr) tree_->setCurrentItem(current);
@@ -206,19 +207,24 @@ void TreeController::EditName() {
   if (item == nullptr) return;
   const std::string key = item->data(0, kKeyRole).toString().toStdString();
   const QString title = item->text(0);
-  const int language = ui_.Language();
-  auto text = [language](int id) { return Text(GetResString(id, language)); };
+  const Language language = ui_.Language();
+  auto text = [language](Text id) { return FromUtf8(GetResString(id, language)); };
   document_.Run([&](Document& document) {
     const Airfoil& airfoil = document.Current();
     const NodeKind kind = KindOfKey(key);
     if (kind == NodeKind::Root) {
-      document.RenameAirfoil(ui_.InputBox(text(63), text(66), Text(airfoil.Name)).toStdString());
+      document.RenameAirfoil(ui_.InputBox(text(Text::EnterAirfoilName),
+                                          text(Text::ChangeAirfoilName), FromUtf8(airfoil.Name))
+                                 .toStdString());
     } else if (kind != NodeKind::None) {
       const int setIndex = SetIndexOfKey(key);
       ConfigurationPtr set = airfoil.Configuration(setIndex);
       if (!set) return;
       if (kind == NodeKind::Set) {
-        document.RenameSet(setIndex, ui_.InputBox(text(64), text(68), Text(set->Name)).toStdString());
+        document.RenameSet(setIndex,
+                           ui_.InputBox(text(Text::EnterSetDescription),
+                                        text(Text::ChangeSetDescription), FromUtf8(set->Name))
+                               .toStdString());
       } else if (PolarPtr polar = set->Polar(PolarIndexOfKey(key))) {
         document.SetPolarProperties(setIndex, PolarIndexOfKey(key),
                                     polarProps_->Edit(PropertiesOf(*polar), title, language));
@@ -247,6 +253,8 @@ void TreeController::EditPoints() {
   if (KindOfKey(key.toStdString()) == NodeKind::Polar) emit PointsRequested(key);
 }
 
-void TreeController::SwitchLanguage(int language) { polarProps_->SwitchLanguage(language); }
+void TreeController::SwitchLanguage(Language language) {
+  polarProps_->SwitchLanguage(language);
+}
 
 }  // namespace tavilo

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "document_controller.h"
+#include "strings/language.h"
 #include "tree/structure_tree.h"
 
 class QAction;
@@ -57,7 +58,7 @@ class TreeController : public QObject {
 
   // The key of the selected node, "" when none is.
   QString SelectedKey() const;
-  void SwitchLanguage(int language);
+  void SwitchLanguage(Language language);
 
  signals:
   // The points table of the polar at `key` is wanted.

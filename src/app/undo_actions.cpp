@@ -22,16 +22,16 @@ UndoActions::UndoActions(QMenu* edit, DocumentController& document)
 
 void UndoActions::AddTo(QWidget* window) { window->addActions({undo_, redo_}); }
 
-void UndoActions::Update(int language) {
+void UndoActions::Update(Language language) {
   const History& history = document_.Edits().Steps();
-  auto caption = [language](QAction* action, const CommandPtr& step, int plain, int named) {
+  auto caption = [language](QAction* action, const CommandPtr& step, Text plain, Text named) {
     action->setEnabled(step != nullptr);
     const std::string text = step ? FormatResString(named, language, {StepName(*step, language)})
                                   : GetResString(plain, language);
     action->setText(QString::fromStdString(text));
   };
-  caption(undo_, history.NextUndo(), 211, 213);
-  caption(redo_, history.NextRedo(), 212, 214);
+  caption(undo_, history.NextUndo(), Text::Undo, Text::UndoStep);
+  caption(redo_, history.NextRedo(), Text::Redo, Text::RedoStep);
 }
 
 }  // namespace tavilo

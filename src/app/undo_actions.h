@@ -5,6 +5,8 @@
 
 #include <QObject>
 
+#include "strings/language.h"
+
 class QAction;
 class QMenu;
 class QWidget;
@@ -23,7 +25,7 @@ class UndoActions : public QObject {
   // Lets the keys work in `window` as well (a points table).
   void AddTo(QWidget* window);
   // Captions in `language` and enabled states, after any change.
-  void Update(int language);
+  void Update(Language language);
 
  private:
   DocumentController& document_;

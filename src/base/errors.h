@@ -3,6 +3,7 @@
 // its boundary, and shows "Tavilo: Error" with the message in the user's
 // language (ErrorText in strings/string_table.h); what() is the English text.
 
+#include <cstdint>
 #include <initializer_list>
 #include <stdexcept>
 #include <string>
@@ -10,36 +11,48 @@
 
 namespace tavilo {
 
-// String ids of the errors' texts, each with one argument for the detail.
-inline constexpr int kFileNotFoundText = 104;
-inline constexpr int kSubscriptText = 105;
-inline constexpr int kOverflowText = 106;
-inline constexpr int kDivisionByZeroText = 107;
-inline constexpr int kUnexpectedText = 110;
-inline constexpr int kResourceText = 118;
-// File access errors of our own, each with the path ("%1") and the
-// system's reason ("%2"), which stays in the system's words.
-inline constexpr int kCannotReadText = 258;
-inline constexpr int kCannotWriteText = 259;
-inline constexpr int kCannotReplaceText = 260;
-inline constexpr int kNoClipboardFileText = 261;  // the reason alone
-inline constexpr int kPefNotInPiecesText = 262;   // the path alone
+// The string table's texts are named in strings/text_ids.h, a layer above
+// this one, so the type is only declared here: an error raised above the
+// string table carries the text it is given, while the errors raised below
+// it name their kind, which ErrorText (strings/string_table.h) maps to its
+// text. Either way no number stands for a text here.
+enum class Text : int16_t;
+
+// The errors of the layers below the string table, each a text with one
+// argument for the detail; `Named` for an error that carries its own text.
+enum class ErrorKind : int16_t {
+  Unexpected,
+  FileNotFound,
+  Subscript,
+  Overflow,
+  DivisionByZero,
+  Resource,
+  Named
+};
 
 class RuntimeError : public std::runtime_error {
  public:
   // `english` is the text's English form before its one argument, used for what().
-  RuntimeError(int messageId, const std::string& english, const std::string& detail)
-      : std::runtime_error(english + detail), messageId_(messageId), arguments_{detail} {}
-  explicit RuntimeError(const std::string& what) : RuntimeError(kUnexpectedText, "", what) {}
+  RuntimeError(ErrorKind kind, const std::string& english, const std::string& detail)
+      : std::runtime_error(english + detail), kind_(kind), arguments_{detail} {}
+  RuntimeError(Text text, const std::string& english, const std::string& detail)
+      : std::runtime_error(english + detail),
+        kind_(ErrorKind::Named),
+        text_(text),
+        arguments_{detail} {}
+  explicit RuntimeError(const std::string& what) : RuntimeError(ErrorKind::Unexpected, "", what) {}
   // A text of several arguments; `what` is its English form.
-  RuntimeError(int messageId, const std::string& what, std::initializer_list<std::string> arguments)
-      : std::runtime_error(what), messageId_(messageId), arguments_(arguments) {
+  RuntimeError(Text text, const std::string& what, std::initializer_list<std::string> arguments)
+      : std::runtime_error(what), kind_(ErrorKind::Named), text_(text), arguments_(arguments) {
     if (arguments_.empty()) arguments_.emplace_back();
   }
 
-  // The string id of the error's text and the arguments that fill it ("%1",
-  // "%2" ...: a path, an index, a number, the system's reason).
-  int MessageId() const { return messageId_; }
+  // What the error's text is: its kind, and for ErrorKind::Named the text it
+  // carries (MessageText in strings/string_table.h gives the text of either).
+  ErrorKind Kind() const { return kind_; }
+  Text NamedText() const { return text_; }
+  // The arguments that fill the text ("%1", "%2" ...: a path, an index, a
+  // number, the system's reason).
   const std::vector<std::string>& Arguments() const { return arguments_; }
   // The first argument.
   const std::string& Detail() const { return arguments_.front(); }
@@ -54,7 +67,8 @@ class RuntimeError : public std::runtime_error {
   }
 
  private:
-  int messageId_;
+  ErrorKind kind_;
+  Text text_{};
   std::vector<std::string> arguments_;
   std::string file_;
 };
@@ -74,42 +88,49 @@ decltype(auto) AboutFile(const std::string& file, Action&& action) {
 // An index outside a list's bounds.
 class SubscriptError : public RuntimeError {
  public:
-  explicit SubscriptError(const std::string& what) : RuntimeError(kSubscriptText, "Subscript out of range: ", what) {}
+  explicit SubscriptError(const std::string& what)
+      : RuntimeError(ErrorKind::Subscript, "Subscript out of range: ", what) {}
 };
 
 // A 16-bit count or index past its range, or a number too large for its target.
 class OverflowError : public RuntimeError {
  public:
-  explicit OverflowError(const std::string& what) : RuntimeError(kOverflowText, "Overflow: ", what) {}
+  explicit OverflowError(const std::string& what)
+      : RuntimeError(ErrorKind::Overflow, "Overflow: ", what) {}
 };
 
 // A file that does not exist or cannot be opened; the message names the path.
 class FileNotFoundError : public RuntimeError {
  public:
-  explicit FileNotFoundError(const std::string& path) : RuntimeError(kFileNotFoundText, "File not found: ", path) {}
+  explicit FileNotFoundError(const std::string& path)
+      : RuntimeError(ErrorKind::FileNotFound, "File not found: ", path) {}
   const std::string& Path() const { return Detail(); }
 };
 
 // A division by zero; a caller that knows the cause better names its own text.
 class DivisionByZeroError : public RuntimeError {
  public:
-  explicit DivisionByZeroError(const std::string& what, int messageId = kDivisionByZeroText)
-      : RuntimeError(messageId, "Division by zero: ", what) {}
+  explicit DivisionByZeroError(const std::string& what)
+      : RuntimeError(ErrorKind::DivisionByZero, "Division by zero: ", what) {}
+  DivisionByZeroError(const std::string& what, Text text)
+      : RuntimeError(text, "Division by zero: ", what) {}
 };
 
 // A file that could be opened but not read or written completely: one of
-// the texts kCannotReadText ... with its arguments; `english` is the text's
+// the texts Text::CannotRead ... with its arguments; `english` is the text's
 // English form with the arguments in place.
 class FileAccessError : public RuntimeError {
  public:
-  FileAccessError(int messageId, const std::string& english, std::initializer_list<std::string> arguments)
-      : RuntimeError(messageId, english, arguments) {}
+  FileAccessError(Text text, const std::string& english,
+                  std::initializer_list<std::string> arguments)
+      : RuntimeError(text, english, arguments) {}
 };
 
-// A string id with no entry in the string table.
+// A text id with no entry in the string table.
 class ResourceError : public RuntimeError {
  public:
-  explicit ResourceError(const std::string& what) : RuntimeError(kResourceText, "Resource not found: ", what) {}
+  explicit ResourceError(const std::string& what)
+      : RuntimeError(ErrorKind::Resource, "Resource not found: ", what) {}
 };
 
 }  // namespace tavilo

@@ -8,14 +8,9 @@
 
 namespace tavilo {
 
-namespace {
-
-constexpr int kSkippedText = 282;
-
-}  // namespace
-
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
-                        const std::function<void(const std::string& message)>& skipped, int language) {
+                        const std::function<void(const std::string& message)>& skipped,
+                        Language language) {
   int written = 0;
   int ordinal = 0;  // of the polar in the file, as the skip message names it
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
@@ -27,7 +22,7 @@ int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
       try {
         fit = FitApproximation(polar);
       } catch (const ApproxPolarRefusedError&) {
-        skipped(FormatResString(kSkippedText, language,
+        skipped(FormatResString(Text::ApproxPolarSkipped, language,
                                 {ShortestNumberText(ordinal), ShortestNumberText(polar.ReynoldsNumber),
                                  ShortestNumberText(polar.MachNumber)}));
         continue;

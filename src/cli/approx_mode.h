@@ -7,6 +7,7 @@
 #include <string>
 
 #include "model/airfoil.h"
+#include "strings/language.h"
 
 namespace tavilo {
 
@@ -17,6 +18,7 @@ namespace tavilo {
 // Each other polar is handed to `skipped` as a message in `language`.
 // Returns how many polars were written.
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
-                        const std::function<void(const std::string& message)>& skipped, int language);
+                        const std::function<void(const std::string& message)>& skipped,
+                        Language language);
 
 }  // namespace tavilo

@@ -111,25 +111,13 @@ std::string UsageText() {
          kUsageOptions;
 }
 
-// String ids of the converter's own messages.
-constexpr int kAirfoilPastEndText = 122;
-constexpr int kAirfoilSingleText = 123;
-constexpr int kAirfoilNotDragText = 124;
-constexpr int kNothingToApproximateText = 283;
-[[maybe_unused]] constexpr int kNoRendererText = 240;  // where the renderer is built
-// --info's listing: "Airfoil", "Set" and a line per polar.
-constexpr int kAirfoilText = 7;
-constexpr int kSetText = 130;
-constexpr int kAirfoilListText = 263;
-constexpr int kPolarLineText = 264;
-
 // Messages on standard error, "Tavilo: Error: ..." or "Tavilo: Warning:
 // ...", in the chosen language; each names the file it is about.
 class Messages {
  public:
-  Messages(std::ostream& err, int language) : err_(err), language_(language) {}
+  Messages(std::ostream& err, tavilo::Language language) : err_(err), language_(language) {}
 
-  int Language() const { return language_; }
+  tavilo::Language Language() const { return language_; }
   void Error(const std::string& text, const std::string& file) { Print(ErrorTitle(language_), text, file); }
   void Warning(const std::string& text, const std::string& file) {
     Print(WarningTitle(language_), text, file);
@@ -155,7 +143,7 @@ class Messages {
   }
 
   std::ostream& err_;
-  int language_;
+  tavilo::Language language_;
 };
 
 // What the export code shows (an unknown output format, a writer's warning)
@@ -189,7 +177,7 @@ struct Options {
   std::vector<std::string> files;
   std::optional<int> airfoil;  // 1-based, when given
   int jobs = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u));  // --batch
-  int language = kEnglish;
+  Language language = Language::English;
   PrintOptions print;  // --print: as a first start has them unless asked
 };
 
@@ -230,7 +218,7 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
     } else if (arg == "--lang") {
       auto lang = value();
       if (!lang || (*lang != "de" && *lang != "en")) return "--lang takes de or en";
-      options.language = *lang == "de" ? kGerman : kEnglish;
+      options.language = *lang == "de" ? Language::German : Language::English;
     } else if (arg == "--airfoil") {
       auto n = CountFromOne(value());
       if (!n) return "--airfoil takes a number from 1";
@@ -254,25 +242,26 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
   return std::nullopt;
 }
 
-void PrintInfo(const std::string& input, const Airfoil& airfoil, int language, std::ostream& out) {
+void PrintInfo(const std::string& input, const Airfoil& airfoil, Language language,
+               std::ostream& out) {
   const FileFormat* format = FormatToRead(input);
   if (format != nullptr && format->airfoilNames != nullptr) {
     const std::vector<std::string> names = format->airfoilNames(ReadFileBytes(input));
     if (names.size() > 1) {
-      out << GetResString(kAirfoilListText, language) << '\n';
+      out << GetResString(Text::AirfoilList, language) << '\n';
       for (size_t i = 0; i < names.size(); ++i) out << "  " << i + 1 << ": " << names[i] << '\n';
     }
   }
-  out << GetResString(kAirfoilText, language) << ": " << airfoil.Name << '\n';
+  out << GetResString(Text::Airfoil, language) << ": " << airfoil.Name << '\n';
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {
     const Configuration& set = *airfoil.Configuration(i);
-    out << GetResString(kSetText, language) << NumberText(i) << ": " << set.Name << '\n';
+    out << GetResString(Text::SetHeading, language) << NumberText(i) << ": " << set.Name << '\n';
     for (int j = 1; j <= set.PolarCount(); ++j) {
       const Polar& polar = *set.Polar(j);
       out << "  "
-          << FormatResString(kPolarLineText, language,
-                             {NumberText(j), NumberText(polar.ReynoldsNumber), NumberText(polar.MachNumber),
-                              FormatNumber(polar.PointCount(), "0")});
+          << FormatResString(Text::PolarLine, language,
+                             {NumberText(j), NumberText(polar.ReynoldsNumber),
+                              NumberText(polar.MachNumber), FormatNumber(polar.PointCount(), "0")});
       if (!polar.Name.empty()) out << ", " << polar.Name;
       out << '\n';
     }
@@ -327,18 +316,20 @@ class Reader {
   // airfoil is refused, and one that chooses nothing is reported.
   void CheckAirfoilOption(const std::string& path) {
     if (!options_.airfoil) return;
-    const int language = messages_.Language();
+    const Language language = messages_.Language();
     const FileFormat* format = FormatToRead(path);
     if (format == nullptr || format->airfoilNames == nullptr) {
-      messages_.Warning(FormatResString(kAirfoilNotDragText, language, {path}), path);
+      messages_.Warning(FormatResString(Text::AirfoilIgnoredNotDrag, language, {path}), path);
       return;
     }
     const int count = static_cast<int>(format->airfoilNames(ReadFileBytes(path)).size());
     if (*options_.airfoil > std::max(count, 1)) {
-      throw LateUsageError{FormatResString(kAirfoilPastEndText, language,
-                                           {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
+      throw LateUsageError{
+          FormatResString(Text::AirfoilPastEnd, language,
+                          {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
     }
-    if (count < 2) messages_.Warning(FormatResString(kAirfoilSingleText, language, {path}), path);
+    if (count < 2)
+      messages_.Warning(FormatResString(Text::AirfoilIgnoredSingle, language, {path}), path);
   }
 
   const Options& options_;
@@ -398,7 +389,9 @@ int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, M
   argv.push_back(nullptr);
   out.flush();
   ::execv(renderer.c_str(), argv.data());
-  messages.Error(FormatResString(kNoRendererText, messages.Language(), {renderer, std::strerror(errno)}), "");
+  messages.Error(FormatResString(Text::RendererNotStarted, messages.Language(),
+                                 {renderer, std::strerror(errno)}),
+                 "");
   return kExitFileError;
 }
 #endif
@@ -445,7 +438,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
       const std::string& file = options.files[0];
       auto skipped = [&](const std::string& text) { messages.Warning(text, file); };
       if (WriteApproximations(*input->airfoil, out, skipped, messages.Language()) > 0) return kExitDone;
-      messages.Error(GetResString(kNothingToApproximateText, messages.Language()), file);
+      messages.Error(GetResString(Text::ApproxNoPolarFits, messages.Language()), file);
       return kExitFileError;
     }
     case Options::Mode::Plot:

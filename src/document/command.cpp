@@ -59,20 +59,30 @@ size_t Command::Bytes() const {
   return bytes;
 }
 
-std::string StepName(const Command& command, int language) {
+std::string StepName(const Command& command, Language language) {
   // The text of each kind; "%1" takes the files read or the node acted on.
-  static constexpr std::pair<EditKind, int> kTexts[] = {
-      {EditKind::Open, 215},           {EditKind::New, 216},          {EditKind::Import, 217},
-      {EditKind::Paste, 218},          {EditKind::Delete, 219},       {EditKind::Rename, 220},
-      {EditKind::PolarProperties, 221}, {EditKind::SortReynolds, 222}, {EditKind::SortMach, 223},
-      {EditKind::Envelope, 224},       {EditKind::EditPoint, 225},    {EditKind::AddPoint, 226},
-      {EditKind::DeletePoints, 227},   {EditKind::PastePoints, 228},
+  static constexpr std::pair<EditKind, Text> kTexts[] = {
+      {EditKind::Open, Text::StepOpen},
+      {EditKind::New, Text::StepNew},
+      {EditKind::Import, Text::StepImport},
+      {EditKind::Paste, Text::StepPastePolar},
+      {EditKind::Delete, Text::StepDelete},
+      {EditKind::Rename, Text::StepRename},
+      {EditKind::PolarProperties, Text::StepProperties},
+      {EditKind::SortReynolds, Text::StepSortOnReynolds},
+      {EditKind::SortMach, Text::StepSortOnMach},
+      {EditKind::Envelope, Text::StepEnvelope},
+      {EditKind::EditPoint, Text::StepEditPoint},
+      {EditKind::AddPoint, Text::StepAddPoint},
+      {EditKind::DeletePoints, Text::StepDeletePoints},
+      {EditKind::PastePoints, Text::StepPastePoints},
   };
   const std::vector<std::string>& files = command.Files();
   std::string argument = NodeName(command.Subject(), language);
   if (files.size() == 1) argument = FileNameOnly(files.front());
   if (files.size() > 1)
-    argument = FormatResString(229, language, {FormatNumber(static_cast<double>(files.size()), "0")});
+    argument = FormatResString(Text::FileCount, language,
+                               {FormatNumber(static_cast<double>(files.size()), "0")});
   for (const auto& [kind, id] : kTexts) {
     if (kind == command.Kind()) return FormatResString(id, language, {argument});
   }

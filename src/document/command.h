@@ -9,6 +9,7 @@
 
 #include "model/airfoil.h"
 #include "model/snapshot.h"
+#include "strings/language.h"
 
 namespace tavilo {
 
@@ -69,6 +70,6 @@ using CommandPtr = std::shared_ptr<Command>;
 
 // The step's name in `language` as the Edit menu shows it after "Undo" or
 // "Redo": "Delete Polar 2", "Import wing.xml", "Sort on Mach Number".
-std::string StepName(const Command& command, int language);
+std::string StepName(const Command& command, Language language);
 
 }  // namespace tavilo

@@ -12,13 +12,6 @@ namespace tavilo {
 
 namespace {
 
-constexpr int kNoNumberText = 232;
-constexpr int kNeedsValueText = 233;
-constexpr int kNoRowsText = 234;
-constexpr int kLineText = 235;
-constexpr int kOutOfRangeText = 272;
-constexpr int kNoNumberEitherDecimalText = 273;
-
 constexpr std::array<std::string_view, kPointColumns> kColumnNames = {"Alfa", "Cl", "Cd", "Cm", "TU", "TL"};
 constexpr std::array<double PolarPoint::*, kPointColumns> kColumnFields = {
     &PolarPoint::Alfa, &PolarPoint::Cl, &PolarPoint::Cd, &PolarPoint::Cm, &PolarPoint::TU, &PolarPoint::TL};
@@ -55,13 +48,14 @@ void SetPointValue(PolarPoint& point, int column, double value) {
 // general style writes 200000, not 2e+05, as one would type it.
 std::string PointCellText(double value) { return ValueText(value, 15); }
 
-CellReading ReadPointCell(int column, std::string_view text, int language, bool decimalComma) {
+CellReading ReadPointCell(int column, std::string_view text, Language language, bool decimalComma) {
   const std::string_view field = TrimBlanksAndTabs(text);
   CellReading reading;
   double value = kNoValue;
   switch (ReadFieldNumber(field, decimalComma, value)) {
     case FieldValue::Text:
-      reading.refusal = FormatResString(decimalComma ? kNoNumberEitherDecimalText : kNoNumberText, language, {field});
+      reading.refusal = FormatResString(
+          decimalComma ? Text::PointNoNumberEitherDecimal : Text::PointNoNumber, language, {field});
       return reading;
     case FieldValue::Empty:
       value = kNoValue;
@@ -72,11 +66,12 @@ CellReading ReadPointCell(int column, std::string_view text, int language, bool 
   // Refused rather than kept: one huge value would take its polar out of
   // every graph.
   if (std::abs(value) > kPointValueLimit) {
-    reading.refusal = FormatResString(kOutOfRangeText, language, {PointColumnName(column), field});
+    reading.refusal =
+        FormatResString(Text::PointOutOfRange, language, {PointColumnName(column), field});
     return reading;
   }
   if (column < kRequiredPointColumns && value <= kNoValue) {
-    reading.refusal = FormatResString(kNeedsValueText, language, {PointColumnName(column)});
+    reading.refusal = FormatResString(Text::PointNeedsValue, language, {PointColumnName(column)});
     return reading;
   }
   // Every value at or below the marker means unknown; it is kept as the
@@ -85,7 +80,7 @@ CellReading ReadPointCell(int column, std::string_view text, int language, bool 
   return reading;
 }
 
-CellReading ReadEditedCell(int column, std::string_view text, double stored, int language) {
+CellReading ReadEditedCell(int column, std::string_view text, double stored, Language language) {
   if (TrimBlanksAndTabs(text) == PointCellText(stored)) return {stored, {}};
   return ReadPointCell(column, text, language);
 }
@@ -108,7 +103,7 @@ std::string PointRowsText(std::span<const PolarPoint> points, std::span<const in
   return text;
 }
 
-PastedRows ReadPointRows(std::string_view text, int language) {
+PastedRows ReadPointRows(std::string_view text, Language language) {
   PastedRows pasted;
   int lineNumber = 0;
   while (!text.empty()) {
@@ -132,13 +127,13 @@ PastedRows ReadPointRows(std::string_view text, int language) {
       const CellReading cell = ReadPointCell(column, fields[static_cast<size_t>(column)], language, true);
       if (!cell.Accepted()) {
         const std::string where = FormatNumber(lineNumber, "0");
-        return {{}, FormatResString(kLineText, language, {where, cell.refusal})};
+        return {{}, FormatResString(Text::ClipboardLine, language, {where, cell.refusal})};
       }
       SetPointValue(point, column, cell.value);
     }
     pasted.points.push_back(point);
   }
-  if (pasted.points.empty()) pasted.refusal = GetResString(kNoRowsText, language);
+  if (pasted.points.empty()) pasted.refusal = GetResString(Text::ClipboardHoldsNoPoints, language);
   return pasted;
 }
 

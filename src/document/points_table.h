@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "model/polar_point.h"
+#include "strings/language.h"
 
 namespace tavilo {
 
@@ -45,11 +46,12 @@ struct CellReading {
 // above kPointValueLimit is refused in every column. With `decimalComma` a
 // comma is taken for the period too (pasted rows), and the refusal of a
 // text says so.
-CellReading ReadPointCell(int column, std::string_view text, int language, bool decimalComma = false);
+CellReading ReadPointCell(int column, std::string_view text, Language language,
+                          bool decimalComma = false);
 
 // As ReadPointCell for a cell that holds `stored`; its own text, left as
 // PointCellText shows it, keeps `stored` with all its digits.
-CellReading ReadEditedCell(int column, std::string_view text, double stored, int language);
+CellReading ReadEditedCell(int column, std::string_view text, double stored, Language language);
 
 // The points `rows` (0-based) of `points` as a header line of the column
 // names and one line per row, fields separated by tabs, unknown values
@@ -67,6 +69,6 @@ struct PastedRows {
   std::vector<PolarPoint> points;
   std::string refusal;
 };
-PastedRows ReadPointRows(std::string_view text, int language);
+PastedRows ReadPointRows(std::string_view text, Language language);
 
 }  // namespace tavilo

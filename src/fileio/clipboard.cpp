@@ -26,7 +26,9 @@ class ScratchFile {
     int fd = ::mkstemp(pattern.data());
     if (fd < 0) {
       const std::string reason = std::strerror(errno);
-      throw FileAccessError(kNoClipboardFileText, FormatResString(kNoClipboardFileText, kEnglish, {reason}), {reason});
+      throw FileAccessError(Text::NoClipboardFile,
+                            FormatResString(Text::NoClipboardFile, Language::English, {reason}),
+                            {reason});
     }
     ::close(fd);
     path_ = pattern;

@@ -32,8 +32,8 @@ std::vector<FileFormat> MakeFileFormats() {
        .read = [](Airfoil& airfoil, const std::string& path,
                   const ReaderArguments&) { return ReadFromXML(airfoil, path); },
        .write = WriteToXML,
-       .aboutReadLine = 172,
-       .aboutWrittenLine = 172},
+       .aboutReadLine = Text::AboutReadsXml,
+       .aboutWrittenLine = Text::AboutReadsXml},
       {.id = "pef",
        .kind = FormatKind::Polars,
        .names = {{.text = ".pef", .readOrder = 3, .written = true, .lists = kEveryList}},
@@ -44,8 +44,8 @@ std::vector<FileFormat> MakeFileFormats() {
                  arguments.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
            },
        .write = Quietly<WriteToPEF>,
-       .aboutReadLine = 173,
-       .aboutWrittenLine = 173},
+       .aboutReadLine = Text::AboutReadsPef,
+       .aboutWrittenLine = Text::AboutReadsPef},
       // MSES files are read as XFOIL files but never written under their
       // name; the export filter offers it all the same.
       {.id = "xfoil",
@@ -58,13 +58,13 @@ std::vector<FileFormat> MakeFileFormats() {
        .read = [](Airfoil& airfoil, const std::string& path,
                   const ReaderArguments&) { return ReadFromPOL(airfoil, path); },
        .write = Quietly<WriteToPOL>,
-       .aboutReadLine = 174,
-       .aboutWrittenLine = 177},
+       .aboutReadLine = Text::AboutReadsPol,
+       .aboutWrittenLine = Text::AboutWritesPol},
       // Eppler input: offered by the export dialog, its writer not written yet.
       {.id = "eppler",
        .kind = FormatKind::Polars,
        .names = {{.text = ".epp", .written = true, .lists = kExportLists}},
-       .notWrittenText = 103},
+       .notWrittenText = Text::EpplerNotWritten},
       {.id = "drag",
        .kind = FormatKind::Polars,
        .names = {{.text = ".drg", .readOrder = 5, .lists = kReadLists}},
@@ -72,7 +72,7 @@ std::vector<FileFormat> MakeFileFormats() {
            [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
              return ReadFromDRG(airfoil, path, arguments.choose);
            },
-       .aboutReadLine = 175,
+       .aboutReadLine = Text::AboutReadsDrg,
        .airfoilNames = DrgAirfoilNames},
       {.id = "table",
        .kind = FormatKind::Polars,
@@ -87,8 +87,8 @@ std::vector<FileFormat> MakeFileFormats() {
              return ReadFromTable(airfoil, path, arguments.choose);
            },
        .write = Quietly<WriteToCSV>,
-       .aboutReadLine = 176,
-       .aboutWrittenLine = 178,
+       .aboutReadLine = Text::AboutReadsTable,
+       .aboutWrittenLine = Text::AboutWritesCsv,
        .usageHeading = "the polar tables"},
   };
 }
@@ -153,17 +153,17 @@ std::string PatternOfList(FormatList list) {
   return pattern;
 }
 
-std::vector<int> AboutReadLines() {
-  std::vector<int> lines;
+std::vector<Text> AboutReadLines() {
+  std::vector<Text> lines;
   for (const FileFormat& format : FileFormats())
-    if (format.aboutReadLine != 0) lines.push_back(format.aboutReadLine);
+    if (format.aboutReadLine) lines.push_back(*format.aboutReadLine);
   return lines;
 }
 
-std::vector<int> AboutWrittenLines() {
-  std::vector<int> lines;
+std::vector<Text> AboutWrittenLines() {
+  std::vector<Text> lines;
   for (const FileFormat& format : FileFormats())
-    if (format.aboutWrittenLine != 0) lines.push_back(format.aboutWrittenLine);
+    if (format.aboutWrittenLine) lines.push_back(*format.aboutWrittenLine);
   return lines;
 }
 

@@ -5,6 +5,7 @@
 // About text and the converter's usage all read this table, so adding a
 // format is its reader in formats/, one row here and its tests.
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,6 +13,7 @@
 #include "formats/drg.h"
 #include "formats/read_report.h"
 #include "model/airfoil.h"
+#include "strings/text_ids.h"
 
 namespace tavilo {
 
@@ -27,16 +29,13 @@ enum class NameTest {
 
 // The fixed lists a name is on, as bits.
 enum FormatList : unsigned {
-  kFileList = 1u << 0,         // the main window's file list, kFileListPattern
-  kAllPolarFiles = 1u << 1,    // Import's first filter, after text 115 "All polar files"
-  kImportFilter = 1u << 2,     // Import's and Batch's filter text, kImportFilterText
-  kExportFilter = 1u << 3,     // the export filter text of old, 82
-  kCsvExportFilter = 1u << 4,  // Export's filter text, kExportFilterText: 82 and the CSV table
+  kFileList = 1u << 0,       // the main window's file list, kFileListPattern
+  kAllPolarFiles = 1u << 1,  // Import's first filter, after Text::AllPolarFiles
+  kImportFilter = 1u << 2,   // Import's and Batch's filter text, Text::ImportFilter
+  kExportFilter = 1u << 3,   // the export filter text of old, Text::ExportFilter
+  kCsvExportFilter =
+      1u << 4,  // Export's filter text, Text::ExportFilterWithCsv: the old one and the CSV table
 };
-
-// The filter texts of the dialogs, kept as the string table has them.
-inline constexpr int kImportFilterText = 62;
-inline constexpr int kExportFilterText = 171;
 
 // The file list's pattern is fixed text: ".txt" (Eppler output) and MSES
 // "polar.*" names are deliberately left to File/Import.
@@ -71,12 +70,12 @@ struct FileFormat {
                      const ReaderArguments& arguments) = nullptr;
   // Writes the selected polars; raises FileAccessError.
   WriteReport (*write)(const Airfoil& airfoil, const std::string& path) = nullptr;
-  // Shown when a written name has no writer yet (0: none).
-  int notWrittenText = 0;
+  // Shown when a written name has no writer yet.
+  std::optional<Text> notWrittenText{};
   // The About text's line under "...read, display and print" and under
-  // "...export to:" (0: not on it).
-  int aboutReadLine = 0;
-  int aboutWrittenLine = 0;
+  // "...export to:" (none: not on it).
+  std::optional<Text> aboutReadLine{};
+  std::optional<Text> aboutWrittenLine{};
   // The airfoils of a file that may hold several, from its bytes; null
   // where a file holds one.
   std::vector<std::string> (*airfoilNames)(std::string_view bytes) = nullptr;
@@ -104,7 +103,7 @@ std::string PatternOfList(FormatList list);
 
 // The About text's lines of the formats read and of those written, in row
 // order.
-std::vector<int> AboutReadLines();
-std::vector<int> AboutWrittenLines();
+std::vector<Text> AboutReadLines();
+std::vector<Text> AboutWrittenLines();
 
 }  // namespace tavilo

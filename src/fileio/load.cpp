@@ -15,10 +15,10 @@ class BusyScope {
  public:
   explicit BusyScope(UserInterface& ui) : ui_(ui) {
     ui_.SetBusy(true);
-    ui_.SetStatusText(GetResString(74, ui_.Language()));
+    ui_.SetStatusText(GetResString(Text::Reading, ui_.Language()));
   }
   ~BusyScope() {
-    ui_.SetStatusText(GetResString(3, ui_.Language()));
+    ui_.SetStatusText(GetResString(Text::Ready, ui_.Language()));
     ui_.SetBusy(false);
   }
 
@@ -58,32 +58,34 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
   if (format != nullptr && format->read != nullptr)
     report = format->read(*airfoil, fileName, {choose, options.leaveFileUnchanged});
   else
-    report = MessageReport(folder ? kFolderText : 73);
+    report = MessageReport(folder ? Text::IsFolder : Text::UnknownFileFormat);
   // A reader's own error already says why nothing came of the file, unless
   // the window keeps quiet about it.
   if (options.requirePoints && !HasShownError(report) && !HasPoints(*airfoil))
-    report.diagnostics.push_back({Severity::Error, kNoPolarsText, {}, false, {}, 0});
+    report.diagnostics.push_back({Severity::Error, Text::NoPolars, {}, false, {}, 0});
   report.InFile(fileName);
   return {std::move(airfoil), std::move(report)};
 }
 
-std::string DiagnosticText(const Diagnostic& diagnostic, int language) {
+std::string DiagnosticText(const Diagnostic& diagnostic, Language language) {
   std::string text;
   if (diagnostic.line > 0)
-    text = FormatResString(113, language, {diagnostic.file, std::to_string(diagnostic.line)}) + ": ";
+    text = FormatResString(Text::FileAndLine, language,
+                           {diagnostic.file, std::to_string(diagnostic.line)}) +
+           ": ";
   return text + FormatResString(diagnostic.messageId, language, {diagnostic.text, diagnostic.file});
 }
 
-std::string DiagnosticTextNamingFile(const Diagnostic& diagnostic, int language) {
+std::string DiagnosticTextNamingFile(const Diagnostic& diagnostic, Language language) {
   const std::string text = DiagnosticText(diagnostic, language);
   if (diagnostic.file.empty() || text.find(diagnostic.file) != std::string::npos) return text;
-  return FormatResString(114, language, {diagnostic.file, text});
+  return FormatResString(Text::FileAndMessage, language, {diagnostic.file, text});
 }
 
 void ShowDiagnostics(const ReadReport& report, UserInterface& ui) {
   for (const Diagnostic& diagnostic : report.diagnostics) {
     if (diagnostic.quiet) continue;
-    const int language = ui.Language();
+    const Language language = ui.Language();
     const std::string text = DiagnosticTextNamingFile(diagnostic, language);
     if (diagnostic.severity == Severity::Warning)
       ui.ShowMessage(text, WarningTitle(language), MessageIcon::Warning);

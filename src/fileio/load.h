@@ -12,12 +12,6 @@
 
 namespace tavilo {
 
-// "File contains no polars!"
-inline constexpr int kNoPolarsText = 77;
-
-// "%2 is a folder, not a polar file."
-inline constexpr int kFolderText = 250;
-
 // True when some polar of `airfoil` has a point.
 bool HasPoints(const Airfoil& airfoil);
 
@@ -25,7 +19,7 @@ struct ReadOptions {
   // Never writes to the file: an LF-only PEF file is read converted in
   // memory instead of being rewritten with CR LF first (the window's way).
   bool leaveFileUnchanged = false;
-  // A file that yields no polar with a point is an error, kNoPolarsText
+  // A file that yields no polar with a point is an error, Text::NoPolars
   // (unless the reader has already reported an error that the window
   // shows): there is nothing to show or write from it.
   bool requirePoints = false;
@@ -39,20 +33,20 @@ struct LoadResult {
 // A new airfoil read from `fileName` by the reader its name picks, without
 // showing or asking anything; `choose` picks the airfoil of a drag file with
 // several (none: the first); the reader is the one FormatToRead names
-// (fileio/formats_table.h). An unknown format gives error message 73, a
-// folder kFolderText, a table without a polar error message 77.
+// (fileio/formats_table.h). An unknown format gives Text::UnknownFileFormat, a
+// folder Text::IsFolder, a table without a polar Text::NoPolars.
 // Raises what the reader raises (FileNotFoundError for a missing file, ...).
 LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choose, const ReadOptions& options = {});
 
 // The user's text of `diagnostic` in `language`: its string-table message
 // (with the diagnostic's text as "%1" and its file as "%2"), after the file
 // and line where it names a line.
-std::string DiagnosticText(const Diagnostic& diagnostic, int language);
+std::string DiagnosticText(const Diagnostic& diagnostic, Language language);
 
 // DiagnosticText after "File: " and the file on a line of its own (114),
 // unless the text names its file already: what the window shows, so that
 // the user can tell which of several files a message is about.
-std::string DiagnosticTextNamingFile(const Diagnostic& diagnostic, int language);
+std::string DiagnosticTextNamingFile(const Diagnostic& diagnostic, Language language);
 
 // Shows the diagnostics that the window shows, one message box each, each
 // naming its file; quiet ones stay unseen.

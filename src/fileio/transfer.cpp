@@ -21,11 +21,13 @@ namespace {
 bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF"; }
 
 // The open dialog of Import, which Batch shares, title and the filters of
-// id 62 included, as it always did; Import alone offers every polar file first.
-FileDialogRequest ImportRequest(int language, bool allPolarFilesFirst) {
-  std::string filter = GetResString(kImportFilterText, language);
-  if (allPolarFilesFirst) filter = GetResString(115, language) + "|" + PatternOfList(kAllPolarFiles) + "|" + filter;
-  return {FileDialogKind::Open, GetResString(61, language), filter, false};
+// Text::ImportFilter included, as it always did; Import alone offers every polar file first.
+FileDialogRequest ImportRequest(Language language, bool allPolarFilesFirst) {
+  std::string filter = GetResString(Text::ImportFilter, language);
+  if (allPolarFilesFirst)
+    filter = GetResString(Text::AllPolarFiles, language) + "|" + PatternOfList(kAllPolarFiles) +
+             "|" + filter;
+  return {FileDialogKind::Open, GetResString(Text::ImportTitle, language), filter, false};
 }
 
 bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterface& ui) {
@@ -36,13 +38,13 @@ bool WriteByName(const Airfoil& airfoil, const std::string& fileName, UserInterf
   }
   // A format whose writer is not written yet says so rather than leave an
   // empty file behind.
-  if (format != nullptr && format->notWrittenText != 0) {
-    ui.ShowMessage(GetResString(format->notWrittenText, ui.Language()), ErrorTitle(ui.Language()),
+  if (format != nullptr && format->notWrittenText) {
+    ui.ShowMessage(GetResString(*format->notWrittenText, ui.Language()), ErrorTitle(ui.Language()),
                    MessageIcon::Information);
     return false;
   }
-  ui.ShowMessage(GetResString(73, ui.Language()) + "\r\n'" + fileName + "'", ErrorTitle(ui.Language()),
-                 MessageIcon::Critical);
+  ui.ShowMessage(GetResString(Text::UnknownFileFormat, ui.Language()) + "\r\n'" + fileName + "'",
+                 ErrorTitle(ui.Language()), MessageIcon::Critical);
   return false;
 }
 
@@ -69,9 +71,9 @@ void WriteSetToPEF(const std::string& airfoilName, const ConfigurationPtr& set, 
 }
 
 bool ExportFile(const Airfoil& airfoil, UserInterface& ui) {
-  const int language = ui.Language();
-  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(60, language), GetResString(kExportFilterText, language),
-                            true};
+  const Language language = ui.Language();
+  FileDialogRequest request{FileDialogKind::Save, "Export " + GetResString(Text::Polar, language),
+                            GetResString(Text::ExportFilterWithCsv, language), true};
   const std::string fileName = ui.ChooseFile(request);
   if (fileName.empty()) return false;
   ExportAirfoil(airfoil, fileName, ui);
@@ -188,16 +190,20 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
   return static_cast<int>(names.size());
 }
 
-std::string BatchFailuresText(int failed, int total, int language) {
-  if (failed != 1) return FormatResString(117, language, {FormatNumber(failed, "0"), FormatNumber(total, "0")});
-  return total == 1 ? GetResString(252, language) : FormatResString(251, language, {"1", FormatNumber(total, "0")});
+std::string BatchFailuresText(int failed, int total, Language language) {
+  if (failed != 1)
+    return FormatResString(Text::FilesNotConverted, language,
+                           {FormatNumber(failed, "0"), FormatNumber(total, "0")});
+  return total == 1 ? GetResString(Text::OneFileNotConverted, language)
+                    : FormatResString(Text::OneOfFilesNotConverted, language,
+                                      {"1", FormatNumber(total, "0")});
 }
 
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
   struct ReadyAtEnd {
     UserInterface& ui;
     ~ReadyAtEnd() {
-      ui.SetStatusText(GetResString(3, ui.Language()));
+      ui.SetStatusText(GetResString(Text::Ready, ui.Language()));
       ui.SetBusy(false);
     }
   } ready{ui};
@@ -205,7 +211,7 @@ void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {
   // A file that fails is passed over, so that one bad file does not leave
   // the rest unconverted, and nothing stops the run to ask: the failures
   // and warnings are listed once at the end.
-  const int language = ui.Language();
+  const Language language = ui.Language();
   std::vector<std::string> failures, warnings;
   ReadOptions options;
   options.requirePoints = true;
@@ -244,7 +250,7 @@ bool BatchConvert(UserInterface& ui) {
   const std::string fileName = ui.ChooseFile(ImportRequest(ui.Language(), false));
   const size_t slash = fileName.rfind('/');
   if (fileName.empty() || slash == std::string::npos) {
-    ui.SetStatusText(GetResString(3, ui.Language()));
+    ui.SetStatusText(GetResString(Text::Ready, ui.Language()));
     return false;
   }
   BatchConvertDirectory(fileName.substr(0, slash + 1), ui);

@@ -52,7 +52,7 @@ enum class BatchStage {
 
 // The head of the list of a batch run's failures, agreeing in number:
 // "1 file could not be converted:", "1 of 3 files ...", "2 of 3 files ...".
-std::string BatchFailuresText(int failed, int total, int language);
+std::string BatchFailuresText(int failed, int total, Language language);
 
 // One file of a batch run: its name in the directory, the name of the XML
 // file it goes to, what reading it reported (empty when reading raised;

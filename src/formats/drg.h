@@ -24,7 +24,7 @@ using AirfoilChoice = std::function<int(const std::vector<std::string>& entries)
 // the chosen airfoil of the file at `path`, each polar selected. With two or
 // more airfoils in the file `choose` picks one (no choice: the first).
 // A file that ends before its polar or point counts do keeps what was read
-// and reports stoppedEarly with the quiet warning kShortOfCountsText.
+// and reports stoppedEarly with the quiet warning Text::ShortOfCounts.
 // FileNotFoundError when it cannot be opened; OverflowError for a number
 // beyond the double range or a count beyond 32767.
 ReadReport ReadFromDRG(Airfoil& airfoil, const std::string& path, const AirfoilChoice& choose);

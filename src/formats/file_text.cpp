@@ -90,10 +90,11 @@ mode_t ProcessUmask() {
 [[maybe_unused]] const mode_t kUmaskAtStart = ProcessUmask();
 
 // The error of an action on `path` that the system refused: `messageId` is
-// kCannotReadText, kCannotWriteText or kCannotReplaceText.
-FileAccessError SystemRefused(int messageId, const std::string& path, int error) {
+// Text::CannotRead, Text::CannotWrite or Text::CannotReplace.
+FileAccessError SystemRefused(Text messageId, const std::string& path, int error) {
   const std::string reason = std::strerror(error);
-  return FileAccessError(messageId, FormatResString(messageId, kEnglish, {path, reason}), {path, reason});
+  return FileAccessError(messageId, FormatResString(messageId, Language::English, {path, reason}),
+                         {path, reason});
 }
 
 }  // namespace
@@ -116,7 +117,7 @@ size_t InputFile::Read(char* data, size_t size) const {
   for (;;) {
     ssize_t n = ::read(fd_, data, size);
     if (n >= 0) return static_cast<size_t>(n);
-    if (errno != EINTR) throw SystemRefused(kCannotReadText, path_, errno);
+    if (errno != EINTR) throw SystemRefused(Text::CannotRead, path_, errno);
   }
 }
 
@@ -125,7 +126,7 @@ size_t InputFile::ReadAt(char* data, size_t size, uint64_t offset) const {
   while (filled < size) {
     ssize_t n = ::pread(fd_, data + filled, size - filled, static_cast<off_t>(offset + filled));
     if (n < 0 && errno == EINTR) continue;
-    if (n < 0) throw SystemRefused(kCannotReadText, path_, errno);
+    if (n < 0) throw SystemRefused(Text::CannotRead, path_, errno);
     if (n == 0) break;
     filled += static_cast<size_t>(n);
   }
@@ -195,10 +196,10 @@ void WriteFileAtomically(const std::string& linkOrPath, std::string_view bytes) 
   std::vector<char> name(pattern.begin(), pattern.end());
   name.push_back('\0');
   Descriptor file{::mkstemp(name.data())};
-  if (file.fd < 0) throw SystemRefused(kCannotWriteText, path, errno);
+  if (file.fd < 0) throw SystemRefused(Text::CannotWrite, path, errno);
   const std::string tempPath(name.data());
 
-  auto fail = [&](int messageId) {
+  auto fail = [&](Text messageId) {
     int error = errno;
     ::unlink(tempPath.c_str());
     throw SystemRefused(messageId, path, error);
@@ -216,20 +217,20 @@ void WriteFileAtomically(const std::string& linkOrPath, std::string_view bytes) 
     ssize_t n = ::write(file.fd, p, left);
     if (n < 0) {
       if (errno == EINTR) continue;
-      fail(kCannotWriteText);
+      fail(Text::CannotWrite);
     }
     p += n;
     left -= static_cast<size_t>(n);
   }
   // On disk before it takes the old file's name, so that a crash leaves the
   // old file or the new one, never an empty one.
-  if (::fsync(file.fd) != 0) fail(kCannotWriteText);
+  if (::fsync(file.fd) != 0) fail(Text::CannotWrite);
   if (::close(file.fd) != 0) {
     file.fd = -1;
-    fail(kCannotWriteText);
+    fail(Text::CannotWrite);
   }
   file.fd = -1;
-  if (::rename(tempPath.c_str(), path.c_str()) != 0) fail(kCannotReplaceText);
+  if (::rename(tempPath.c_str(), path.c_str()) != 0) fail(Text::CannotReplace);
 }
 
 bool IsValidUtf8(std::string_view bytes) {

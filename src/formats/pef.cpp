@@ -210,7 +210,7 @@ void PefReader::ReadAirfoil(Airfoil& airfoil, ReadReport& report) {
   airfoil.Name = name.empty() ? std::string("unknown airfoil") : NameFromFileBytes(name);
   airfoil.ResetConfigurations(setCount);
   if (setCount <= 0) {
-    report = MessageReport(76);
+    report = MessageReport(Text::NoDataSets);
     return;
   }
   // Every slot holds a set before any is read, so an error part way leaves

@@ -36,11 +36,11 @@ enum class LfOnlyFile {
 // "Airfoilname", else "unknown airfoil") and "NumberSets" sets. A file whose
 // lines end in LF alone is first rewritten with CR LF (ConvertLfOnlyFile)
 // unless `lfOnly` says otherwise; when it cannot be rewritten it is read as
-// it is. Reports error message 76 when "NumberSets" is missing, 0 or
+// it is. Reports Text::NoDataSets when "NumberSets" is missing, 0 or
 // negative (the name is kept, no set is read), a stop at the missing-item
 // limit below as stoppedEarly, and a set section, polar section or point
 // key that the counts ask for but the file lacks (read empty, as always)
-// with the quiet warning kShortOfCountsText.
+// with the quiet warning Text::ShortOfCounts.
 // FileNotFoundError, before anything changes, for a file that cannot be
 // opened; OverflowError for a count beyond 16 bits, a number beyond the
 // double range or a point value whose first blank lies beyond column 32767

@@ -208,7 +208,8 @@ PefIndex PefIndex::OfFile(const std::string& path, size_t piece) {
   index.file_ = std::make_unique<InputFile>(path);
   const InputFile& file = *index.file_;
   if (!file.IsRegular() || file.Size() >= UINT32_MAX)
-    throw FileAccessError(kPefNotInPiecesText, FormatResString(kPefNotInPiecesText, kEnglish, {path}), {path});
+    throw FileAccessError(Text::PefNotInPieces,
+                          FormatResString(Text::PefNotInPieces, Language::English, {path}), {path});
   std::string buffer(static_cast<size_t>(std::clamp<uint64_t>(file.Size() + 1, 1, std::max<size_t>(piece, 1))), '\0');
   uint64_t offset = 0;
   index.Scan([&]() {

@@ -8,6 +8,7 @@
 #include "formats/file_text.h"
 #include "formats/line_reader.h"
 #include "formats/text_output.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
@@ -152,7 +153,8 @@ ReadReport ReadPolarBlocks(Airfoil& airfoil, LineReader& reader) {
     // in this reader: what was read stays, the polar being read is dropped.
     // The window shows nothing; the converter must not call it a success.
     report.stoppedEarly = true;
-    report.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), true, {}, reader.LinesRead()});
+    report.diagnostics.push_back(
+        {Severity::Error, MessageText(error), error.Detail(), true, {}, reader.LinesRead()});
   }
   return report;
 }

@@ -6,15 +6,18 @@
 #include <string>
 #include <vector>
 
+#include "strings/text_ids.h"
+
 namespace tavilo {
 
 enum class Severity { Warning, Error };
 
 struct Diagnostic {
   Severity severity = Severity::Error;
-  // The string-table text (72, 73, 76 ..., or a run-time error's text that
-  // stopped the read), filled with `text` as its "%1" and `file` as its "%2".
-  int messageId = 0;
+  // The string-table text (Text::NoValidXmlFile, Text::NoDataSets ..., or
+  // a run-time error's text that stopped the read), filled with `text` as
+  // its "%1" and `file` as its "%2".
+  Text messageId{};
   std::string text;
   // The format keeps quiet about it on screen (an XFOIL file cut by a wild
   // number); the converter still reports it.
@@ -45,16 +48,15 @@ struct ReadReport {
 // polar longer than readers of the format take.
 using WriteReport = ReadReport;
 
-// String id of the warning that a file holds fewer polars or points than its
-// own counts announce (it names the file as "%2").
-inline constexpr int kShortOfCountsText = 120;
-
-// The quiet warning kShortOfCountsText: the window never showed it, the
-// converter does. Readers add it once, when they can tell.
-inline Diagnostic ShortOfCountsWarning() { return {Severity::Warning, kShortOfCountsText, {}, true, {}, 0}; }
+// The quiet warning Text::ShortOfCounts, that a file holds fewer polars or
+// points than its own counts announce (it names the file as "%2"): the
+// window never showed it, the converter does. Readers add it once, when they can tell.
+inline Diagnostic ShortOfCountsWarning() {
+  return {Severity::Warning, Text::ShortOfCounts, {}, true, {}, 0};
+}
 
 // A report holding the one error message `messageId`, shown in the window.
-inline ReadReport MessageReport(int messageId) {
+inline ReadReport MessageReport(Text messageId) {
   ReadReport report;
   report.diagnostics.push_back({Severity::Error, messageId, {}, false, {}, 0});
   return report;

@@ -8,12 +8,12 @@
 #include "formats/line_reader.h"
 #include "formats/pol.h"
 #include "formats/table_fields.h"
+#include "strings/string_table.h"
 
 namespace tavilo {
 
 namespace {
 
-constexpr int kNoPolars = 77;
 constexpr int kMaxPoints = 32767;
 
 size_t FieldOf(Column column) { return static_cast<size_t>(column); }
@@ -111,7 +111,8 @@ ReadReport TableReader::Read(std::string_view bytes) {
   } catch (const OverflowError& error) {
     // Past 32767 sets or polars of a set: what was read stays.
     report_.stoppedEarly = true;
-    report_.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), false, {}, lineNumber_});
+    report_.diagnostics.push_back(
+        {Severity::Error, MessageText(error), error.Detail(), false, {}, lineNumber_});
   }
   FlushPoints();
   airfoil_.Name = NameFromFileBytes(airfoilName_.empty() ? stem_ : airfoilName_);
@@ -181,7 +182,8 @@ void TableReader::AddRow(const PolarPoint& point, const RowKey& key) {
   if (!polar_ || !(key == polarKey_)) {
     StartPolar(key);
   } else if (pending_.size() >= kMaxPoints) {
-    report_.diagnostics.push_back({Severity::Warning, kTablePolarSplit, {}, false, {}, lineNumber_});
+    report_.diagnostics.push_back(
+        {Severity::Warning, Text::TablePolarSplit, {}, false, {}, lineNumber_});
     StartPolar(key);
   }
   pending_.push_back(point);
@@ -243,7 +245,8 @@ ReadReport ReadDragText(Airfoil& airfoil, std::string_view bytes, const AirfoilC
   } catch (const OverflowError& error) {
     ReadReport report;
     report.stoppedEarly = true;
-    report.diagnostics.push_back({Severity::Error, error.MessageId(), error.Detail(), false, {}, 0});
+    report.diagnostics.push_back(
+        {Severity::Error, MessageText(error), error.Detail(), false, {}, 0});
     return report;
   }
 }
@@ -271,7 +274,8 @@ ReadReport ReadFromTableText(Airfoil& airfoil, std::string_view bytes, std::stri
   if (tableRead) report = TableReader(airfoil, fileName).Read(bytes);
   if (!HasPoint(airfoil)) {
     Empty(airfoil);
-    report.diagnostics.push_back({Severity::Error, kNoPolars, std::string(fileName), false, {}, 0});
+    report.diagnostics.push_back(
+        {Severity::Error, Text::NoPolars, std::string(fileName), false, {}, 0});
   }
   return report;
 }

@@ -14,10 +14,6 @@
 
 namespace tavilo {
 
-// Id of the warning that a polar went past 32767 points and continues as a
-// new polar with the same Reynolds and Mach numbers.
-inline constexpr int kTablePolarSplit = 170;
-
 // Reads the file at `path` into `airfoil`, each polar selected:
 // - a text holding "Calculated polar for" with the XFOIL reader;
 // - a text with a drag file's "Airfoil" heading with the drag reader,

@@ -24,10 +24,6 @@ namespace {
 // points of a polar. The limit stays, so that a file reads here as every
 // other reader of the format reads it, but what it leaves out is told.
 constexpr int kMaxItems = 1000;
-constexpr int kSetsLeftOutText = 254;
-constexpr int kPolarsLeftOutText = 255;
-constexpr int kPointsLeftOutText = 256;
-constexpr int kLongPolarWrittenText = 257;
 
 // One line "<indent><tag>value</tag>" with the value in the fixed pattern of
 // `decimals` decimals.
@@ -117,7 +113,8 @@ WriteReport WriteToXML(const Airfoil& airfoil, const std::string& path) {
     for (int j = 1; j <= config.PolarCount(); ++j) {
       const Polar& polar = *config.Polar(j);
       if (polar.Selected && polar.PointCount() > kMaxItems) {
-        report.diagnostics.push_back({Severity::Warning, kLongPolarWrittenText, {}, false, path, 0});
+        report.diagnostics.push_back(
+            {Severity::Warning, Text::LongPolarWritten, {}, false, path, 0});
         return report;
       }
     }
@@ -354,7 +351,7 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
   std::string_view first = std::string_view(bytes).substr(start, lineEnd == std::string::npos
                                                                       ? std::string::npos
                                                                       : lineEnd - start);
-  if (first.substr(0, 21) != "<?xml version=\"1.0\"?>") return MessageReport(72);
+  if (first.substr(0, 21) != "<?xml version=\"1.0\"?>") return MessageReport(Text::NoValidXmlFile);
   // The rest of the lines joined with nothing between them: every line end
   // goes, in place, so the document costs no second copy.
   std::string& text = bytes;
@@ -367,7 +364,7 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
   std::string_view name = Extract(search, cfgs, kName);
   airfoil.Name = name.empty() ? "unknown airfoil" : NameFromFileBytes(Content(search, name, kName));
   airfoil.ResetConfigurations(0);
-  if (cfgs.empty()) return MessageReport(76);
+  if (cfgs.empty()) return MessageReport(Text::NoDataSets);
   LeftOut leftOut;
   for (int i = 0;; ++i) {
     if (i == kMaxItems) {
@@ -381,8 +378,9 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
     airfoil.AddConfiguration(config);
   }
   ReadReport report;
-  for (const auto& [left, id] : {std::pair{leftOut.sets, kSetsLeftOutText}, std::pair{leftOut.polars, kPolarsLeftOutText},
-                                 std::pair{leftOut.points, kPointsLeftOutText}})
+  for (const auto& [left, id] :
+       {std::pair{leftOut.sets, Text::SetsLeftOut}, std::pair{leftOut.polars, Text::PolarsLeftOut},
+        std::pair{leftOut.points, Text::PointsLeftOut}})
     if (left) report.diagnostics.push_back({Severity::Warning, id, {}, false, {}, 0});
   return report;
 }

@@ -21,11 +21,11 @@ std::string XmlText(const Airfoil& airfoil);
 // FileAccessError when it cannot be written.
 WriteReport WriteToXML(const Airfoil& airfoil, const std::string& path);
 
-// Fills `airfoil` from the file at `path`. Reports error message 72 when the
-// first line is not the XML declaration (the airfoil is left unchanged) and
-// 76 when there is no `configurations` element. Reads at most 1000 sets,
-// polars of a set and points of a polar, and warns of each limit passed
-// (254 sets, 255 polars, 256 points). FileNotFoundError for a file that
+// Fills `airfoil` from the file at `path`. Reports Text::NoValidXmlFile when
+// the first line is not the XML declaration (the airfoil is left unchanged)
+// and Text::NoDataSets when there is no `configurations` element. Reads at
+// most 1000 sets, polars of a set and points of a polar, and warns of each
+// limit passed (Text::SetsLeftOut, PolarsLeftOut, PointsLeftOut). FileNotFoundError for a file that
 // cannot be opened; OverflowError for a number beyond the double range.
 ReadReport ReadFromXML(Airfoil& airfoil, const std::string& path);
 

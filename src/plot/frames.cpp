@@ -98,8 +98,8 @@ void ZoomedGrid(DrawingSurface& surface, const GraphView& view) {
                 [&](double y) { surface.Line(view.left, y, view.right, y, kGridColor); });
 }
 
-std::string TitleText(std::string_view airfoilName, int language) {
-  std::string title = GetResString(7, language);
+std::string TitleText(std::string_view airfoilName, Language language) {
+  std::string title = GetResString(Text::Airfoil, language);
   title += ": ";
   title += airfoilName;
   return title;
@@ -119,14 +119,15 @@ void DrawClCdFrame(DrawingSurface& surface, const GraphView& view) {
   surface.Line(view.left, 0, view.right, 0, kAxisColor);
 }
 
-GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
-                       int language) {
+GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view,
+                       std::string_view airfoilName, Language language) {
   const double left = view.left + view.Width() / 50, top = view.bottom + (view.top - view.bottom) / 10;
   const std::string title = TitleText(airfoilName, language);
   return {left, top, left + surface.TextWidth(title), top + surface.TextHeight(title)};
 }
 
-void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, int language) {
+void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                   Language language) {
   surface.SetForeColor(kAxisColor);
   const GraphView title = ClCdTitleBox(surface, view, airfoilName, language);
   DragLabels(surface, view, &title);

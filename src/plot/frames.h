@@ -9,6 +9,7 @@
 
 #include "plot/surface.h"
 #include "plot/views.h"
+#include "strings/language.h"
 
 namespace tavilo {
 
@@ -26,14 +27,15 @@ inline constexpr double kDragLabelLift = 0.025;
 void DrawClCdFrame(DrawingSurface& surface, const GraphView& view);
 // Its texts, each on a halo of the background: the drag labels with their
 // ticks rising from the bottom edge, and the title "Airfoil: " + name
-// (string 7 in `language`, 1 English or 2 German; ResourceError for
-// another) near the bottom-left corner. A drag label that would meet the
-// title is left out, and so is one that would touch its neighbour (the
-// labels then stand at a wider step). Leaves the foreground black.
-void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, int language);
+// (Text::Airfoil in `language`; ResourceError for a language other than
+// English and German) near the bottom-left corner. A drag label that would
+// meet the title is left out, and so is one that would touch its neighbour
+// (the labels then stand at a wider step). Leaves the foreground black.
+void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                   Language language);
 // Where DrawClCdTexts writes the title: left, top, right and bottom in values.
-GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
-                       int language);
+GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view,
+                       std::string_view airfoilName, Language language);
 // Lift against angle of attack: grid every 5 degrees and every 0.1.
 void DrawClAlfaFrame(DrawingSurface& surface, const GraphView& view);
 // Moment against angle of attack: grid every 5 degrees and every 0.05.

@@ -64,7 +64,7 @@ struct PlotOverlay {
 struct PlotRequest {
   PlotViews views = DefaultViews(PlotRanges{});
   std::vector<PlotOverlay> overlays;  // drawn in this order, after the polars
-  int language = kEnglish;            // of the lift-drag title: 1 English, 2 German
+  Language language = Language::English;  // of the lift-drag title
   bool axisNumbers = false;           // numbers on every axis, not only the drag labels
   bool readableColors = false;        // see PolarColor
 };

@@ -260,10 +260,13 @@ struct FooterFields {
 
 std::string MachText(double mach) { return std::string(TrimLeadingBlanks(NumberText(mach))); }
 
-FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries, int language) {
-  double set = page.TextWidth(GetResString(130, language)), polar = page.TextWidth(GetResString(131, language));
-  double re = page.TextWidth(GetResString(132, language)), mach = page.TextWidth(GetResString(133, language));
-  double points = page.TextWidth(GetResString(134, language));
+FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries,
+                           Language language) {
+  double set = page.TextWidth(GetResString(Text::SetHeading, language)),
+         polar = page.TextWidth(GetResString(Text::PolarHeading, language));
+  double re = page.TextWidth(GetResString(Text::ReynoldsHeading, language)),
+         mach = page.TextWidth(GetResString(Text::MachHeading, language));
+  double points = page.TextWidth(GetResString(Text::PointsHeading, language));
   for (const ListEntry& entry : entries) {
     set = std::max(set, page.TextWidth(entry.set->Name));
     polar = std::max(polar, page.TextWidth(entry.polar->Name));
@@ -283,8 +286,8 @@ FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& e
   return fields;
 }
 
-std::string MoreText(int hidden, int language) {
-  return FormatResString(135, language, {std::to_string(hidden)});
+std::string MoreText(int hidden, Language language) {
+  return FormatResString(Text::MorePolars, language, {std::to_string(hidden)});
 }
 
 // ---- Layout ----
@@ -408,7 +411,7 @@ void ForEachPlace(const ListBlock& list, int header, Place place) {
 }
 
 void DrawLegend(DrawingSurface& page, const Layout& layout, const PageRequest& request) {
-  const int language = request.language;
+  const Language language = request.language;
   const ListBlock& legend = layout.page.legend;
   if (legend.columns == 0) return;
   const PageRect& area = legend.area;
@@ -429,24 +432,24 @@ void DrawLegend(DrawingSurface& page, const Layout& layout, const PageRequest& r
 
 void DrawFooter(DrawingSurface& page, const Layout& layout, const PageRequest& request) {
   const ListBlock& footer = layout.page.footer;
-  const int language = request.language;
+  const Language language = request.language;
   const PageRect& area = footer.area;
   page.SetForeColor(kRuleColor);
   page.Line(kPageMargin, area.top + kBlockGap / 2, request.paper.width - kPageMargin, area.top + kBlockGap / 2);
   page.SetForeColor(kBlack);
   page.SetFontSize(footer.points);
   if (layout.entries.empty()) {
-    PrintAt(page, area.left, area.top, GetResString(136, language));
+    PrintAt(page, area.left, area.top, GetResString(Text::NoActivePolar, language));
     return;
   }
   const FooterFields& f = layout.fields;
   for (int column = 0; column < footer.columns; ++column) {
     const double x = area.left + column * (footer.columnWidth + kColumnGap);
-    PrintAt(page, x + f.set, area.top, GetResString(130, language));
-    PrintAt(page, x + f.polar, area.top, GetResString(131, language));
-    PrintAt(page, x + f.re, area.top, GetResString(132, language));
-    PrintAt(page, x + f.mach, area.top, GetResString(133, language));
-    PrintAt(page, x + f.points, area.top, GetResString(134, language));
+    PrintAt(page, x + f.set, area.top, GetResString(Text::SetHeading, language));
+    PrintAt(page, x + f.polar, area.top, GetResString(Text::PolarHeading, language));
+    PrintAt(page, x + f.re, area.top, GetResString(Text::ReynoldsHeading, language));
+    PrintAt(page, x + f.mach, area.top, GetResString(Text::MachHeading, language));
+    PrintAt(page, x + f.points, area.top, GetResString(Text::PointsHeading, language));
   }
   ForEachPlace(footer, 1, [&](int k, double x, double y) {
     if (k == footer.shown) return PrintAt(page, x + f.set, y, MoreText(footer.total - footer.shown, language));
@@ -474,7 +477,8 @@ void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurfac
   page.SetFontSize(kHeadingPoints);
   const PageRect& heading = layout.page.heading;
   PrintAt(page, heading.left, heading.top,
-          Fit(page, GetResString(7, request.language) + ": " + airfoil.Name, heading.Width()));
+          Fit(page, GetResString(Text::Airfoil, request.language) + ": " + airfoil.Name,
+              heading.Width()));
   for (Graph g : kGraphs)
     DrawGraphFrame(page, layout.plans[g], layout.page.graphs[g], request.options.grid);
   DrawCurves(page, layout, request.readableColors);

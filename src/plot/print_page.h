@@ -38,7 +38,7 @@ struct PageRequest {
   PlotRanges ranges;
   PrintOptions options;
   PaperSize paper = kA4Landscape;
-  int language = kEnglish;
+  Language language = Language::English;
   bool readableColors = false;  // as on screen, see PolarColor
 };
 

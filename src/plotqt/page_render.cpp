@@ -55,7 +55,7 @@ bool WritePagePdf(const Airfoil& airfoil, const PageRequest& request, const std:
     writer.setCreator(QStringLiteral("Tavilo"));
     QPainter painter(&writer);
     if (!painter.isActive()) {
-      if (error) *error = FormatResString(138, request.language, {path});
+      if (error) *error = FormatResString(Text::PageNotPrinted, request.language, {path});
       return false;
     }
     RenderContext context;

@@ -214,17 +214,17 @@ QByteArray Encode(PictureFormat format, const QSizeF& size, double pixelRatio, c
   return bytes;
 }
 
-bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio, const QString& title,
-                  const Paint& paint, int language, std::string* error) {
+bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio,
+                  const QString& title, const Paint& paint, Language language, std::string* error) {
   const PictureFormat format = FormatOf(path);
   if (format == PictureFormat::Unknown) {
-    if (error) *error = GetResString(73, language) + "\r\n'" + path + "'";
+    if (error) *error = GetResString(Text::UnknownFileFormat, language) + "\r\n'" + path + "'";
     return false;
   }
   if (!EnsureGuiApplication(error)) return false;
   const QByteArray bytes = Encode(format, size, pixelRatio, title, paint);
   if (bytes.isEmpty()) {
-    if (error) *error = FormatResString(198, language, {path});
+    if (error) *error = FormatResString(Text::PictureNotWritten, language, {path});
     return false;
   }
   try {
@@ -255,7 +255,7 @@ bool EnsureGuiApplication(std::string* error) {
   return true;
 }
 
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, int language,
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, Language language,
                        std::string* error) {
   PlotRequest request;
   request.language = language;

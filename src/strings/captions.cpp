@@ -15,80 +15,92 @@ namespace {
 using enum CaptionTarget;
 
 constexpr Caption kMainWindow[] = {
-    {"", -1, 1, WindowTitle},
-    {"Label3", -1, 4, Text},
-    {"Label2", -1, 5, Text},
-    {"Label1", -1, 6, Text},
-    {"Bezeichnung1", 0, 8, Text},
-    {"Bezeichnung1", 1, 9, Text},
-    {"Bezeichnung1", 2, 10, Text},
-    {"Bezeichnung1", 3, 11, Text},
-    {"mnuFile", -1, 12, Text},
-    {"mnuFileImport", -1, 13, Text},
-    {"mnuFileExport", -1, 14, Text},
-    {"mnuFilePrint", -1, 15, Text},
-    {"mnuPrintOptions", -1, 16, Text},
-    {"mnuSeparator", -1, 17, Text},
-    {"mnuFileExit", -1, 18, Text},
-    {"mnuFileRecent", -1, 236, Text},
-    {"mnuMainEdit", -1, 210, Text},
-    {"mnuTools", -1, 19, Text},
-    {"mnuToolsEnvelope", -1, 20, Text},
-    {"mnuToolsApproximate", -1, 21, Text},
-    {"mnuLanguage", -1, 59, Text},
-    {"mnuEditPolar", -1, 23, Text},
-    {"mnuEditPolarDelete", -1, 24, Text},
-    {"mnuEditCopy", -1, 25, Text},
-    {"mnuEditPolarPaste", -1, 26, Text},
-    {"mnuEditPolarSeparator", -1, 27, Text},
-    {"mnuEditPolarName", -1, 28, Text},
-    {"mnuEditPolarPoints", -1, 230, Text},
-    {"mnuEdit", -1, 29, Text},
-    {"mnuEditDelete", -1, 30, Text},
-    {"mnuEditName", -1, 31, Text},
-    {"mnuToolsSortRe", -1, 91, Text},
-    {"mnuToolsSortMach", -1, 92, Text},
-    {"Toolbar1", 0, 84, ToolTip},
-    {"Toolbar1", 1, 85, ToolTip},
-    {"Toolbar1", 2, 86, ToolTip},
-    {"Toolbar1", 3, 87, ToolTip},
+    {"", -1, Text::ProgramName, WindowTitle},
+    {"Label3", -1, Text::AlfaRange, ControlText},
+    {"Label2", -1, Text::CdRange, ControlText},
+    {"Label1", -1, Text::ClRange, ControlText},
+    {"Bezeichnung1", 0, Text::StructureAndPrintSelection, ControlText},
+    {"Bezeichnung1", 1, Text::Drives, ControlText},
+    {"Bezeichnung1", 2, Text::Directories, ControlText},
+    {"Bezeichnung1", 3, Text::Files, ControlText},
+    {"mnuFile", -1, Text::FileMenu, ControlText},
+    {"mnuFileImport", -1, Text::Import, ControlText},
+    {"mnuFileExport", -1, Text::Export, ControlText},
+    {"mnuFilePrint", -1, Text::Print, ControlText},
+    {"mnuPrintOptions", -1, Text::PrintOptions, ControlText},
+    {"mnuSeparator", -1, Text::FileMenuSeparator, ControlText},
+    {"mnuFileExit", -1, Text::Exit, ControlText},
+    {"mnuFileRecent", -1, Text::RecentFiles, ControlText},
+    {"mnuMainEdit", -1, Text::EditMenu, ControlText},
+    {"mnuTools", -1, Text::ToolsMenu, ControlText},
+    {"mnuToolsEnvelope", -1, Text::Envelope, ControlText},
+    {"mnuToolsApproximate", -1, Text::Approximate, ControlText},
+    {"mnuLanguage", -1, Text::LanguageMenu, ControlText},
+    {"mnuEditPolar", -1, Text::PolarMenu, ControlText},
+    {"mnuEditPolarDelete", -1, Text::PolarMenuDelete, ControlText},
+    {"mnuEditCopy", -1, Text::PolarMenuCopy, ControlText},
+    {"mnuEditPolarPaste", -1, Text::PolarMenuPaste, ControlText},
+    {"mnuEditPolarSeparator", -1, Text::PolarMenuSeparator, ControlText},
+    {"mnuEditPolarName", -1, Text::PolarMenuName, ControlText},
+    {"mnuEditPolarPoints", -1, Text::PointsMenu, ControlText},
+    {"mnuEdit", -1, Text::NodeMenu, ControlText},
+    {"mnuEditDelete", -1, Text::NodeMenuDelete, ControlText},
+    {"mnuEditName", -1, Text::NodeMenuName, ControlText},
+    {"mnuToolsSortRe", -1, Text::SortOnReynolds, ControlText},
+    {"mnuToolsSortMach", -1, Text::SortOnMach, ControlText},
+    {"Toolbar1", 0, Text::DeleteAllPolarsTip, ToolTip},
+    {"Toolbar1", 1, Text::AddPolarTip, ToolTip},
+    {"Toolbar1", 2, Text::ExportActivePolarsTip, ToolTip},
+    {"Toolbar1", 3, Text::PrintActivePolarsTip, ToolTip},
 };
 
 constexpr Caption kAirfoilSelect[] = {
-    {"", -1, 32, WindowTitle},  // "Form1" in both languages, as it always was
-    {"btnOkay", -1, 33, Text},
-    {"Label2", -1, 34, Text},
-    {"Label1", -1, 35, Text},
+    {"", -1, Text::AirfoilSelectTitle, WindowTitle},  // "Form1" in both languages, as it always was
+    {"btnOkay", -1, Text::Ok, ControlText},
+    {"Label2", -1, Text::SelectOneAirfoil, ControlText},
+    {"Label1", -1, Text::SeveralAirfoilsInFile, ControlText},
 };
 
 constexpr Caption kAbout[] = {
-    {"", -1, 36, WindowTitle},
-    {"btnOkay", -1, 37, Text},
+    {"", -1, Text::AboutTitle, WindowTitle},
+    {"btnOkay", -1, Text::AboutOk, ControlText},
 };
 
 constexpr Caption kOptions[] = {
-    {"", -1, 52, WindowTitle},
-    {"Frame1", -1, 53, Text},
-    {"chkLegend", -1, 54, Text},
-    {"optLegend", 0, 55, Text},
-    {"optLegend", 1, 56, Text},
-    {"chkGrid", -1, 57, Text},
-    {"btnOkay", -1, 58, Text},
+    {"", -1, Text::OptionsTitle, WindowTitle},
+    {"Frame1", -1, Text::PlotOptions, ControlText},
+    {"chkLegend", -1, Text::Legend, ControlText},
+    {"optLegend", 0, Text::LegendLowerRight, ControlText},
+    {"optLegend", 1, Text::LegendUpperLeft, ControlText},
+    {"chkGrid", -1, Text::Gridlines, ControlText},
+    {"btnOkay", -1, Text::OptionsOk, ControlText},
 };
 
 // The polar name field borrows the "Name" of the edit menus: the table has
 // no label text of its own for it.
 constexpr Caption kPolarProps[] = {
-    {"lblName", -1, 28, Text},   {"btnOK", -1, 33, Text},     {"btnCancel", -1, 88, Text},
-    {"lblReNo", -1, 89, Text},   {"lblMachNo", -1, 90, Text},
+    {"lblName", -1, Text::PolarMenuName, ControlText},
+    {"btnOK", -1, Text::Ok, ControlText},
+    {"btnCancel", -1, Text::Cancel, ControlText},
+    {"lblReNo", -1, Text::ReynoldsNumber, ControlText},
+    {"lblMachNo", -1, Text::MachNumber, ControlText},
 };
 
 constexpr Caption kApprox[] = {
-    {"", -1, 38, WindowTitle},  {"Command1", -1, 39, Text}, {"btnShow", -1, 40, Text},
-    {"lblValue", 0, 41, Text},  {"lblValue", 1, 42, Text},  {"lblValue", 2, 43, Text},
-    {"lblValue", 3, 44, Text},  {"lblValue", 4, 45, Text},  {"lblValue", 5, 46, Text},
-    {"lblValue", 6, 47, Text},  {"lblValue", 7, 48, Text},  {"lblValue", 8, 49, Text},
-    {"lblValue", 9, 50, Text},  {"lblValue", 10, 51, Text},
+    {"", -1, Text::ApproxTitle, WindowTitle},
+    {"Command1", -1, Text::ApproxCopy, ControlText},
+    {"btnShow", -1, Text::ApproxShow, ControlText},
+    {"lblValue", 0, Text::CdTiltLabel, ControlText},
+    {"lblValue", 1, Text::StallCdAtClMaxLabel, ControlText},
+    {"lblValue", 2, Text::StallCdAtClMinLabel, ControlText},
+    {"lblValue", 3, Text::CdShiftLabel, ControlText},
+    {"lblValue", 4, Text::CdExponentLabel, ControlText},
+    {"lblValue", 5, Text::CdMinLabel, ControlText},
+    {"lblValue", 6, Text::StallRangeClMinLabel, ControlText},
+    {"lblValue", 7, Text::StallRangeClMaxLabel, ControlText},
+    {"lblValue", 8, Text::ClMaxLabel, ControlText},
+    {"lblValue", 9, Text::ClMinLabel, ControlText},
+    {"lblValue", 10, Text::AlfaZeroLabel, ControlText},
 };
 
 }  // namespace
@@ -100,19 +112,22 @@ std::span<const Caption> OptionsCaptions() { return kOptions; }
 std::span<const Caption> ApproxCaptions() { return kApprox; }
 std::span<const Caption> PolarPropsCaptions() { return kPolarProps; }
 
-std::string AboutText(int language, std::span<const int> readLines, std::span<const int> writtenLines) {
+std::string AboutText(Language language, std::span<const Text> readLines,
+                      std::span<const Text> writtenLines) {
   const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
                               FormatNumber(TAVILO_VERSION_PATCH, "0");
   // Extension and description are separated by a tab so the descriptions
   // line up.
-  std::vector<std::string> lines = {"Version " + version, GetResString(69, language), GetResString(70, language)};
-  for (int id : readLines) lines.push_back(GetResString(id, language));
-  lines.push_back(GetResString(71, language));
-  lines.push_back(GetResString(78, language));
-  for (int id : writtenLines) lines.push_back(GetResString(id, language));
+  std::vector<std::string> lines = {"Version " + version,
+                                    GetResString(Text::AboutProgramCan, language),
+                                    GetResString(Text::AboutReads, language)};
+  for (Text id : readLines) lines.push_back(GetResString(id, language));
+  lines.push_back(GetResString(Text::AboutRenameFiles, language));
+  lines.push_back(GetResString(Text::AboutExports, language));
+  for (Text id : writtenLines) lines.push_back(GetResString(id, language));
   const std::string graphs[] = {
-      GetResString(79, language),
+      GetResString(Text::AboutGraphs, language),
       "   Lift Coefficient vs. Drag Coefficient",
       "   Lift Coefficient vs. Angle of Attack",
       "   Moment Coefficient vs. Angle of Attack",

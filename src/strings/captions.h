@@ -6,18 +6,21 @@
 #include <string>
 #include <string_view>
 
+#include "strings/language.h"
+#include "strings/text_ids.h"
+
 namespace tavilo {
 
 enum class CaptionTarget {
   WindowTitle,  // the window's own title; `element` is empty
-  Text,         // the caption of a label, menu entry, button or frame
+  ControlText,  // the caption of a label, menu entry, button or frame
   ToolTip,      // the tool tip of a toolbar button
 };
 
 struct Caption {
   std::string_view element;  // object name of the control
   int item;                  // item of a control array or toolbar, -1 for none
-  int id;                    // string id
+  Text id;
   CaptionTarget target;
 };
 
@@ -37,6 +40,7 @@ inline constexpr std::string_view kGermanMenuCaption = "Deutsch";
 // The About text in `language`, lines joined by CR LF, with the string
 // table's lines `readLines` of the formats read and `writtenLines` of those
 // written (the format table's, fileio/formats_table.h).
-std::string AboutText(int language, std::span<const int> readLines, std::span<const int> writtenLines);
+std::string AboutText(Language language, std::span<const Text> readLines,
+                      std::span<const Text> writtenLines);
 
 }  // namespace tavilo

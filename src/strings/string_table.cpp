@@ -263,23 +263,9 @@ const LaterEntry kLaterStrings[] = {
     {151, {"&Fit to polar", "An &Polare anpassen"}},
     {152, {"%1: \"%2\" is no number. Write the decimals after a period.",
            "%1: „%2“ ist keine Zahl. Bitte die Dezimalstellen nach einem Punkt schreiben."}},
-    {153, {"%1 must be greater than 0.", "%1 muss größer als 0 sein."}},
-    {154, {"%1 must be less than 0.", "%1 muss kleiner als 0 sein."}},
     {155, {"%1 must lie between Cl Min and Cl Max.", "%1 muss zwischen Ca Min und Ca Max liegen."}},
-    {156, {"%1 must be greater than Cd Min.", "%1 muss größer als Cw Min sein."}},
-    {157, {"%1 must be greater than 1.", "%1 muss größer als 1 sein."}},
-    {158, {"%1 is too steep: the drag must still rise towards both stall drags.",
-           "%1 ist zu steil: Der Widerstand muss zu beiden Stall-Widerständen hin noch steigen."}},
-    {159, {"%1 is too large: with Cl Max, Cl Min and Alfa Zero the stall would end beyond 90 degrees.",
-           "%1 ist zu groß: Mit Ca Max, Ca Min und Alfa-Null würde der Stall jenseits von 90 Grad enden."}},
-    {160, {"Fitted to %1 points: rms Cl %2, rms Cd %3.", "An %1 Punkte angepasst: rms Ca %2, rms Cw %3."}},
     {161, {"Not shown by the polar, estimated from the rest: %1.",
            "Aus der Polare nicht ersichtlich, aus dem Übrigen geschätzt: %1."}},
-    {162, {"A fit needs a polar with at least five points of angle, lift and drag.",
-           "Die Anpassung braucht eine Polare mit mindestens fünf Punkten aus Winkel, Auftrieb und Widerstand."}},
-    {163, {"Polar %1 (Re=%2, Mach=%3) has fewer than five points and is skipped.",
-           "Polare %1 (Re=%2, Mach=%3) hat weniger als fünf Punkte und wird übersprungen."}},
-    {164, {"No polar has the five points a fit needs.", "Keine Polare hat die fünf Punkte, die eine Anpassung braucht."}},
     {165, {"Copied to the clipboard.", "In die Zwischenablage kopiert."}},
     {166, {"%1 must be a finite number.", "%1 muss eine endliche Zahl sein."}},
     {167, {"Fills the fields from the polar selected in the structure tree.",
@@ -407,12 +393,13 @@ const Entry* FindEntry(int n) {
 
 const std::string& ResourceString(int key) {
   const Entry* entry = key >= 1000 ? FindEntry(key % 1000) : nullptr;
-  if (entry != nullptr && key / 1000 == kEnglish) return entry->english;
-  if (entry != nullptr && key / 1000 == kGerman) return entry->german;
+  if (entry != nullptr && key / 1000 == static_cast<int>(Language::English)) return entry->english;
+  if (entry != nullptr && key / 1000 == static_cast<int>(Language::German)) return entry->german;
   throw ResourceError(std::to_string(key));
 }
 
-std::string FormatResString(int id, int language, std::initializer_list<std::string_view> arguments) {
+std::string FormatResString(Text id, Language language,
+                            std::initializer_list<std::string_view> arguments) {
   const std::string& pattern = GetResString(id, language);
   std::string text;
   for (size_t k = 0; k < pattern.size(); ++k) {
@@ -427,22 +414,46 @@ std::string FormatResString(int id, int language, std::initializer_list<std::str
   return text;
 }
 
-const std::string& GetResString(int id, int language) {
-  const int64_t key = static_cast<int64_t>(language) * 1000 + id;
+const std::string& GetResString(Text id, Language language) {
+  const int64_t key = static_cast<int64_t>(language) * 1000 + static_cast<int>(id);
   if (key > std::numeric_limits<int32_t>::max() || key < std::numeric_limits<int32_t>::min())
     throw OverflowError(std::to_string(key));
   return ResourceString(static_cast<int>(key));
 }
 
-std::string ErrorText(const std::exception& error, int language, bool namingFile) {
+Text MessageText(const RuntimeError& error) {
+  switch (error.Kind()) {
+    case ErrorKind::FileNotFound:
+      return Text::FileNotFound;
+    case ErrorKind::Subscript:
+      return Text::SubscriptOutOfRange;
+    case ErrorKind::Overflow:
+      return Text::Overflow;
+    case ErrorKind::DivisionByZero:
+      return Text::DivisionByZero;
+    case ErrorKind::Resource:
+      return Text::ResourceNotFound;
+    case ErrorKind::Named:
+      return error.NamedText();
+    case ErrorKind::Unexpected:
+      break;
+  }
+  return Text::UnexpectedError;
+}
+
+std::string ErrorText(const std::exception& error, Language language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
     const std::vector<std::string>& arguments = runtime->Arguments();
-    std::string text = FormatResString(runtime->MessageId(), language,
-                                       {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
-    return runtime->File().empty() || !namingFile ? text : FormatResString(114, language, {runtime->File(), text});
+    std::string text =
+        FormatResString(MessageText(*runtime), language,
+                        {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
+    return runtime->File().empty() || !namingFile
+               ? text
+               : FormatResString(Text::FileAndMessage, language, {runtime->File(), text});
   }
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(108, language);
-  return FormatResString(kUnexpectedText, language, {error.what()});
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
+    return GetResString(Text::OutOfMemory, language);
+  return FormatResString(Text::UnexpectedError, language, {error.what()});
 }
 
 std::string DialogTitle(std::string_view caption) {
@@ -455,12 +466,12 @@ std::string DialogTitle(std::string_view caption) {
   return title;
 }
 
-std::string ErrorTitle(int language) {
-  return GetResString(1, language) + ": " + GetResString(75, language);
+std::string ErrorTitle(Language language) {
+  return GetResString(Text::ProgramName, language) + ": " + GetResString(Text::Error, language);
 }
 
-std::string WarningTitle(int language) {
-  return GetResString(1, language) + ": " + GetResString(121, language);
+std::string WarningTitle(Language language) {
+  return GetResString(Text::ProgramName, language) + ": " + GetResString(Text::Warning, language);
 }
 
 }  // namespace tavilo

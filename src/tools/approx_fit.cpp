@@ -433,7 +433,7 @@ ApproxErrors ApproxFitErrors(const ApproxModel& model, std::span<const PolarPoin
 }
 
 ApproxPolarRefusedError::ApproxPolarRefusedError(const Polar& polar)
-    : RuntimeError(kApproxPolarRefusedText,
+    : RuntimeError(Text::ApproxPolarRefused,
                    "Too few points or too narrow for an approximation: Re=" + ShortestNumberText(polar.ReynoldsNumber) +
                        ", Mach=" + ShortestNumberText(polar.MachNumber),
                    {ShortestNumberText(polar.ReynoldsNumber), ShortestNumberText(polar.MachNumber)}) {}

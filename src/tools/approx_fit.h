@@ -53,7 +53,6 @@ struct ApproxFit {
 // degrees between the first and the last of them.
 inline constexpr int kApproxFitMinPoints = 8;
 inline constexpr double kApproxFitMinSpan = 6;
-inline constexpr int kApproxPolarRefusedText = 281;
 
 // A polar too short or too narrow to carry a fit; the arguments are its
 // Reynolds and Mach numbers.

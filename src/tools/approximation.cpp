@@ -79,18 +79,18 @@ std::string_view ApproxFieldName(ApproxField field) { return kFieldNames[static_
 std::optional<ApproxProblem> FindApproxProblem(const ApproxValues& v) {
   using enum ApproxField;
   for (int i = 0; i < kApproxFieldCount; ++i)
-    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), kApproxNotFiniteText};
+    if (!std::isfinite(v[ApproxFieldAt(i)])) return ApproxProblem{ApproxFieldAt(i), Text::ApproxNotFinite};
   for (ApproxField field : {AlfaZero, ClMax, ClMin, StallRangeClMax, StallRangeClMin, CdMin, CdExponent}) {
     const ApproxRange range = ApproxFieldRange(field, v);
-    if (Outside(v[field], range)) return ApproxProblem{field, kApproxOutOfRangeText, range.low, range.high};
+    if (Outside(v[field], range)) return ApproxProblem{field, Text::ApproxOutOfRange, range.low, range.high};
   }
-  if (!(v.cdShift > v.clMin && v.cdShift < v.clMax)) return ApproxProblem{CdShift, kApproxShiftOutsideText};
+  if (!(v.cdShift > v.clMin && v.cdShift < v.clMax)) return ApproxProblem{CdShift, Text::ApproxShiftOutside};
   // A stall drag may reach the plate's but not Cd Min; the tilt reaches
   // neither end.
   for (ApproxField field : {StallCdAtClMax, StallCdAtClMin, CdTilt}) {
     const ApproxRange range = ApproxFieldRange(field, v);
     if (Outside(v[field], range) || v[field] == range.low || (field == CdTilt && v[field] == range.high))
-      return ApproxProblem{field, kApproxOutOfRangeText, range.low, range.high};
+      return ApproxProblem{field, Text::ApproxOutOfRange, range.low, range.high};
   }
   return std::nullopt;
 }

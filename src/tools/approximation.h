@@ -13,6 +13,7 @@
 
 #include "base/errors.h"
 #include "model/polar_point.h"
+#include "strings/text_ids.h"
 
 namespace tavilo {
 
@@ -66,20 +67,14 @@ inline constexpr double kApproxLiftSlope = 2 * 3.14159265358979323846 * 3.141592
 inline constexpr double kApproxLinearShare = 0.7;
 inline constexpr double kFlatPlateCd90 = 2.0;
 
-// What is wrong with a set of values: the field to name, the string id
-// of the text, whose %1 takes the field's name, and for a value out of its
+// What is wrong with a set of values: the field to name, the text, whose %1 takes the field's name, and for a value out of its
 // range the range, which the text's %2 and %3 take.
 struct ApproxProblem {
   ApproxField field;
-  int messageId;
+  Text messageId;
   double low = 0;
   double high = 0;
 };
-
-// String ids of the problems.
-inline constexpr int kApproxShiftOutsideText = 155;
-inline constexpr int kApproxNotFiniteText = 166;
-inline constexpr int kApproxOutOfRangeText = 280;
 
 // The range a real 2-D section can give a value, both ends included; the
 // stall drags, the tilt and the shift have ranges that follow from the

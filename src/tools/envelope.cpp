@@ -5,6 +5,7 @@
 
 #include "base/errors.h"
 #include "base/number_text.h"
+#include "strings/text_ids.h"
 
 namespace tavilo {
 
@@ -34,8 +35,10 @@ PolarPtr BuildEnvelope(const Airfoil& airfoil) {
     }
   }
   const int n = RoundToInt16((clMax - clMin) / 0.05 + 0.5);
-  // Its own text (string 111): the user can mend this by ticking other polars.
-  if (n == 0) throw DivisionByZeroError("the selected polars span no lift range", 111);
+  // Its own text (Text::EnvelopeNeedsLiftRange): the user can mend this by ticking other polars.
+  if (n == 0)
+    throw DivisionByZeroError("the selected polars span no lift range",
+                              Text::EnvelopeNeedsLiftRange);
   const double dCl = (clMax - clMin) / n;
 
   auto envelope = std::make_shared<Polar>();

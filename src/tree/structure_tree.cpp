@@ -24,8 +24,8 @@ int PolarIndexOfKey(std::string_view key) {
 
 namespace {
 
-std::string PolarText(const Polar& polar, int index, int language) {
-  std::string text = GetResString(60, language) + NumberText(index);
+std::string PolarText(const Polar& polar, int index, Language language) {
+  std::string text = GetResString(Text::Polar, language) + NumberText(index);
   text += polar.ReynoldsNumber > 0 ? ", Re=" + NumberText(polar.ReynoldsNumber) : ", Re=n.a.";
   if (!polar.Name.empty()) text += ", " + polar.Name;
   return text;
@@ -54,21 +54,21 @@ std::string KeyOfPolar(const Airfoil& airfoil, const Polar* polar) {
   return {};
 }
 
-std::string NodeName(std::string_view key, int language) {
+std::string NodeName(std::string_view key, Language language) {
   switch (KindOfKey(key)) {
     case NodeKind::Root:
-      return GetResString(7, language);
+      return GetResString(Text::Airfoil, language);
     case NodeKind::Set:
       return "Set" + NumberText(SetIndexOfKey(key));
     case NodeKind::Polar:
-      return GetResString(60, language) + NumberText(PolarIndexOfKey(key));
+      return GetResString(Text::Polar, language) + NumberText(PolarIndexOfKey(key));
     case NodeKind::None:
       break;
   }
   return {};
 }
 
-std::vector<TreeNode> BuildTree(const Airfoil& airfoil, int language) {
+std::vector<TreeNode> BuildTree(const Airfoil& airfoil, Language language) {
   std::vector<TreeNode> nodes;
   if (airfoil.ConfigCount() < 1) return nodes;
   nodes.push_back({"r", "", airfoil.Name, true});

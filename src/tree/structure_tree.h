@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "model/airfoil.h"
+#include "strings/language.h"
 
 namespace tavilo {
 
@@ -41,12 +42,12 @@ std::string KeyOfPolar(const Airfoil& airfoil, const Polar* polar);
 
 // What a node is called in `language` without its details: "Polar 2",
 // "Set 1", "Airfoil"; "" for a key of no node.
-std::string NodeName(std::string_view key, int language);
+std::string NodeName(std::string_view key, Language language);
 
 // The nodes of `airfoil` in display order: root, then each set followed by
 // its polars. Empty when the airfoil has no set. Texts are in `language`
 // ("Polar 2, Re= 500000, tripped").
-std::vector<TreeNode> BuildTree(const Airfoil& airfoil, int language);
+std::vector<TreeNode> BuildTree(const Airfoil& airfoil, Language language);
 
 // A left click on node `clicked`: flips its mark and sets the selection of
 // the polars it stands for. A set key toggles every later node whose key

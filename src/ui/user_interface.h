@@ -25,10 +25,10 @@ class UserInterface {
  public:
   virtual ~UserInterface() = default;
 
-  // The language (1 English, 2 German) of every text the core shows or asks
-  // through this interface.
-  int Language() const { return language_; }
-  void SetLanguage(int language) { language_ = language; }
+  // The language of every text the core shows or asks through this
+  // interface.
+  tavilo::Language Language() const { return language_; }
+  void SetLanguage(tavilo::Language language) { language_ = language; }
 
   // A message box with an OK button.
   virtual void ShowMessage(const std::string& text, const std::string& title, MessageIcon icon) = 0;
@@ -52,7 +52,7 @@ class UserInterface {
   virtual void SetClipboardText(const std::string& text) = 0;
 
  private:
-  int language_ = kEnglish;
+  tavilo::Language language_ = tavilo::Language::English;
 };
 
 // A user interface that shows nothing and answers every question with

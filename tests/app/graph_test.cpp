@@ -140,7 +140,7 @@ TEST_F(Graphs, ViewSwitchesRedrawAndPersist) {
   Start();
   EXPECT_FALSE(Action("mnuViewAxisNumbers")->isChecked());
   EXPECT_TRUE(Action("mnuViewReadableColors")->isChecked());
-  window->SetLanguage(kGerman);
+  window->SetLanguage(Language::German);
   EXPECT_EQ(Action("mnuViewReadableColors")->text(), "&Lesbare Farben");
 }
 

@@ -106,7 +106,7 @@ TEST_F(MainWindow, GermanAndBackRestoresEveryCaption) {
   ASSERT_EQ(german.size(), MainWindowCaptions().size());
   for (std::size_t i = 0; i < german.size(); ++i) {
     const Caption& caption = MainWindowCaptions()[i];
-    EXPECT_EQ(german[i].toStdString(), ResourceString(2000 + caption.id)) << caption.element;
+    EXPECT_EQ(german[i].toStdString(), ResourceString(2000 + static_cast<int>(caption.id))) << caption.element;
   }
   EXPECT_EQ(Find<QStatusBar>("StatusBar1")->currentMessage(), "Bereit.");
   EXPECT_EQ(Find<QDialog>("frmAbout")->windowTitle(), QString::fromUtf8("Über Tavilo"));

@@ -31,7 +31,7 @@ QDir DirOf(const TempDir& dir) { return QDir(QString::fromStdString(dir.Path().s
 TEST_F(SettingsTest, FirstStartIsEnglishWithoutPrintOptionsInTheWorkingDirectory) {
   dir.Write("wing.xml", "");
   PEFForm& form = Start();
-  EXPECT_EQ(form.Language(), kEnglish);
+  EXPECT_EQ(form.Language(), Language::English);
   QStatusTipEvent tip{QString()};  // as a menu opening sends, which once wiped the text
   QApplication::sendEvent(&form, &tip);
   EXPECT_EQ(form.statusBar()->currentMessage(), "Ready.");
@@ -65,7 +65,7 @@ TEST_F(SettingsTest, EveryValueIsWrittenAsIntegerTextAndSurvivesExitAndRestart) 
 
   PEFForm& second = Start(QSize());
   EXPECT_EQ(second.size(), QSize(1010, 707));
-  EXPECT_EQ(second.Language(), kGerman);
+  EXPECT_EQ(second.Language(), Language::German);
   EXPECT_EQ(second.statusBar()->currentMessage(), "Bereit.");
   const OptionsDialog& options = second.Options();
   EXPECT_EQ(std::vector<int>({options.GridShow(), options.LegendShow(), options.LegendPosition(0),
@@ -80,7 +80,7 @@ TEST_F(SettingsTest, GarbageOrAVanishedPathInTheStoreReadsAsDefaults) {
   StoreSetting("GridShow", "yes");
   StoreSetting("Path", "/no/such/directory/anywhere");
   PEFForm& form = Start();
-  EXPECT_EQ(form.Language(), kEnglish);
+  EXPECT_EQ(form.Language(), Language::English);
   EXPECT_EQ(form.Options().GridShow(), 0);
   EXPECT_EQ(QDir(form.Browser().Path()), DirOf(dir));
 }

@@ -166,8 +166,8 @@ TEST_F(StructureTree, RenameAsksForRootAndSetAndAnEmptyAnswerChangesNothing) {
   Action("mnuEditName")->trigger();
 
   ASSERT_EQ(asked.size(), 2u);
-  EXPECT_EQ(asked[0], QStringList({QString::fromStdString(GetResString(63, kEnglish)), "Change Airfoil Name", "Wing"}));
-  EXPECT_EQ(asked[1], QStringList({QString::fromStdString(GetResString(64, kEnglish)), "Change Set Description", "clean"}));
+  EXPECT_EQ(asked[0], QStringList({QString::fromStdString(GetResString(Text::EnterAirfoilName, Language::English)), "Change Airfoil Name", "Wing"}));
+  EXPECT_EQ(asked[1], QStringList({QString::fromStdString(GetResString(Text::EnterSetDescription, Language::English)), "Change Set Description", "clean"}));
   EXPECT_EQ(Node("r")->text(0).toStdString(), "Flying wing");
   EXPECT_EQ(Node("c 1")->text(0).toStdString(), "Set 1: clean");
 }

@@ -103,7 +103,7 @@ TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
 TEST_F(DocumentEdits, TicksAndEditsThatChangeNothingOrFailBeforeChangingAreNoStep) {
   const std::string before = ContentText(document.Current());
   document.Delete("c 2|p 3");
-  std::vector<TreeNode> nodes = BuildTree(document.Current(), kEnglish);
+  std::vector<TreeNode> nodes = BuildTree(document.Current(), Language::English);
   document.Toggle(nodes, 1);  // set 1: all its polars off
   EXPECT_FALSE(PolarAt(1, 1)->Selected);
   ui.clipboard = "no polar here";
@@ -183,8 +183,8 @@ TEST_F(DocumentEdits, StepNamesSayWhatAnUndoWouldTake) {
   for (const auto& c : cases) {
     c.edit();
     const Command& step = *document.Steps().NextUndo();
-    EXPECT_EQ(StepName(step, kEnglish), c.english);
-    EXPECT_EQ(StepName(step, kGerman), c.german);
+    EXPECT_EQ(StepName(step, Language::English), c.english);
+    EXPECT_EQ(StepName(step, Language::German), c.german);
   }
 }
 

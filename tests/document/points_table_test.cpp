@@ -49,23 +49,23 @@ TEST(PointsTable, EntriesAreNumbersWithAPeriodAndOnlyCmTuTlMayBeEmpty) {
       {kCd, "-99.999", false, 0, "Cd needs a value above -99.999"},
   };
   for (const auto& c : cases) {
-    const CellReading reading = ReadPointCell(c.column, c.text, kEnglish, c.comma);
+    const CellReading reading = ReadPointCell(c.column, c.text, Language::English, c.comma);
     EXPECT_EQ(reading.refusal.substr(0, std::string(c.refusal).size()), c.refusal) << c.text;
     EXPECT_EQ(reading.Accepted(), *c.refusal == '\0') << c.text;
     if (reading.Accepted()) {
       EXPECT_EQ(reading.value, c.value) << c.text;
     }
   }
-  EXPECT_EQ(ReadPointCell(1, "", kGerman).refusal.rfind("Cl braucht einen Wert über -99.999", 0), 0u);
+  EXPECT_EQ(ReadPointCell(1, "", Language::German).refusal.rfind("Cl braucht einen Wert über -99.999", 0), 0u);
 }
 
 TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
   const std::vector<PolarPoint> copied = {MakePoint(4, 0.6, 0.0125, -0.04, 0.5, 0.75),
                                           MakePoint(2, 0.1 + 0.2, 0.05294000000000001)};
   const int rows[] = {0, 1};
-  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), kEnglish).points, copied) << "copied rows come back exactly";
+  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), Language::English).points, copied) << "copied rows come back exactly";
   const PastedRows pasted =
-      ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", kEnglish);
+      ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", Language::English);
   ASSERT_EQ(pasted.refusal, "");
   EXPECT_EQ(pasted.points, (std::vector<PolarPoint>{MakePoint(-2.5, 0.1, 0.009),
                                                     MakePoint(3, 0.5, 0.01, -0.1, kNoValue, 0.9)}));
@@ -78,7 +78,7 @@ TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
            "a period or a comma may separate the decimals."},
   };
   for (const auto& [text, refusal] : refused) {
-    const PastedRows rows = ReadPointRows(text, kEnglish);
+    const PastedRows rows = ReadPointRows(text, Language::English);
     EXPECT_EQ(rows.refusal.rfind(refusal, 0), 0u) << rows.refusal;
     EXPECT_TRUE(rows.points.empty()) << text;
   }

@@ -65,9 +65,9 @@ TEST(FormatTable, TheFixedListsNameTheRowsOnThem) {
     std::set<std::string> fixed;
   } cases[] = {
       {kFileList, PatternsOf(kFileListPattern, ';', false)},
-      {kImportFilter, PatternsOf(GetResString(kImportFilterText, kEnglish), '|', true)},
-      {kExportFilter, PatternsOf(GetResString(82, kEnglish), '|', true)},
-      {kCsvExportFilter, PatternsOf(GetResString(kExportFilterText, kGerman), '|', true)},
+      {kImportFilter, PatternsOf(GetResString(Text::ImportFilter, Language::English), '|', true)},
+      {kExportFilter, PatternsOf(GetResString(Text::ExportFilter, Language::English), '|', true)},
+      {kCsvExportFilter, PatternsOf(GetResString(Text::ExportFilterWithCsv, Language::German), '|', true)},
   };
   for (const auto& c : cases)
     EXPECT_EQ(PatternsOf(PatternOfList(c.list), ';', false), c.fixed) << c.list;
@@ -75,7 +75,7 @@ TEST(FormatTable, TheFixedListsNameTheRowsOnThem) {
 }
 
 TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
-  const std::string english = AboutText(kEnglish, AboutReadLines(), AboutWrittenLines());
+  const std::string english = AboutText(Language::English, AboutReadLines(), AboutWrittenLines());
   for (const char* lines :
        {"\r\nThe Tavilo can...\"\r\n...read, display and print\r\n   .XML\tPolar Exchange Format\r\n",
         "   .DRG\tPrinceton and UIUC drag polar file\r\n   .TXT, .MWK, .CSV\tpolar table in columns",
@@ -84,7 +84,7 @@ TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
         "Graphs (from left to right):\r\n"})
     EXPECT_NE(english.find(lines), std::string::npos) << lines;
   EXPECT_EQ(english.find(".EPP"), std::string::npos) << "no Eppler input writer yet";
-  const std::string german = AboutText(kGerman, AboutReadLines(), AboutWrittenLines());
+  const std::string german = AboutText(Language::German, AboutReadLines(), AboutWrittenLines());
   EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"), std::string::npos);
   EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
       << "the fixed lines stay English";

@@ -78,35 +78,35 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   const struct {
     const char* name;
     std::string text;
-    int messageId;  // of the one diagnostic of an error; 0: no error
+    std::optional<Text> messageId;  // of the one diagnostic of an error
     bool quiet, stoppedEarly;
     int line;
   } cases[] = {
       // XML wants its declaration exactly so, and then at least one set.
-      {"wing.xml", "<polar-exchange-file/>", 72, false, false, 0},
-      {"encoding.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", 72, false, false, 0},
-      {"upper.xml", "<?XML version=\"1.0\"?>\n<configurations/>", 72, false, false, 0},
-      {"wing2.xml", "<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", 76, false, false, 0},
-      {"wild.pol", pol, kOverflowText, true, true, 14},
-      {"notes.doc", "", 73, false, false, 0},
-      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", 0, false, true, 0},
-      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", 0, false, false, 0},
-      {"empty.pol", "", 0, false, false, 0},  // no points is an error only where asked
+      {"wing.xml", "<polar-exchange-file/>", Text::NoValidXmlFile, false, false, 0},
+      {"encoding.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", Text::NoValidXmlFile, false, false, 0},
+      {"upper.xml", "<?XML version=\"1.0\"?>\n<configurations/>", Text::NoValidXmlFile, false, false, 0},
+      {"wing2.xml", "<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", Text::NoDataSets, false, false, 0},
+      {"wild.pol", pol, Text::Overflow, true, true, 14},
+      {"notes.doc", "", Text::UnknownFileFormat, false, false, 0},
+      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", {}, false, true, 0},
+      {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", {}, false, false, 0},
+      {"empty.pol", "", {}, false, false, 0},  // no points is an error only where asked
   };
   for (const auto& c : cases) {
     const std::string path = dir.Write(c.name, c.text);
     const ReadReport report = ReadPolarFile(path, {}).report;
-    EXPECT_EQ(report.HasError(), c.messageId != 0) << c.name;
+    EXPECT_EQ(report.HasError(), c.messageId.has_value()) << c.name;
     EXPECT_EQ(report.stoppedEarly, c.stoppedEarly) << c.name;
-    if (c.messageId == 0) continue;
+    if (!c.messageId) continue;
     ASSERT_EQ(report.diagnostics.size(), 1u) << c.name;
     const Diagnostic& d = report.diagnostics[0];
-    EXPECT_EQ(std::make_tuple(d.messageId, d.quiet, d.file, d.line), std::make_tuple(c.messageId, c.quiet, path, c.line))
+    EXPECT_EQ(std::make_tuple(d.messageId, d.quiet, d.file, d.line), std::make_tuple(*c.messageId, c.quiet, path, c.line))
         << c.name;
   }
   // The wild number keeps the point before it and is named with its line.
   const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
-  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], kGerman).rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
+  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], Language::German).rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
             0u);
   RecordingUserInterface ui;
   ShowDiagnostics(wild.report, ui);
@@ -193,21 +193,21 @@ TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
   longPolar->Configuration(1)->Polar(1)->SetPoints(std::vector<PolarPoint>(1001, MakePoint(1, 0.5, 0.01)));
   const struct {
     std::vector<std::string> files;  // "a.pef" and "c.pef" good, "b.pef" missing, "e.pef" without polars
-    int language;
+    Language language;
     std::string message;  // "%d" stands for the directory
     MessageIcon icon;
   } cases[] = {
-      {{"e.pef"}, kGerman, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
+      {{"e.pef"}, Language::German, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
-      {{"a.pef", "b.pef", "c.pef", "e.pef"}, kGerman,
+      {{"a.pef", "b.pef", "c.pef", "e.pef"}, Language::German,
        "2 von 4 Dateien konnten nicht umgewandelt werden:\r\nb.pef: Datei nicht gefunden: %d/b.pef\r\n"
        "e.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
-      {{"long.pef", "e.pef"}, kEnglish,
+      {{"long.pef", "e.pef"}, Language::English,
        "1 of 2 files could not be converted:\r\ne.pef: File contains no polars!\r\n\r\n%d/long.xml holds a polar "
        "of more than 1000 points: readers of the XML format leave out the points past the 1000th.",
        MessageIcon::Critical},
-      {{"long.pef"}, kGerman,
+      {{"long.pef"}, Language::German,
        "%d/long.xml enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach "
        "dem 1000. aus.",
        MessageIcon::Warning},

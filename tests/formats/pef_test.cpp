@@ -130,7 +130,7 @@ TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
     ASSERT_EQ(report.diagnostics.size(), warned ? 1u : 0u) << text;
     if (!warned) continue;
     const Diagnostic& d = report.diagnostics[0];
-    EXPECT_TRUE(d.quiet && d.severity == Severity::Warning && d.messageId == kShortOfCountsText);
+    EXPECT_TRUE(d.quiet && d.severity == Severity::Warning && d.messageId == Text::ShortOfCounts);
   }
 }
 

@@ -135,7 +135,7 @@ TEST(TableReport, NothingReadableGivesMessage77AndAnEmptyAirfoil) {
     ReadReport report;
     EXPECT_EQ(Read(text, &report), "") << what;
     ASSERT_EQ(report.diagnostics.size(), 1u) << what;
-    EXPECT_EQ(report.diagnostics[0].messageId, 77) << what;
+    EXPECT_EQ(report.diagnostics[0].messageId, Text::NoPolars) << what;
     EXPECT_EQ(report.diagnostics[0].text, "/data/wing.txt") << what;
   }
 }
@@ -152,7 +152,7 @@ TEST(TableReport, PolarPastTheLastPointContinuesWithAWarning) {
   EXPECT_EQ(set.Polar(2)->ReynoldsNumber, 500000);
   ASSERT_EQ(report.diagnostics.size(), 1u);
   EXPECT_EQ(report.diagnostics[0].severity, Severity::Warning);
-  EXPECT_EQ(report.diagnostics[0].messageId, kTablePolarSplit);
+  EXPECT_EQ(report.diagnostics[0].messageId, Text::TablePolarSplit);
   EXPECT_EQ(report.diagnostics[0].line, 32770);
 }
 

@@ -130,13 +130,14 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
   const struct {
     std::string body;
     int sets, polars, points;  // read: sets, polars of set 1, points of its polar 1
-    std::vector<int> warnings;
+    std::vector<Text> warnings;
   } cases[] = {
       {set(polar(1000)) + Repeated(999, set("")), 1000, 1, 1000, {}},
-      {set(polar(1003)), 1, 1, 1000, {256}},
-      {set(Repeated(1001, polar(1))), 1, 1000, 1, {255}},
-      {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {254}},
-      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000, {254, 255, 256}},
+      {set(polar(1003)), 1, 1, 1000, {Text::PointsLeftOut}},
+      {set(Repeated(1001, polar(1))), 1, 1000, 1, {Text::PolarsLeftOut}},
+      {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {Text::SetsLeftOut}},
+      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000,
+       {Text::SetsLeftOut, Text::PolarsLeftOut, Text::PointsLeftOut}},
   };
   TempDir dir;
   for (const auto& c : cases) {
@@ -146,11 +147,11 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
     ASSERT_EQ(airfoil.ConfigCount(), c.sets);
     EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), c.polars);
     EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), c.points);
-    std::vector<int> warnings;
+    std::vector<Text> warnings;
     for (const Diagnostic& d : report.diagnostics) {
       warnings.push_back(d.messageId);
       EXPECT_EQ(d.severity, Severity::Warning);
-      EXPECT_EQ(DiagnosticText(d, kEnglish).rfind(path + " holds ", 0), 0u);
+      EXPECT_EQ(DiagnosticText(d, Language::English).rfind(path + " holds ", 0), 0u);
     }
     EXPECT_EQ(warnings, c.warnings) << c.sets << " " << c.polars << " " << c.points;
   }

@@ -81,7 +81,7 @@ TEST(ClCdFrame, DrawsDragGridThenLabelsOnTicksAndTheTitleOnHalos) {
   ASSERT_EQ(surface.Lines(kAxisColor).size(), 1u);  // Cl = 0
   EXPECT_TRUE(surface.Calls(CallKind::Print).empty()) << "texts come later, over the curves";
 
-  DrawClCdTexts(surface, view, "NACA 4412", kEnglish);
+  DrawClCdTexts(surface, view, "NACA 4412", Language::English);
   const auto ticks = surface.Lines(kAxisColor), texts = Written(surface);
   ASSERT_EQ(ticks.size(), 1u + 4);
   ASSERT_EQ(texts.size(), 4u + 1);
@@ -104,7 +104,7 @@ TEST(ClCdFrame, ADragLabelThatWouldMeetTheTitleIsLeftOut) {
   for (double height : {600.0, 200.0}) {
     RecordingSurface surface(560, height);
     surface.Scale(view.left, view.top, view.right, view.bottom);
-    DrawClCdTexts(surface, view, "NACA 4412", kEnglish);
+    DrawClCdTexts(surface, view, "NACA 4412", Language::English);
     std::vector<SurfaceCall> texts = Written(surface);
     const SurfaceCall title = texts.back();
     texts.pop_back();

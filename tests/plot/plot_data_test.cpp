@@ -220,7 +220,7 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
   PlotRequest request;
   request.views[Graph::ClAlfa] = {-5, 1.0, 20, 0.2};
   request.views[Graph::ClCd] = {0.04, 2.0, 0.06, 0.0};
-  request.language = kGerman;
+  request.language = Language::German;
   PlotData(airfoil.get(), request, zoomed.All());
   for (size_t g = 2; g < 5; ++g) EXPECT_EQ(zoomed.List()[g]->calls, defaults.List()[g]->calls) << g;
 

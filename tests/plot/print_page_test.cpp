@@ -99,7 +99,7 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
   const tavilo::Airfoil airfoil = Airfoil(4);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.ranges.alfaMax + c.paper.width);
-    PageRequest request{c.ranges, {true, true, c.corner}, c.paper, kEnglish};
+    PageRequest request{c.ranges, {true, true, c.corner}, c.paper, Language::English};
     Printed page(airfoil, request);
     const PageRect paper{kPageMargin, kPageMargin, c.paper.width - kPageMargin, c.paper.height - kPageMargin};
     const std::vector<SurfaceCall> texts = page.Texts();
@@ -230,7 +230,7 @@ TEST(PrintedPage, ManyPolarsFlowIntoColumnsAndEndInACountOfTheRest) {
     }
   }
   PageRequest german;
-  german.language = kGerman;
+  german.language = Language::German;
   EXPECT_EQ(Printed(Airfoil(400), german).Count("+ "), 1);
   EXPECT_EQ(Printed(Airfoil(0), german).Count("Keine Polare ist aktiv."), 1);
 }

@@ -24,20 +24,20 @@ AirfoilPtr Naca4412() {
 TEST(RenderPlotsToFile, WritesSvgOrPdfByExtensionInAnyCaseAndRefusesOthers) {
   testing::TempDir dir;
   std::string error;
-  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.SVG"), kEnglish, &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.SVG"), Language::English, &error)) << error;
   std::string svg = ReadFileBytes(dir.File("plots.SVG"));
   EXPECT_NE(svg.find("<svg"), std::string::npos);
   EXPECT_NE(svg.find("Re= 1000000"), std::string::npos);
-  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.Pdf"), kEnglish, &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.Pdf"), Language::English, &error)) << error;
   EXPECT_EQ(ReadFileBytes(dir.File("plots.Pdf")).substr(0, 5), "%PDF-");
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("plots.jpg"), kEnglish, &error));
+  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("plots.jpg"), Language::English, &error));
   EXPECT_NE(error.find("plots.jpg"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir.File("plots.jpg")));
   error.clear();
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), kGerman, &error));
+  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), Language::German, &error));
   const std::string german = "Fehler beim Dateizugriff: " + dir.File("missing/plots.png") + " kann nicht geschrieben";
   EXPECT_EQ(error.rfind(german, 0), 0u) << error;
-  EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), kEnglish, &error)) << "framed graphs only";
+  EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), Language::English, &error)) << "framed graphs only";
 }
 
 // Pixels of palette blue, the first polar's colour, in `area`.
@@ -63,8 +63,8 @@ TEST(RenderPlotsToFile, AnSvgIsClippedToEachGraphAsThePngIs) {
   airfoil->AddConfiguration(set);
   testing::TempDir dir;
   std::string error;
-  ASSERT_TRUE(RenderPlotsToFile(*airfoil, dir.File("wide.png"), kEnglish, &error)) << error;
-  ASSERT_TRUE(RenderPlotsToFile(*airfoil, dir.File("wide.svg"), kEnglish, &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(*airfoil, dir.File("wide.png"), Language::English, &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(*airfoil, dir.File("wide.svg"), Language::English, &error)) << error;
   QImage svg(1600, 1000, QImage::Format_RGB32);
   svg.fill(Qt::white);
   {

@@ -158,7 +158,7 @@ TEST(ApproxModel, AValuePastItsRangeIsRefusedNamingFieldAndRange) {
         ASSERT_TRUE(problem) << ApproxFieldName(field) << " " << beyond;
         EXPECT_EQ(problem->field, field) << ApproxFieldName(field);
         if (field == CdShift) continue;  // its own text, "between Cl Min and Cl Max"
-        EXPECT_EQ(problem->messageId, kApproxOutOfRangeText);
+        EXPECT_EQ(problem->messageId, Text::ApproxOutOfRange);
         EXPECT_EQ(problem->low, range.low);
         EXPECT_EQ(problem->high, range.high);
       }
@@ -166,7 +166,7 @@ TEST(ApproxModel, AValuePastItsRangeIsRefusedNamingFieldAndRange) {
   }
   EXPECT_FALSE(FindApproxProblem(ApproxValues{}));
   const ApproxValues nan = With(CdTilt, std::numeric_limits<double>::quiet_NaN());
-  EXPECT_EQ(FindApproxProblem(nan)->messageId, kApproxNotFiniteText);
+  EXPECT_EQ(FindApproxProblem(nan)->messageId, Text::ApproxNotFinite);
   EXPECT_THROW(ApproxModel{nan}, ApproxInputError);
 }
 

@@ -33,18 +33,18 @@ size_t IndexOf(const std::vector<TreeNode>& nodes, std::string_view key) {
 TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
   Airfoil airfoil;
   airfoil.Name = "Clark Y";
-  EXPECT_TRUE(BuildTree(airfoil, kEnglish).empty()) << "no sets, no root";
+  EXPECT_TRUE(BuildTree(airfoil, Language::English).empty()) << "no sets, no root";
   auto set = std::make_shared<Configuration>();
   set->Name = "flap 0";
   set->AddPolar(MakePolar(0, 0, false, {}));
   set->AddPolar(MakePolar(500000, 0, true, {}, "tripped"));
   airfoil.AddConfiguration(set);
   std::vector<std::string> nodes;  // key, parent, text and a '+' when active
-  for (const TreeNode& n : BuildTree(airfoil, kEnglish))
+  for (const TreeNode& n : BuildTree(airfoil, Language::English))
     nodes.push_back(n.key + "|" + n.parentKey + "|" + n.text + (n.active ? "+" : ""));
   EXPECT_EQ(nodes, (std::vector<std::string>{"r||Clark Y+", "c 1|r|Set 1: flap 0+", "c 1|p 1|c 1|Polar 1, Re=n.a.",
                                              "c 1|p 2|c 1|Polar 2, Re= 500000, tripped+"}));
-  EXPECT_EQ(BuildTree(airfoil, kGerman)[3].text, "Polare 2, Re= 500000, tripped");
+  EXPECT_EQ(BuildTree(airfoil, Language::German)[3].text, "Polare 2, Re= 500000, tripped");
   EXPECT_EQ(KindOfKey("c 12"), NodeKind::Set);
   EXPECT_EQ(KindOfKey(""), NodeKind::None);
   EXPECT_EQ(SetIndexOfKey("c 12|p 3") * 100 + PolarIndexOfKey("c 12|p 3") * 10 + PolarIndexOfKey("c 12"), 1230);
@@ -53,7 +53,7 @@ TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
 TEST(StructureTree, TogglingAPolarTheRootTwiceAndASetByPrefix) {
   Airfoil airfoil = AirfoilWith(11, 2);
   airfoil.Configuration(1)->Polar(1)->Selected = false;
-  std::vector<TreeNode> nodes = BuildTree(airfoil, kEnglish);
+  std::vector<TreeNode> nodes = BuildTree(airfoil, Language::English);
   ToggleNode(airfoil, nodes, IndexOf(nodes, "c 2|p 1"));
   EXPECT_FALSE(airfoil.Configuration(2)->Polar(1)->Selected);
   EXPECT_TRUE(airfoil.Configuration(2)->Polar(2)->Selected);
