@@ -57,21 +57,17 @@ CommandPtr Document::Execute(EditKind kind, const Action& action, std::string su
   return command;
 }
 
-CommandPtr Document::Undo() {
-  CommandPtr command = history_.NextUndo();
-  if (!command) return nullptr;
-  history_.StepBack();
-  Restore(command->before_);
-  Notify(command, ChangeStep::Undo);
-  return command;
-}
+CommandPtr Document::Undo() { return Step(ChangeStep::Undo); }
 
-CommandPtr Document::Redo() {
-  CommandPtr command = history_.NextRedo();
+CommandPtr Document::Redo() { return Step(ChangeStep::Redo); }
+
+CommandPtr Document::Step(ChangeStep step) {
+  const bool undo = step == ChangeStep::Undo;
+  CommandPtr command = undo ? history_.NextUndo() : history_.NextRedo();
   if (!command) return nullptr;
-  history_.StepForward();
-  Restore(command->after_);
-  Notify(command, ChangeStep::Redo);
+  undo ? history_.StepBack() : history_.StepForward();
+  Restore(undo ? command->before_ : command->after_);
+  Notify(command, step);
   return command;
 }
 

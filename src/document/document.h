@@ -101,6 +101,8 @@ class Document {
   CommandPtr Toggle(std::vector<TreeNode>& nodes, size_t clicked);
 
  private:
+  // Undo or Redo: the next command of the history, its state restored.
+  CommandPtr Step(ChangeStep step);
   Command::State State(const PolarPtr& pointsOf) const;
   void Restore(const Command::State& state);
   void Notify(const CommandPtr& command, ChangeStep step);

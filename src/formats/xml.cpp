@@ -297,6 +297,22 @@ PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
 
 // Reads the first polar of `text` into `polar`; returns the text after it,
 // or "#END#" when there is none.
+// Reads the elements `tag` of `text` in turn, at most kMaxItems of them:
+// `readOne` fills an item and returns the text after its element, or kEnd
+// when none is left; `add` takes each item read. True when an element
+// stood beyond the limit.
+template <class Item, class ReadOne, class Add>
+bool ReadUpToLimit(XmlSearch& search, std::string_view text, TagId tag, ReadOne readOne, Add add) {
+  for (int i = 0; i < kMaxItems; ++i) {
+    auto item = std::make_shared<Item>();
+    std::string_view rest = readOne(text, *item);
+    if (rest == kEnd) return false;
+    text = rest;
+    add(item);
+  }
+  return !Extract(search, text, tag).empty();
+}
+
 std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& polar, LeftOut& leftOut) {
   polar.Selected = true;
   std::string_view e = Extract(search, text, kPolar);
@@ -327,18 +343,10 @@ std::string_view ReadConfiguration(XmlSearch& search, std::string_view text, Con
   if (e.empty()) return kEnd;
   std::string_view rest = text.substr(search.Find(text, "</configuration>") + 16);
   config.Name = NameFromFileBytes(Content(search, Extract(search, e, kName), kName));
-  std::string_view polars = Extract(search, e, kPolars);
-  for (int j = 0;; ++j) {
-    if (j == kMaxItems) {
-      leftOut.polars = !Extract(search, polars, kPolar).empty();
-      break;
-    }
-    auto polar = std::make_shared<Polar>();
-    std::string_view r = ReadPolar(search, polars, *polar, leftOut);
-    if (r == kEnd) break;
-    polars = r;
-    config.AddPolar(polar);
-  }
+  leftOut.polars |= ReadUpToLimit<Polar>(
+      search, Extract(search, e, kPolars), kPolar,
+      [&](std::string_view text, Polar& polar) { return ReadPolar(search, text, polar, leftOut); },
+      [&](const PolarPtr& polar) { config.AddPolar(polar); });
   return rest;
 }
 
@@ -366,17 +374,10 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
   airfoil.ResetConfigurations(0);
   if (cfgs.empty()) return MessageReport(Text::NoDataSets);
   LeftOut leftOut;
-  for (int i = 0;; ++i) {
-    if (i == kMaxItems) {
-      leftOut.sets = !Extract(search, cfgs, kConfiguration).empty();
-      break;
-    }
-    auto config = std::make_shared<Configuration>();
-    std::string_view rest = ReadConfiguration(search, cfgs, *config, leftOut);
-    if (rest == kEnd) break;
-    cfgs = rest;
-    airfoil.AddConfiguration(config);
-  }
+  leftOut.sets = ReadUpToLimit<Configuration>(
+      search, cfgs, kConfiguration,
+      [&](std::string_view text, Configuration& config) { return ReadConfiguration(search, text, config, leftOut); },
+      [&](const ConfigurationPtr& config) { airfoil.AddConfiguration(config); });
   ReadReport report;
   for (const auto& [left, id] :
        {std::pair{leftOut.sets, Text::SetsLeftOut}, std::pair{leftOut.polars, Text::PolarsLeftOut},

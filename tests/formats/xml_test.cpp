@@ -135,6 +135,7 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
       {set(polar(1000)) + Repeated(999, set("")), 1000, 1, 1000, {}},
       {set(polar(1003)), 1, 1, 1000, {Text::PointsLeftOut}},
       {set(Repeated(1001, polar(1))), 1, 1000, 1, {Text::PolarsLeftOut}},
+      {set(Repeated(1001, polar(1))) + set(Repeated(1000, polar(1))), 2, 1000, 1, {Text::PolarsLeftOut}},
       {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {Text::SetsLeftOut}},
       {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000,
        {Text::SetsLeftOut, Text::PolarsLeftOut, Text::PointsLeftOut}},
