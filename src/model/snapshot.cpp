@@ -2,29 +2,6 @@
 
 namespace tavilo {
 
-PolarPtr DeepCopy(const Polar& polar) { return std::make_shared<Polar>(polar); }
-
-ConfigurationPtr DeepCopy(const Configuration& config) {
-  auto copy = std::make_shared<Configuration>();
-  copy->Name = config.Name;
-  copy->Origin = config.Origin;
-  copy->Description2 = config.Description2;
-  std::vector<PolarPtr> polars;
-  for (const PolarPtr& polar : config.Polars()) polars.push_back(polar ? DeepCopy(*polar) : nullptr);
-  copy->ResetPolars(config.PolarCount(), polars);
-  return copy;
-}
-
-AirfoilPtr DeepCopy(const Airfoil& airfoil) {
-  auto copy = std::make_shared<Airfoil>();
-  copy->Name = airfoil.Name;
-  const std::vector<ConfigurationPtr> sets = airfoil.Configurations();
-  copy->ResetConfigurations(airfoil.ConfigCount());
-  for (size_t k = 0; k < sets.size(); ++k)
-    copy->SetConfiguration(static_cast<int>(k + 1), sets[k] ? DeepCopy(*sets[k]) : nullptr);
-  return copy;
-}
-
 AirfoilSnapshot TakeSnapshot(const Airfoil& airfoil) {
   AirfoilSnapshot snapshot{airfoil.Name, airfoil.ConfigCount(), {}};
   for (const ConfigurationPtr& set : airfoil.Configurations()) {

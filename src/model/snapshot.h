@@ -1,5 +1,5 @@
 #pragma once
-// Deep copies, and the snapshot by which an edit of the tree is undone.
+// The snapshot by which an edit of the tree is undone.
 
 #include <cstdint>
 #include <string>
@@ -8,12 +8,6 @@
 #include "model/airfoil.h"
 
 namespace tavilo {
-
-// New objects with the same content all the way down to the points; the
-// copy shares nothing with the original.
-PolarPtr DeepCopy(const Polar& polar);
-ConfigurationPtr DeepCopy(const Configuration& config);
-AirfoilPtr DeepCopy(const Airfoil& airfoil);
 
 // Everything of an airfoil that an edit of the tree can change, except the
 // points: the names, the sets and their polars by reference, the counts as
