@@ -144,16 +144,16 @@ class MainWindowTest : public ::testing::Test {
 
   QListWidget* FileList() { return Find<QListWidget>("Datei1"); }
 
-  // Makes tree node `key` the selected one without a click's toggling.
-  void SelectNode(const std::string& key) {
-    auto* tree = Find<QTreeWidget>("TreeView1");
-    for (QTreeWidgetItemIterator it(tree); *it != nullptr; ++it) {
-      if ((*it)->data(0, Qt::UserRole).toString().toStdString() != key) continue;
-      tree->setCurrentItem(*it);
-      return;
-    }
+  // The tree node of `key`.
+  QTreeWidgetItem* Node(const char* key) {
+    for (QTreeWidgetItemIterator it(Find<QTreeWidget>("TreeView1")); *it != nullptr; ++it)
+      if ((*it)->data(0, Qt::UserRole).toString() == QLatin1String(key)) return *it;
     ADD_FAILURE() << "no node " << key;
+    return nullptr;
   }
+
+  // Makes tree node `key` the selected one without a click's toggling.
+  void SelectNode(const char* key) { Find<QTreeWidget>("TreeView1")->setCurrentItem(Node(key)); }
 
   // Makes `window` the active window, where the window system sends keys
   // and whose shortcuts count.
