@@ -32,11 +32,6 @@
 
 namespace tavilo::testing {
 
-inline QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
-inline void ClearSettings() { Store().clear(); }
-inline QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
-inline void StoreSetting(const char* key, const QString& value) { Store().setValue(QStringLiteral("Tavilo/") + key, value); }
-
 // An XML polar file with one set holding `polars` polars of three points.
 inline std::string WritePolarFile(const TempDir& dir, const std::string& name, const std::string& airfoilName,
                                   int polars = 1) {
@@ -98,6 +93,12 @@ inline void Drop(QWidget* target, const QStringList& paths, Qt::KeyboardModifier
 // fresh scratch folder.
 class MainWindowTest : public ::testing::Test {
  protected:
+  static QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
+  static void ClearSettings() { Store().clear(); }
+  static QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
+  static void StoreSetting(const char* key, const QString& v) { Store().setValue(QStringLiteral("Tavilo/") + key, v); }
+  static QDir DirOf(const TempDir& dir) { return QDir(QString::fromStdString(dir.Path().string())); }
+
   void SetUp() override {
     ClearSettings();
     previousDirectory_ = QDir::currentPath();

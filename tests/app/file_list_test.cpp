@@ -69,7 +69,7 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
   const std::string tail = WritePolarFile(dir, "tail.xml", "Tail");
   const std::string unknown = dir.Write("notes.abc", "hello");
   PEFForm& form = Start();
-  auto shown = [&] { return form.windowTitle().toStdString() + "|" + Find<QLabel>("ProfilName")->text().toStdString(); };
+  auto shown = [&] { return (form.windowTitle() + "|" + Find<QLabel>("ProfilName")->text()).toStdString(); };
   EXPECT_EQ(shown(), "Tavilo|");
   MessageBoxCatcher boxes;
   form.Document().OpenFile(wing);

@@ -26,8 +26,6 @@ TEST(SettingNumber, ReadsStoredTextsByTheLeadingNumberRule) {
 
 using SettingsTest = MainWindowTest;
 
-QDir DirOf(const TempDir& dir) { return QDir(QString::fromStdString(dir.Path().string())); }
-
 TEST_F(SettingsTest, EveryValueIsWrittenAsIntegerTextAndSurvivesExitAndRestart) {
   const TempDir elsewhere;
   elsewhere.Write("other.pol", "");

@@ -145,8 +145,7 @@ TEST(Converter, DrawsThroughTheRendererBesideItAndLinksNoQtItself) {
 // the file is converted all the same.
 TEST(Converter, AWarnedFileIsConvertedWithOneLineOnStandardError) {
   TempDir dir;
-  const std::string drg =
-      dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
+  const std::string drg = dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
   // A sweep longer than readers of XML take.
   Airfoil sweep;
   auto set = std::make_shared<Configuration>();
@@ -155,8 +154,10 @@ TEST(Converter, AWarnedFileIsConvertedWithOneLineOnStandardError) {
   WriteToPEF(sweep, dir.File("sweep.pef"));
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {drg, "en", "Tavilo: Warning: " + drg + " holds fewer polars or points than its counts announce; what it"},
-      {dir.File("sweep.pef"), "de", "Tavilo: Warnung: " + dir.File("de.xml") + " enthält eine Polare mit mehr als "
-                                    "1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem 1000. aus.\n"},
+      {dir.File("sweep.pef"), "de",
+       "Tavilo: Warnung: " + dir.File("de.xml") +
+           " enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem "
+           "1000. aus.\n"},
   };
   for (const auto& [input, language, warning] : cases) {
     const Result result = Convert(dir, {"--lang", language, input, dir.File(language + ".xml")});
@@ -195,9 +196,8 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
       "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
       "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n");
   const std::string uiuc = TAVILO_SAMPLES "/uiuc/";
-  const std::string two =
-      dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
-  const std::string single = uiuc + "E387A.DRG", out = dir.File("out.xml");
+  const std::string two = dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
+  const std::string single = uiuc + "E387A.DRG", out = dir.File("out.xml"), dat = dir.File("out.dat");
   const struct {
     std::vector<std::string> args;
     int status;
@@ -208,17 +208,14 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
       // No polar with a point is an error in every mode.
       {{notes, out}, 1, "Tavilo: Error: File contains no polars! (" + notes + ")\n"},
       {{"--info", none}, 1, "Tavilo: Error: File contains no polars! (" + none + ")\n"},
-      {{"--lang", "de", kXfoil, dir.File("out.dat")}, 1,
-       "Tavilo: Fehler: Umbekanntes Dateiformat! '" + dir.File("out.dat") + "'"},
-      {{kXfoil, "/nonexistent/dir/out.xml"}, 1,
-       "Tavilo: Error: File access error: cannot write /nonexistent/dir/out.xml: "},
+      {{"--lang", "de", kXfoil, dat}, 1, "Tavilo: Fehler: Umbekanntes Dateiformat! '" + dat + "'"},
+      {{kXfoil, "/no/dir/out.xml"}, 1, "Tavilo: Error: File access error: cannot write /no/dir/out.xml: "},
       // A reader that stops on a wild number fails the run and names the file.
       {{wild, out}, 1, "Tavilo: Error: " + wild + ", line 14: Overflow"},
       {{kXfoil}, 2, "tavilo-convert: wrong number of file names\n"},
       {{"--frobnicate", kXfoil, "x.xml"}, 2, "tavilo-convert: unknown option --frobnicate\n"},
       {{"--airfoil", "zero", kXfoil, "x.xml"}, 2, "tavilo-convert: --airfoil takes a number from 1"},
-      {{"--airfoil", "3", two, out}, 2,
-       "tavilo-convert: --airfoil 3 is past the end: " + two + " holds 2 airfoil(s).\n"},
+      {{"--airfoil", "3", two, out}, 2, "tavilo-convert: --airfoil 3 is past the end: " + two + " holds 2 airfoil(s)."},
       {{"--airfoil", "2", single, out}, 2, "tavilo-convert: --airfoil 2 is past the end: " + single},
       {{"--airfoil", "2", "--info", two}, 0, ""},  // real UIUC files: no other message either
       {{"--airfoil", "1", "--info", single}, 0, "Tavilo: Warning: --airfoil is ignored: " + single + " holds a"},
@@ -230,7 +227,7 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
     EXPECT_EQ(result.err.substr(0, c.message.size()), c.message);
   }
   EXPECT_FALSE(std::filesystem::exists(out));
-  EXPECT_FALSE(std::filesystem::exists(dir.File("out.dat")));
+  EXPECT_FALSE(std::filesystem::exists(dat));
   EXPECT_NE(Convert(dir, {"--airfoil", "2", "--info", two}).out.find("Airfoil: WASP\n"), std::string::npos);
 }
 
