@@ -1,6 +1,6 @@
 // frmApprox: opened from the Tools menu, Show draws over both lift graphs
 // until a field changes or the dialog closes, Copy fills the clipboard, Fit
-// takes the tree's current polar and reports in full, bad input is named,
+// takes the tree's current polar and reports, bad input is named,
 // and the main window's keys work while the dialog is active.
 #include <QCheckBox>
 #include <QClipboard>

@@ -1,6 +1,6 @@
 // The file browser and the file commands: what the list shows, opening by
 // double-click and by Enter, the message for files that cannot be read,
-// the dialogs' filters, export and batch conversion.
+// the dialogs' filters, export, choosing one airfoil of several.
 #include <QLabel>
 #include <QPushButton>
 

@@ -1,5 +1,5 @@
-// Settings: defaults on a start with garbage in the store, the round trip over exit and
-// restart, and how stored texts are read.
+// Settings: the round trip over exit and restart, how stored texts are read,
+// and defaults where the store holds garbage.
 #include <QAbstractButton>
 #include <QStatusBar>
 #include <QStatusTipEvent>
