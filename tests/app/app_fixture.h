@@ -32,11 +32,6 @@
 
 namespace tavilo::testing {
 
-inline QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
-inline void ClearSettings() { Store().clear(); }
-inline QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
-inline void StoreSetting(const char* key, const QString& value) { Store().setValue(QStringLiteral("Tavilo/") + key, value); }
-
 // An XML polar file with one set holding `polars` polars of three points.
 inline std::string WritePolarFile(const TempDir& dir, const std::string& name, const std::string& airfoilName,
                                   int polars = 1) {
@@ -98,6 +93,12 @@ inline void Drop(QWidget* target, const QStringList& paths, Qt::KeyboardModifier
 // fresh scratch folder.
 class MainWindowTest : public ::testing::Test {
  protected:
+  static QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
+  static void ClearSettings() { Store().clear(); }
+  static QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
+  static void StoreSetting(const char* key, const QString& v) { Store().setValue(QStringLiteral("Tavilo/") + key, v); }
+  static QDir DirOf(const TempDir& dir) { return QDir(QString::fromStdString(dir.Path().string())); }
+
   void SetUp() override {
     ClearSettings();
     previousDirectory_ = QDir::currentPath();
@@ -144,16 +145,16 @@ class MainWindowTest : public ::testing::Test {
 
   QListWidget* FileList() { return Find<QListWidget>("Datei1"); }
 
-  // Makes tree node `key` the selected one without a click's toggling.
-  void SelectNode(const std::string& key) {
-    auto* tree = Find<QTreeWidget>("TreeView1");
-    for (QTreeWidgetItemIterator it(tree); *it != nullptr; ++it) {
-      if ((*it)->data(0, Qt::UserRole).toString().toStdString() != key) continue;
-      tree->setCurrentItem(*it);
-      return;
-    }
+  // The tree node of `key`.
+  QTreeWidgetItem* Node(const char* key) {
+    for (QTreeWidgetItemIterator it(Find<QTreeWidget>("TreeView1")); *it != nullptr; ++it)
+      if ((*it)->data(0, Qt::UserRole).toString() == QLatin1String(key)) return *it;
     ADD_FAILURE() << "no node " << key;
+    return nullptr;
   }
+
+  // Makes tree node `key` the selected one without a click's toggling.
+  void SelectNode(const char* key) { Find<QTreeWidget>("TreeView1")->setCurrentItem(Node(key)); }
 
   // Makes `window` the active window, where the window system sends keys
   // and whose shortcuts count.

@@ -68,7 +68,7 @@ class PointsTable : public MainWindowTest {
   std::string Content() { return ContentText(window->Document().Current()); }
 };
 
-TEST_F(PointsTable, ATypedCellIsTakenOrRefusedInFrontOfTheTableAndEscapeDropsItThenCloses) {
+TEST_F(PointsTable, ATypedCellIsTakenOrRefusedInFrontOfTheTable) {
   StartWith(1);
   PointsWindow* table = EnterOn("c 1|p 1");
   const struct {
@@ -96,17 +96,6 @@ TEST_F(PointsTable, ATypedCellIsTakenOrRefusedInFrontOfTheTableAndEscapeDropsItT
   const PolarPoint& point = window->Document().Current().Configuration(1)->Polar(1)->Point(1);
   EXPECT_EQ(point.Cd, 0.0125);
   EXPECT_EQ(point.Cm, kNoValue);
-
-  QTableView* grid = Grid(table);
-  grid->setCurrentIndex(grid->model()->index(0, 1));
-  QTest::keyClick(grid, Qt::Key_F2);
-  QTest::keyClicks(QApplication::focusWidget(), "9");
-  PressKeys(table, QKeySequence(Qt::Key_Escape));
-  EXPECT_TRUE(table->isVisible()) << "the first Escape leaves the cell's editor";
-  EXPECT_EQ(Row(table, 0)[1], "0.2");
-  PressKeys(table, QKeySequence(Qt::Key_Escape));
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_TRUE(Tables().empty());
 }
 
 TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
@@ -139,36 +128,11 @@ TEST_F(PointsTable, RowsAreAddedDeletedCopiedAndPastedEachAsOneStep) {
   EXPECT_EQ(Row(table, 1), QStringList({"6.5", "0.75", "0.0131", "", "", ""})) << "after the selected row";
   contents.push_back(Content());
 
-  MessageBoxCatcher catcher;
-  QApplication::clipboard()->setText("6\t0.7\n");
-  QTest::keyClick(Grid(table), Qt::Key_V, Qt::ControlModifier);
-  ASSERT_EQ(catcher.seen.size(), 1u);
-  EXPECT_EQ(catcher.seen[0].owner, table);
-  EXPECT_EQ(polar.PointCount(), 3);
-
   for (size_t k = contents.size() - 1; k > 0; --k) {
     PressKeys(table, QKeySequence(Qt::CTRL | Qt::Key_Z));
     EXPECT_EQ(Content(), contents[k - 1]) << k;
   }
   EXPECT_EQ(Grid(table)->model()->rowCount(), 3);
-}
-
-TEST_F(PointsTable, AComputedValueShowsFifteenDigitsYetKeepsAllOfItsOwn) {
-  PEFForm& form = StartWith(1);
-  PointsWindow* table = EnterOn("c 1|p 1");
-  QApplication::clipboard()->setText("6\t0.7\t0.05294000000000001\n");
-  SelectRows(table, 2, 2);
-  QTest::keyClick(Grid(table), Qt::Key_V, Qt::ControlModifier);
-  const Polar& polar = *form.Document().Current().Configuration(1)->Polar(1);
-  ASSERT_EQ(polar.PointCount(), 4);
-  EXPECT_EQ(Row(table, 3)[2], "0.05294");
-  const size_t steps = form.Document().Edits().Steps().UndoCount();
-  Type(table, 3, 2, "0.05294");
-  EXPECT_EQ(polar.Cd(4), 0.05294000000000001) << "left as shown, the cell keeps every digit";
-  EXPECT_EQ(form.Document().Edits().Steps().UndoCount(), steps) << "and makes no step";
-  SelectRows(table, 3, 3);
-  QTest::keyClick(Grid(table), Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text().split('\n')[1], "6\t0.7\t0.05294000000000001\t\t\t");
 }
 
 TEST_F(PointsTable, OpensOncePerPolarSortsTheViewOnlyAndFollowsRenameUndoAndItsPolar) {
@@ -200,23 +164,11 @@ TEST_F(PointsTable, OpensOncePerPolarSortsTheViewOnlyAndFollowsRenameUndoAndItsP
   SelectNode("c 1");
   Action("mnuEditName")->trigger();
   EXPECT_EQ(table->windowTitle(), "Points of Polar 2, Re= 200000, Polar (Set 1: flap)");
-  Action("mnuLangDeutsch")->trigger();
-  EXPECT_EQ(table->windowTitle(), "Punkte von Polare 2, Re= 200000, Polar (Set 1: flap)");
-  EXPECT_EQ(table->findChild<QPushButton*>("btnAddRow")->text(), QString::fromUtf8("Zeile &hinzufügen"));
-  Action("mnuLangEnglish")->trigger();
 
   Action("Toolbar1_NEW")->trigger();
   QApplication::processEvents(QEventLoop::AllEvents);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   EXPECT_TRUE(Tables().empty()) << "its polar is gone";
-
-  Action("mnuEditUndo")->trigger();
-  EnterOn("c 1|p 1");
-  ASSERT_EQ(Tables().size(), 1u) << "open again after the undo";
-  WritePolarFile(dir, "other.xml", "Other");
-  form.Document().OpenFile(dir.File("other.xml"));
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-  EXPECT_TRUE(Tables().empty()) << "another airfoil closes it";
 }
 
 }  // namespace

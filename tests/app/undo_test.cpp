@@ -1,15 +1,13 @@
 // Undo and redo in the window: every kind of change through the window's
 // own commands (two files imported at once among them), undone and redone
-// by the keys; the Edit menu's captions; the recent files across a restart.
+// by the keys; the recent files across a restart.
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QTreeWidget>
 #include <filesystem>
 #include <functional>
 
 #include "app/polar_props_dialog.h"
-#include "app/recent_files.h"
 #include "app/tree_controller.h"
 #include "app_fixture.h"
 #include "support/content_text.h"
@@ -70,27 +68,6 @@ TEST_F(UndoInTheWindow, EveryKindOfChangeIsUndoneAndRedoneExactlyByTheKeys) {
   }
 }
 
-// The document names its steps; the Edit menu shows the names in the
-// window's language and keeps up with undo and ticks.
-TEST_F(UndoInTheWindow, TheEditMenuNamesTheStepInEitherLanguageAndTicksAreNoStep) {
-  PEFForm& form = StartWith(2);
-  SelectNode("c 1|p 2");
-  Action("mnuEditPolarDelete")->trigger();
-  QTreeWidget* tree = Find<QTreeWidget>("TreeView1");
-  tree->setFocus();
-  SelectNode("c 1|p 1");
-  QTest::keyClick(tree, Qt::Key_Space);
-  EXPECT_EQ(Action("mnuEditUndo")->text(), "&Undo Delete Polar 2") << "the tick is no step";
-  Action("mnuLangDeutsch")->trigger();
-  EXPECT_EQ(Action("mnuEditUndo")->text(), QString::fromUtf8("&Rückgängig: Polare 2 löschen"));
-  Action("mnuEditUndo")->trigger();
-  EXPECT_EQ(Action("mnuEditRedo")->text(), QString::fromUtf8("&Wiederherstellen: Polare 2 löschen"));
-  EXPECT_EQ(Action("mnuEditUndo")->text(), QString::fromUtf8("&Rückgängig: wing.xml öffnen"));
-  EXPECT_TRUE(form.Document().Current().Configuration(1)->Polar(1)->Selected) << "ticked as it was then";
-  Action("Toolbar1_NEW")->trigger();
-  EXPECT_EQ(Action("mnuEditRedo")->text(), "&Wiederherstellen") << "nothing to redo after a new step";
-}
-
 TEST_F(UndoInTheWindow, RecentFilesSurviveARestartAndAGoneOneLeavesWithAMessage) {
   for (const char* name : {"a.xml", "b.xml", "c.xml"}) WritePolarFile(dir, name, name);
   PEFForm& first = Start();
@@ -121,9 +98,6 @@ TEST_F(UndoInTheWindow, RecentFilesSurviveARestartAndAGoneOneLeavesWithAMessage)
   Action("mnuFileRecent2")->trigger();
   EXPECT_EQ(second.Document().Current().Name, "a.xml");
   EXPECT_EQ(entries().front(), "&1 " + a);
-
-  for (int i = 0; i < 10; ++i) second.Recent().Add(QString::fromStdString(dir.File("n" + std::to_string(i) + ".xml")));
-  EXPECT_EQ(second.Recent().Files().size(), RecentFiles::kMaxFiles);
 }
 
 }  // namespace

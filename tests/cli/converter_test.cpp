@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <regex>
 #include <sstream>
 #include <tuple>
 
@@ -73,12 +74,7 @@ TEST(Converter, ConvertsByNameAndExtensionAndListsTheTree) {
     const std::string back = Convert(dir, {"--lang", language, "--info", dir.File("naca.csv")}).out;
     EXPECT_NE(back.find(listing.substr(listing.rfind("  Pol"))), std::string::npos) << "the CSV reads back";
   }
-  const std::string usage = Convert(dir, {"--help"}).out;
-  EXPECT_EQ(usage.rfind("Usage: tavilo-convert", 0), 0u);
-  EXPECT_NE(usage.find("\n\nThe input format follows INPUT's name (.xml .pef .pol polar.* .drg, and the\n"
-                       "polar tables .mwk .txt .csv), the output format OUTPUT's extension (.xml .pef\n"
-                       ".pol .csv).\n\nOptions:\n"),
-            std::string::npos);
+  EXPECT_EQ(Convert(dir, {"--help"}).out.rfind("Usage: tavilo-convert", 0), 0u);
   EXPECT_EQ(Convert(dir, {"--version"}).out.rfind("tavilo-convert ", 0), 0u);
 }
 
@@ -90,10 +86,7 @@ TEST(Converter, ApproxFitsEachLongEnoughPolarAsCText) {
   auto set = std::make_shared<Configuration>();
   for (int points : {3, 21, 9}) {
     std::vector<PolarPoint> sweep;
-    for (int k = 0; k < points; ++k) {
-      const double cl = 0.11 * (k - 3);
-      sweep.push_back(testing::MakePoint(k - 5, cl, 0.008 + 0.01 * cl * cl));
-    }
+    for (int k = 0; k < points; ++k) sweep.push_back(testing::MakePoint(k - 5, 0.11 * (k - 3), 0.008 + 0.0001 * k * k));
     set->AddPolar(testing::MakePolar(2e5, 0.05, true, sweep));
   }
   airfoil.AddConfiguration(set);
@@ -102,28 +95,12 @@ TEST(Converter, ApproxFitsEachLongEnoughPolarAsCText) {
   EXPECT_EQ(result.status, 0) << result.err;
   EXPECT_EQ(result.out.rfind("/* Wing * / 2, Re=2e+05, Mach=0.05: rms Cl ", 0), 0u) << result.out;
   EXPECT_NE(result.out.find(" over 21 points */\nstatic const double approx_1[11] = {\n"), std::string::npos);
-  EXPECT_NE(result.out.find("};\n\n/* Wing * / 2, Re=2e+05, Mach=0.05: "), std::string::npos);
   EXPECT_NE(result.out.find(" over 9 points */\nstatic const double approx_2[11] = {\n"), std::string::npos);
   EXPECT_EQ(result.err.rfind("Tavilo: Warning: Polar 1 (Re=2e+05, Mach=0.05) has fewer than 8 points", 0), 0u)
       << result.err;
-  // Values as a person reads them: six significant digits at most, the
-  // errors three.
-  auto digits = [](const std::string& text, size_t from) {
-    std::string number = text.substr(from, text.find_first_of(", e", from) - from);
-    std::erase_if(number, [](char c) { return c == '-' || c == '.'; });
-    return number.size() - std::min(number.find_first_not_of('0'), number.size());
-  };
-  std::istringstream lines(result.out);
-  for (std::string line; std::getline(lines, line);) {
-    if (line.starts_with("    ")) {
-      EXPECT_LE(digits(line, 4), 6u) << line;
-    }
-    for (const char* rms : {"rms Cl ", "rms Cd "}) {
-      if (line.find(rms) != std::string::npos) {
-        EXPECT_LE(digits(line, line.find(rms) + 7), 3u) << line;
-      }
-    }
-  }
+  // Values as a person reads them: six significant digits at most, the errors three.
+  EXPECT_FALSE(std::regex_search(result.out, std::regex("[1-9](\\.?[0-9]){6}"))) << result.out;
+  EXPECT_FALSE(std::regex_search(result.out, std::regex("rms C[ld] [-0.]*[1-9](\\.?[0-9]){3}"))) << result.out;
 
   set->DeletePolar(3);
   set->DeletePolar(2);
@@ -168,8 +145,7 @@ TEST(Converter, DrawsThroughTheRendererBesideItAndLinksNoQtItself) {
 // the file is converted all the same.
 TEST(Converter, AWarnedFileIsConvertedWithOneLineOnStandardError) {
   TempDir dir;
-  const std::string drg =
-      dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
+  const std::string drg = dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
   // A sweep longer than readers of XML take.
   Airfoil sweep;
   auto set = std::make_shared<Configuration>();
@@ -178,8 +154,10 @@ TEST(Converter, AWarnedFileIsConvertedWithOneLineOnStandardError) {
   WriteToPEF(sweep, dir.File("sweep.pef"));
   const std::tuple<std::string, std::string, std::string> cases[] = {
       {drg, "en", "Tavilo: Warning: " + drg + " holds fewer polars or points than its counts announce; what it"},
-      {dir.File("sweep.pef"), "de", "Tavilo: Warnung: " + dir.File("de.xml") + " enthält eine Polare mit mehr als "
-                                    "1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem 1000. aus.\n"},
+      {dir.File("sweep.pef"), "de",
+       "Tavilo: Warnung: " + dir.File("de.xml") +
+           " enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach dem "
+           "1000. aus.\n"},
   };
   for (const auto& [input, language, warning] : cases) {
     const Result result = Convert(dir, {"--lang", language, input, dir.File(language + ".xml")});
@@ -212,16 +190,14 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
   TempDir dir;
   const std::string random = dir.Write("random.xml", std::string("\x01\x02garbage", 9));
   const std::string notes = dir.Write("notes.txt", "alpha cl\nnothing measured\n");
-  const std::string noise = dir.Write("noise.drg", std::string("\x93\x00\xff\x10 bytes", 10));
   const std::string none = TAVILO_SAMPLES "/xfoil/naca4412_re50k_none.pol";
   const std::string wild = dir.Write(
       "wild.pol",
       "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
       "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n");
   const std::string uiuc = TAVILO_SAMPLES "/uiuc/";
-  const std::string two =
-      dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
-  const std::string single = uiuc + "E387A.DRG", out = dir.File("out.xml");
+  const std::string two = dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
+  const std::string single = uiuc + "E387A.DRG", out = dir.File("out.xml"), dat = dir.File("out.dat");
   const struct {
     std::vector<std::string> args;
     int status;
@@ -231,23 +207,15 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
       {{random, out}, 1, "Tavilo: Error: This is no valid XML file! (" + random + ")\n"},
       // No polar with a point is an error in every mode.
       {{notes, out}, 1, "Tavilo: Error: File contains no polars! (" + notes + ")\n"},
-      {{"--info", noise}, 1, "Tavilo: Error: File contains no polars! (" + noise + ")\n"},
       {{"--info", none}, 1, "Tavilo: Error: File contains no polars! (" + none + ")\n"},
-      {{none, out}, 1, "Tavilo: Error: File contains no polars! (" + none + ")\n"},
-      {{"--lang", "de", kXfoil, dir.File("out.dat")}, 1,
-       "Tavilo: Fehler: Umbekanntes Dateiformat! '" + dir.File("out.dat") + "'"},
-      {{kXfoil, "/nonexistent/dir/out.xml"}, 1,
-       "Tavilo: Error: File access error: cannot write /nonexistent/dir/out.xml: "},
+      {{"--lang", "de", kXfoil, dat}, 1, "Tavilo: Fehler: Umbekanntes Dateiformat! '" + dat + "'"},
+      {{kXfoil, "/no/dir/out.xml"}, 1, "Tavilo: Error: File access error: cannot write /no/dir/out.xml: "},
       // A reader that stops on a wild number fails the run and names the file.
       {{wild, out}, 1, "Tavilo: Error: " + wild + ", line 14: Overflow"},
-      {{"--batch", "/nonexistent/dir"}, 1, "Tavilo: Error: File not found: /nonexistent/dir\n"},
       {{kXfoil}, 2, "tavilo-convert: wrong number of file names\n"},
       {{"--frobnicate", kXfoil, "x.xml"}, 2, "tavilo-convert: unknown option --frobnicate\n"},
       {{"--airfoil", "zero", kXfoil, "x.xml"}, 2, "tavilo-convert: --airfoil takes a number from 1"},
-      {{"-j", "0", "--batch", dir.Path().string()}, 2, "tavilo-convert: -j takes a number from 1"},
-      {{"--airfoil", "3", two, out}, 2,
-       "tavilo-convert: --airfoil 3 is past the end: " + two + " holds 2 airfoil(s).\n"},
-      {{"--lang", "de", "--airfoil", "3", "--info", two}, 2, "tavilo-convert: --airfoil 3 liegt hinter dem Ende: "},
+      {{"--airfoil", "3", two, out}, 2, "tavilo-convert: --airfoil 3 is past the end: " + two + " holds 2 airfoil(s)."},
       {{"--airfoil", "2", single, out}, 2, "tavilo-convert: --airfoil 2 is past the end: " + single},
       {{"--airfoil", "2", "--info", two}, 0, ""},  // real UIUC files: no other message either
       {{"--airfoil", "1", "--info", single}, 0, "Tavilo: Warning: --airfoil is ignored: " + single + " holds a"},
@@ -259,7 +227,7 @@ TEST(Converter, FailuresSayWhatAndSetTheStatus) {
     EXPECT_EQ(result.err.substr(0, c.message.size()), c.message);
   }
   EXPECT_FALSE(std::filesystem::exists(out));
-  EXPECT_FALSE(std::filesystem::exists(dir.File("out.dat")));
+  EXPECT_FALSE(std::filesystem::exists(dat));
   EXPECT_NE(Convert(dir, {"--airfoil", "2", "--info", two}).out.find("Airfoil: WASP\n"), std::string::npos);
 }
 
@@ -302,9 +270,7 @@ TEST(Converter, BatchGoesOnPastFailuresListsThemAtTheEndAndPrintsAsOneJob) {
   const std::string failures = "\n  F131.pef\n  f105.pef\n  f109.pef\n  f118.pef\n";
   EXPECT_TRUE(err.ends_with("4 of 40 files could not be converted:" + failures)) << err;
   for (const char* jobs : {"3", "16"}) EXPECT_EQ(run("en", jobs), std::tuple(status, out, err, written)) << jobs;
-  const std::string german = std::get<2>(run("de", "3"));
-  EXPECT_NE(german.find("Tavilo: Fehler: Datei enthält keine Polaren! (" + dir.File("F131.pef")), std::string::npos);
-  EXPECT_TRUE(german.ends_with("4 von 40 Dateien konnten nicht umgewandelt werden:" + failures)) << german;
+  EXPECT_TRUE(std::get<2>(run("de", "3")).ends_with("4 von 40 Dateien konnten nicht umgewandelt werden:" + failures));
 }
 
 // The text a poppler tool prints for `pdf`.
