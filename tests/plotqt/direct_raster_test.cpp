@@ -15,15 +15,11 @@ constexpr int kWidth = 80, kHeight = 60;  // in painter pixels
 // of small shapes, in random colours. Returns the clip in image pixels.
 QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) {
   std::mt19937 random(seed);
-  auto uniform = [&](double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(random);
-  };
+  auto uniform = [&](double low, double high) { return std::uniform_real_distribution<double>(low, high)(random); };
   auto below = [&](int n) { return int(random() % uint32_t(n)); };
   const double ratio = image.devicePixelRatio();
-  const QRect clip(below(24) - 4, below(24) - 4, image.width() - below(40) + 4,
-                   image.height() - below(40) + 4);
-  const QRectF logicalClip(clip.x() / ratio, clip.y() / ratio, clip.width() / ratio,
-                           clip.height() / ratio);
+  const QRect clip(below(24) - 4, below(24) - 4, image.width() - below(40) + 4, image.height() - below(40) + 4);
+  const QRectF logicalClip(clip.x() / ratio, clip.y() / ratio, clip.width() / ratio, clip.height() / ratio);
   QPainter painter(&image);
   painter.setClipRect(logicalClip);
   auto raster = DirectRaster::For(painter, shapes);
@@ -64,14 +60,11 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
         size_t count = 2 + below(10);
         points[0] = point();
         for (size_t k = 1; k < count; ++k)
-          points[k] =
-              below(6) == 0 ? point() : points[k - 1] + QPointF(uniform(-12, 12), uniform(-12, 12));
+          points[k] = below(6) == 0 ? point() : points[k - 1] + QPointF(uniform(-12, 12), uniform(-12, 12));
         raster->Polyline(points, count, color, withEnd);
         break;
       }
-      case 1:
-        raster->Line(point(), point(), color, withEnd);
-        break;
+      case 1: raster->Line(point(), point(), color, withEnd); break;
       case 2: {  // short: along an edge when it starts near one
         const QPointF from = point();
         raster->Line(from, from + QPointF(uniform(-5, 5), uniform(-5, 5)), color, withEnd);
@@ -80,13 +73,11 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
       case 3: {  // a grid line or an axis: on a pixel's centre, its edge or anywhere
         const bool row = below(2) == 0;
         const int span = row ? kHeight : kWidth, length = row ? kWidth : kHeight;
-        const double across = below(3) == 0 ? uniform(-2, span + 2)
-                                            : (below(int(span * ratio)) + 0.5 * below(2)) / ratio;
+        const double across =
+            below(3) == 0 ? uniform(-2, span + 2) : (below(int(span * ratio)) + 0.5 * below(2)) / ratio;
         const double from = uniform(-10, length + 10), to = uniform(-10, length + 10);
-        if (row)
-          raster->Line(QPointF(from, across), QPointF(to, across), color, withEnd);
-        else
-          raster->Line(QPointF(across, from), QPointF(across, to), color, withEnd);
+        raster->Line(row ? QPointF(from, across) : QPointF(across, from),
+                     row ? QPointF(to, across) : QPointF(across, to), color, withEnd);
         break;
       }
       case 4: {  // an outline the size of a marker or larger
@@ -119,8 +110,7 @@ TEST(DirectRaster, FastPathsDrawAsThePlainPath) {
   ShapeCache shapes;
   for (const auto& c : cases)
     for (uint32_t seed = 1; seed <= c.scenes; ++seed) {
-      QImage fast(int(kWidth * c.ratio), int(kHeight * c.ratio),
-                  QImage::Format_ARGB32_Premultiplied);
+      QImage fast(int(kWidth * c.ratio), int(kHeight * c.ratio), QImage::Format_ARGB32_Premultiplied);
       fast.setDevicePixelRatio(c.ratio);
       const QRgb background = qPremultiply(seed * 2654435761u);  // seen through at times
       fast.fill(background);
@@ -139,8 +129,7 @@ TEST(DirectRaster, FastPathsDrawAsThePlainPath) {
           }
           if (!clip.contains(x, y)) outside += a != background || b != background;
         }
-      EXPECT_LE(worst, c.tolerance)
-          << "ratio " << c.ratio << ", seed " << seed << " at " << at.x() << "," << at.y();
+      EXPECT_LE(worst, c.tolerance) << "ratio " << c.ratio << ", seed " << seed << " at " << at.x() << "," << at.y();
       EXPECT_EQ(outside, 0) << "ratio " << c.ratio << ", seed " << seed;
     }
 }

@@ -54,24 +54,6 @@ TEST(QtSurface, GridLinesAreCrispOnOrdinaryAndDoubleDensityScreens) {
   }
 }
 
-// Markers are stamped alike wherever they stand within their pixel, their
-// straight edges crisp.
-TEST(QtSurface, MarkersLookAlikeWhereverTheyStand) {
-  const QImage image = Drawn(Image(200, 150, 1, kBackground), [](QtSurface& s) {
-    s.SetForeColor(Color::Palette(4));
-    const SymbolFigure octagon = SymbolOutline(s, 5, 9);
-    const PlotPoint centres[] = {{60.3, 40.7}, {101.6, 80.2}};
-    s.Figures(centres, 2, octagon.offsets, octagon.count);
-  }, QRectF(20, 10, 160, 120));
-  // On image pixels (80, 50) and (121, 90).
-  int differing = 0;
-  for (int dy = -6; dy <= 6; ++dy)
-    for (int dx = -6; dx <= 6; ++dx) differing += image.pixel(80 + dx, 50 + dy) != image.pixel(121 + dx, 90 + dy);
-  EXPECT_EQ(differing, 0);
-  EXPECT_EQ(image.pixelColor(80, 50 - 5), QColor(128, 0, 0)) << "the octagon's top edge, one crisp pixel";
-  EXPECT_EQ(image.pixelColor(80, 50 - 4), kBackground);
-}
-
 // On a dense screen lines and markers are a logical pixel wide, as QPainter
 // draws them (on an image the raster does not take).
 TEST(QtSurface, OnADenseScreenLinesAndMarkersAreALogicalPixelWide) {
