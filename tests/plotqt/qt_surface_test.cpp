@@ -135,7 +135,6 @@ TEST(QtSurface, ScenesShowTheirColours) {
          s.Line(0.5, 0, 1.5, 0, Color::Rgb(0, 0, 0));
          EXPECT_EQ(std::make_pair(s.CurrentX(), s.CurrentY()), std::make_pair(1.5, 0.0));
          EXPECT_THROW(s.Line(0, 0, 1e300, 0), OverflowError);
-         EXPECT_THROW(s.Line(0, 0, 0, std::nan("")), OverflowError);
        }, {{{150, 25}, red}, {{150, 50}, black}, {{150, 49}, white}}},
       {"a line far past both sides of its target", [](QtSurface& s) {
          s.Scale(0, 1, 1, 0);
