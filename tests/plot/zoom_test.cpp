@@ -43,7 +43,7 @@ TEST(Zoom, AboutThePointerWithinAThousandthAndTenTimesTheUnzoomedView) {
 
 // A rectangle, its corners in any order, becomes the view, at least a
 // thousandth of the unzoomed one about its centre.
-TEST(Zoom, ARectangleBecomesTheViewAndPanningMovesIt) {
+TEST(Zoom, ARectangleBecomesTheViewPanningMovesItAndBackAtTheUnzoomedViewItIsThatView) {
   const GraphView box = ZoomTo(kClAlfa, 10, 0.2, 4, 1.1);
   EXPECT_EQ((std::vector<double>{box.left, box.right, box.bottom, box.top}), (std::vector<double>{4, 10, 0.2, 1.1}));
   const GraphView panned = Pan(box, kClAlfa, -1, 0.5);
@@ -51,9 +51,7 @@ TEST(Zoom, ARectangleBecomesTheViewAndPanningMovesIt) {
   const GraphView speck = ZoomTo(kClAlfa, 2, 0.5, 2 + 1e-9, 0.5);
   EXPECT_NEAR(speck.Width(), 0.03, 1e-12);
   EXPECT_NEAR((speck.left + speck.right) / 2, 2, 1e-9);
-}
-
-TEST(Zoom, BackAtTheUnzoomedViewItIsThatViewWithItsFixedGrid) {
+  // Back at the unzoomed view it is that view, with its fixed grid.
   GraphView view = kClAlfa;
   for (int k = 0; k < 7; ++k) view = ZoomAbout(view, kClAlfa, 3.3, 0.71, 0.8);
   for (int k = 0; k < 7; ++k) view = ZoomAbout(view, kClAlfa, 3.3, 0.71, 1 / 0.8);
@@ -94,12 +92,8 @@ TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
   EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
                                              "1.0"}));
   const GraphView clCd = DefaultViews(PlotRanges{})[Graph::ClCd];
-  const struct {
-    GraphView view;
-    AxisQuantity x;
-  } cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
+  const std::pair<GraphView, AxisQuantity> cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
                {kClAlfa, AxisQuantity::Alfa},
-               {ZoomAbout(kClAlfa, kClAlfa, 4, 1, 0.013), AxisQuantity::Alfa},
                {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},
                {ZoomAbout(kClAlfa, kClAlfa, 14.9, 1.4, 1e6), AxisQuantity::Alfa},
                {ZoomAbout(clCd, clCd, 0.0123, 0.4, 1e-6), AxisQuantity::Cd},

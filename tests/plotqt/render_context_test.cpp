@@ -55,11 +55,9 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
       airfoil.AddConfiguration(std::make_shared<Configuration>());
       for (int p = 0; p < 3; ++p) {
         std::vector<PolarPoint> points;
-        for (int i = 0; i < 40; ++i) {
-          const double alfa = -6 + 0.5 * i;
+        for (double alfa = -6; alfa < 14; alfa += 0.5)
           points.push_back(testing::MakePoint(alfa, 0.3 + 0.1 * alfa + 0.05 * p, 0.008 + 0.0002 * alfa * alfa,
                                               -0.05 + 0.002 * alfa, 0.6 - 0.02 * alfa, 0.3 + 0.01 * p));
-        }
         if (wild && p == 1) points[20].TU = 1e300;
         airfoil.Configuration(1)->AddPolar(testing::MakePolar(2e5 * (p + 1), 0, true, points));
       }
@@ -79,10 +77,7 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
         graphs[g] = {&atOnce[g], size};
       }
       EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
-      for (Graph g : kGraphs) {
-        surfaces[g].reset();
-        painters[g].end();
-      }
+      for (Graph g : kGraphs) surfaces[g].reset(), painters[g].end();
       RenderContext context;
       PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
       for (Graph g : kGraphs)

@@ -26,8 +26,10 @@ Airfoil AirfoilOf(std::initializer_list<PolarPtr> polars) {
   return airfoil;
 }
 
-TEST(Envelope, OnePolarIsResampledNearAStepOfFiveHundredths) {
-  PolarPtr envelope = BuildEnvelope(AirfoilOf({DragPolar(200000, 0.01)}));
+TEST(Envelope, OneTickedPolarIsResampledNearAStepOfFiveHundredths) {
+  Airfoil none = AirfoilOf({DragPolar(200000, 0.001, 0.01, false)});
+  EXPECT_EQ(AddEnvelopeSet(none), nullptr) << "no ticked polar, no set";
+  PolarPtr envelope = BuildEnvelope(AirfoilOf({DragPolar(300000, 0.001, 0.01, false), DragPolar(200000, 0.01)}));
   ASSERT_TRUE(envelope);
   // Cl 0 .. 1 gives 20 intervals and 21 grid points; the last, Cl 1 itself,
   // is the polar's last point and so counts as outside its data.
@@ -57,18 +59,6 @@ TEST(Envelope, TheReynoldsNumberNeedsTheSummedDeviationUnderOnePercent) {
   EXPECT_EQ(re(200000, 300000), 0) << "shown as Re=n.a.";
   EXPECT_EQ(re(200000, 201000), 200500) << "summed deviation 1000 < 2005";
   EXPECT_EQ(re(200000, 204100), 0) << "summed deviation 4100 > 2020.5";
-}
-
-TEST(Envelope, AddsASetNamedEnvelopeEachTimeFromTheSelectedPolarsOnly) {
-  Airfoil none = AirfoilOf({DragPolar(200000, 0.01, 0.01, false)});
-  EXPECT_EQ(AddEnvelopeSet(none), nullptr);
-  Airfoil airfoil = AirfoilOf({DragPolar(300000, 0.001, 0.01, false), DragPolar(200000, 0.01)});
-  ConfigurationPtr first = AddEnvelopeSet(airfoil);
-  AddEnvelopeSet(airfoil);
-  ASSERT_EQ(airfoil.ConfigCount(), 3) << "running twice adds two sets";
-  EXPECT_EQ(airfoil.Configuration(2), first);
-  EXPECT_EQ(airfoil.Configuration(3)->Name, "Envelope");
-  EXPECT_EQ(first->Polar(1)->ReynoldsNumber, 200000) << "the unticked polar does not count";
 }
 
 TEST(Envelope, PointsAtOneLiftCoefficientCannotBeGridded) {

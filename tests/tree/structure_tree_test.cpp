@@ -45,9 +45,6 @@ TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
   EXPECT_EQ(nodes, (std::vector<std::string>{"r||Clark Y+", "c 1|r|Set 1: flap 0+", "c 1|p 1|c 1|Polar 1, Re=n.a.",
                                              "c 1|p 2|c 1|Polar 2, Re= 500000, tripped+"}));
   EXPECT_EQ(BuildTree(airfoil, Language::German)[3].text, "Polare 2, Re= 500000, tripped");
-  EXPECT_EQ(KindOfKey("c 12"), NodeKind::Set);
-  EXPECT_EQ(KindOfKey(""), NodeKind::None);
-  EXPECT_EQ(SetIndexOfKey("c 12|p 3") * 100 + PolarIndexOfKey("c 12|p 3") * 10 + PolarIndexOfKey("c 12"), 1230);
 }
 
 TEST(StructureTree, TogglingAPolarTheRootTwiceAndASetByPrefix) {
