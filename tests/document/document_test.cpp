@@ -64,21 +64,18 @@ TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
   WriteToXML(*TwoSets(), other);
   std::vector<PolarPoint> edited(PolarAt(1, 2)->Points().begin(), PolarAt(1, 2)->Points().end());
   edited[1].Cm = -0.08;
-  const struct {
-    EditKind kind;
-    std::function<CommandPtr()> edit;
-  } cases[] = {
+  const std::pair<EditKind, std::function<CommandPtr()>> cases[] = {
       {EditKind::Open, [&] { return document.Open(other, ui); }},
       {EditKind::Delete, [&] { return document.Delete("r"); }},
       {EditKind::EditPoint, [&] { return document.SetPoints(EditKind::EditPoint, PolarAt(1, 2), edited); }},
       {EditKind::DeletePoints, [&] { return document.SetPoints(EditKind::DeletePoints, PolarAt(2, 3), {}); }},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(static_cast<int>(c.kind));
+  for (const auto& [kind, edit] : cases) {
+    SCOPED_TRACE(static_cast<int>(kind));
     seen.clear();
     const AirfoilPtr original = document.CurrentPtr();
     const std::string before = ContentText(document.Current());
-    CommandPtr command = c.edit();
+    CommandPtr command = edit();
     ASSERT_TRUE(command);
     const std::string after = ContentText(document.Current());
     ASSERT_NE(after, before);
@@ -89,8 +86,8 @@ TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
     EXPECT_EQ(ContentText(document.Current()), after);
     EXPECT_EQ(document.Redo(), nullptr) << "nothing more to redo";
     document.Undo();
-    EXPECT_EQ(seen, (std::vector<Seen>{{c.kind, ChangeStep::Do}, {c.kind, ChangeStep::Undo},
-                                       {c.kind, ChangeStep::Redo}, {c.kind, ChangeStep::Undo}}));
+    EXPECT_EQ(seen, (std::vector<Seen>{{kind, ChangeStep::Do}, {kind, ChangeStep::Undo},
+                                       {kind, ChangeStep::Redo}, {kind, ChangeStep::Undo}}));
   }
 }
 
@@ -121,11 +118,8 @@ TEST_F(DocumentEdits, TicksAndEditsThatChangeNothingOrFailBeforeChangingAreNoSte
 // leaves the document, its file and its history as they were.
 TEST_F(DocumentEdits, AFileWithoutPointsIsReportedByNameAndChangesNothing) {
   std::filesystem::create_directory(dir.Path() / "folder.xml");
-  const struct {
-    const char* name;
-    std::string bytes;
-    std::string message;  // after "File: <path>\r\n" unless it names the file itself
-  } cases[] = {
+  // Name, bytes and message, after "File: <path>\r\n" unless it names the file itself.
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {"noise.drg", std::string("\x01\x9f\xff\x00garbage\n\x7f", 14), "File contains no polars!"},
       {"empty.xml", "", "This is no valid XML file!"},
       {"sets.xml", "<?xml version=\"1.0\"?>\n<polar-exchange-file/>", "File contains no data sets!"},
@@ -133,10 +127,10 @@ TEST_F(DocumentEdits, AFileWithoutPointsIsReportedByNameAndChangesNothing) {
       {"folder.xml", "", "%2 is a folder, not a polar file."},
   };
   const std::string before = ContentText(document.Current());
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.name);
-    const std::string path = c.name == std::string("folder.xml") ? dir.File(c.name) : dir.Write(c.name, c.bytes);
-    const std::string shown = c.message.starts_with("%2") ? path + c.message.substr(2) : "File: " + path + "\r\n" + c.message;
+  for (const auto& [name, bytes, message] : cases) {
+    SCOPED_TRACE(name);
+    const std::string path = name == std::string("folder.xml") ? dir.File(name) : dir.Write(name, bytes);
+    const std::string shown = message.starts_with("%2") ? path + message.substr(2) : "File: " + path + "\r\n" + message;
     ui.messages.clear();
     EXPECT_FALSE(document.Open(path, ui)->Changed());
     EXPECT_FALSE(document.ImportFiles({path, path}, ui)->Changed());

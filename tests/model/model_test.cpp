@@ -56,12 +56,6 @@ TEST(PolarModel, DeleteRules) {
   EXPECT_EQ(std::make_pair(int(set->PolarCount()), set->Polar(2)->ReynoldsNumber), std::make_pair(2, 200000.0));
   set->DeletePolar(1);
   EXPECT_EQ(other.Polar(1), first) << "a polar shared by two sets stays in the other";
-  // A set counts as ticked when any polar is; ticking it ticks them all.
-  auto ticks = MakeSet("t", 3);
-  ticks->Polar(2)->Selected = true;
-  EXPECT_TRUE(ticks->Selected() && !Configuration().Selected());
-  ticks->SetSelected(false);
-  EXPECT_FALSE(ticks->Selected());
 }
 
 TEST(SortPolars, ExchangeSortCarriesEqualKeysPastEachOther) {
@@ -83,16 +77,14 @@ PolarPtr ClPolar(double re, std::initializer_list<std::array<double, 3>> clCdAlf
 
 TEST(InterpolatePolar, LinearInsideAndTheEndPointWithNegatedCdOutside) {
   auto three = ClPolar(2e5, {{0.0, 0.010, 0.0}, {0.5, 0.012, 4.0}, {1.0, 0.020, 8.0}});
-  const struct {
-    double cl, expectCl, cd, alfa;
-  } cases[] = {{0.75, 0.75, 0.016, 6.0}, {0.5, 0.5, 0.012, 4.0},  // an inner point ends its segment
-               {1.2, 1.0, -0.020, 8.0},  {1.0, 1.0, -0.020, 8.0},  // the last Cl itself is outside
-               {-0.1, 0.0, -0.010, 0.0}};
-  for (const auto& c : cases) {
-    PolarPoint p = three->InterpolateAtCl(c.cl);
-    EXPECT_DOUBLE_EQ(p.Cl, c.expectCl) << c.cl;
-    EXPECT_DOUBLE_EQ(p.Cd, c.cd) << c.cl;
-    EXPECT_DOUBLE_EQ(p.Alfa, c.alfa) << c.cl;
+  // Asked Cl, then the Cl, Cd and Alfa given back; an inner point ends a segment, the last Cl is outside.
+  const std::array<double, 4> cases[] = {{0.75, 0.75, 0.016, 6.0}, {0.5, 0.5, 0.012, 4.0},   {1.2, 1.0, -0.020, 8.0},
+                                         {1.0, 1.0, -0.020, 8.0},   {-0.1, 0.0, -0.010, 0.0}};
+  for (const auto& [cl, expectCl, cd, alfa] : cases) {
+    PolarPoint p = three->InterpolateAtCl(cl);
+    EXPECT_DOUBLE_EQ(p.Cl, expectCl) << cl;
+    EXPECT_DOUBLE_EQ(p.Cd, cd) << cl;
+    EXPECT_DOUBLE_EQ(p.Alfa, alfa) << cl;
     EXPECT_DOUBLE_EQ(p.Cm, -0.05);
   }
   auto flat = ClPolar(1e5, {{0.0, 0.01, 0.0}, {0.5, 0.02, 3.0}, {0.5, 0.03, 4.0}, {1.0, 0.04, 8.0}});
@@ -107,11 +99,9 @@ TEST(InterpolateSet, BlendsInReAndFlagsOnlyWhenBothSidesAreOut) {
   Configuration set;
   set.AddPolar(ClPolar(100000, {{0.0, 0.010, 0.0}, {1.0, 0.020, 8.0}}));
   set.AddPolar(ClPolar(300000, {{0.0, 0.006, 0.0}, {1.2, 0.012, 10.0}}));
-  const struct {
-    double cl, re, cd;
-  } cases[] = {{0.5, 200000, (0.015 + 0.0085) / 2}, {1.1, 200000, (0.020 + 0.0115) / 2},
+  const std::array<double, 3> cases[] = {{0.5, 200000, (0.015 + 0.0085) / 2}, {1.1, 200000, (0.020 + 0.0115) / 2},
                {1.5, 200000, -(0.020 + 0.012) / 2}, {0.5, 500000, 0.0085}, {1.1, 50000, -0.020}};
-  for (const auto& c : cases) EXPECT_DOUBLE_EQ(set.InterpolateAtCl(c.cl, c.re)->Cd, c.cd) << c.cl << " " << c.re;
+  for (const auto& [cl, re, cd] : cases) EXPECT_DOUBLE_EQ(set.InterpolateAtCl(cl, re)->Cd, cd) << cl << " " << re;
   set.Polar(2)->ReynoldsNumber = 100000;
   EXPECT_THROW(set.InterpolateAtCl(0.5, 100000), DivisionByZeroError);
   EXPECT_THROW(Configuration().InterpolateAtCl(0.5, 1), SubscriptError);

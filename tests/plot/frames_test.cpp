@@ -25,15 +25,12 @@ std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines, bool ve
 std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) { return Vertical(lines, false); }
 
 TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
-  struct Case {
-    double cdMax, grid, label;
-  } cases[] = {{0.005, 0.0005, 0.002}, {0.01, 0.0005, 0.002}, {0.025, 0.001, 0.005},
-               {0.05, 0.001, 0.005},   {0.1, 0.005, 0.01},    {0.2, 0.01, 0.05},
-               {1.0, 0.05, 0.1},       {2.0, 0.05, 0.25}};
-  for (const Case& c : cases) {
-    EXPECT_EQ(DragGridStep(c.cdMax), c.grid) << c.cdMax;
-    EXPECT_EQ(DragLabelStep(c.cdMax), c.label) << c.cdMax;
-  }
+  const std::tuple<double, double, double> cases[] = {{0.005, 0.0005, 0.002}, {0.01, 0.0005, 0.002},
+                                                      {0.025, 0.001, 0.005},  {0.05, 0.001, 0.005},
+                                                      {0.1, 0.005, 0.01},     {0.2, 0.01, 0.05},
+                                                      {1.0, 0.05, 0.1},       {2.0, 0.05, 0.25}};
+  for (const auto& [cdMax, grid, label] : cases)
+    EXPECT_EQ(std::make_pair(DragGridStep(cdMax), DragLabelStep(cdMax)), std::make_pair(grid, label)) << cdMax;
 }
 
 // Scale top and height; count, first and last of the vertical and of the

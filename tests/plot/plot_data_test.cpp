@@ -125,19 +125,15 @@ TEST(Legend, EntriesFormAGridFromTheTopRightOneColumnPerSet) {
   double h = s.TextHeight("\xC3\x9Cg");  // negative: the vertical axis grows upwards
   auto texts = LegendTexts(s);
   ASSERT_EQ(texts.size(), 14u);  // two passes per polar
-  const struct {
-    size_t at;
-    const char* text;
-    double x, y;
-  } cases[] = {{0, "Re= 100000", 0.025 - w, 1.5},
+  const std::tuple<size_t, std::string, double, double> cases[] = {{0, "Re= 100000", 0.025 - w, 1.5},
                {10, "Re= 600000", 0.025 - w, 1.5 + 5 * h},  // sixth row, same column
                {12, "Re= 700000", 0.025 - 2 * w, 1.5}};     // the second set's column
   // Each entry is written inset from its cell's corner, first as a halo of
   // the background, then in the polar's colour over it.
-  for (const auto& c : cases) {
-    EXPECT_EQ(texts[c.at].text, c.text);
-    EXPECT_NEAR(texts[c.at].x1, c.x - 0.025 / 100, 1e-15) << c.text;
-    EXPECT_NEAR(texts[c.at].y1, c.y - 0.016 * 2.0, 1e-12) << c.text;
+  for (const auto& [at, text, x, y] : cases) {
+    EXPECT_EQ(texts[at].text, text);
+    EXPECT_NEAR(texts[at].x1, x - 0.025 / 100, 1e-15) << text;
+    EXPECT_NEAR(texts[at].y1, y - 0.016 * 2.0, 1e-12) << text;
   }
   EXPECT_EQ(std::make_pair(texts[1].x1, texts[1].y1), std::make_pair(texts[0].x1, texts[0].y1));
   EXPECT_EQ(std::make_pair(texts[0].color, texts[1].color), std::make_pair(kLegendHalo, Color::Palette(1)));
@@ -156,8 +152,7 @@ TEST(PlotData, AWildValueOrABrokenSetListEndsTheRedrawQuietly) {
   EXPECT_NO_THROW(PlotData(&broken, PlotRequest{}, g.All()));
 }
 
-// Curves and markers reach the surface in pieces of fixed size; a polar of
-// several pieces is still one unbroken curve with a marker on every point.
+// Curves and markers reach the surface in pieces of fixed size; still one curve, a marker on every point.
 TEST(PlotData, ALongPolarStaysOneCurveAcrossPieces) {
   std::vector<PolarPoint> list;
   for (int k = 0; k < 1200; ++k) list.push_back(MakePoint(0.01 * k, 0.001 * k, 0.01, -0.05, 0.5, 0.5));
@@ -194,8 +189,7 @@ TEST(ReadableColors, OnlyTheSeventhAndFifteenthPolarChangeTheirShade) {
   }
 }
 
-// A graph's own view moves that graph alone: its scale, grid, drag labels,
-// title and legend, the title in the request's language.
+// Its scale, grid, drag labels, title and legend, the title in the request's language.
 TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
   AirfoilPtr airfoil = MakeAirfoil({1});
   Graphs defaults, zoomed;
@@ -232,11 +226,11 @@ TEST(PlotViews, AViewOfItsOwnMovesThatGraphAlone) {
   EXPECT_NEAR(texts[4].y1, 2.0 - 0.016 * 2.0, 1e-15);
 }
 
-// Curves never cover a text: every text (numbers, title, legend) comes after
-// every line of a polar or of an overlay.
+// Every text (numbers, title, legend) comes after every line of a polar or of an overlay.
 TEST(Overlays, AreJoinedAfterThePolarsInTheirColourUnderEveryText) {
   const Color green = Color::Rgb(20, 160, 40);
-  const std::vector<PolarPoint> points = {MakePoint(-2, 0.1, 0.008, -99.0, 0.6, 0.4), MakePoint(3, 0.5, 0.009, -99.0, 0.5),
+  const std::vector<PolarPoint> points = {MakePoint(-2, 0.1, 0.008, -99.0, 0.6, 0.4),
+                                          MakePoint(3, 0.5, 0.009, -99.0, 0.5, kNoValue),
                                           MakePoint(8, 0.9, 0.012, -99.5, 0.4, 0.6)};
   PlotRequest request;
   request.overlays.push_back({points, green});
@@ -264,8 +258,7 @@ TEST(Overlays, AreJoinedAfterThePolarsInTheirColourUnderEveryText) {
   EXPECT_EQ(LegendTexts(g.clCd).size(), 4u) << "two polars in two passes, nothing for the overlay";
 }
 
-// The same 10-unit marker on two very different value ranges: the same device
-// offsets, within the marker's size, closed, and the position back at the centre.
+// A 10-unit marker on two very different ranges: the same device offsets, within its size, closed.
 TEST(Symbol, KeepsItsProportionsOnEveryScaleAndReturnsToItsCentre) {
   RecordingSurface wide(800, 600), narrow(200, 400), none;
   wide.Scale(0, 1.5, 0.025, -0.5);

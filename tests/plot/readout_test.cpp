@@ -8,11 +8,7 @@ namespace {
 using Readout = std::optional<std::string> (*)(double, double);
 
 TEST(PointerReadouts, TextsAndStrictThresholds) {
-  struct Case {
-    Readout readout;
-    double x, y;
-    std::optional<std::string> expected;
-  } cases[] = {
+  const std::tuple<Readout, double, double, std::optional<std::string>> cases[] = {
       {CdClValue, 0.0123, 0.456, "Cd=0.0123 Cl=0.46"},
       {CdClValue, 0.99995, 1.0, "Cd=1.0000 Cl=1.00"},  // below 1.0, rounded by the format
       {CdClValue, 1.0, 1.0, std::nullopt},
@@ -27,7 +23,7 @@ TEST(PointerReadouts, TextsAndStrictThresholds) {
       {TLxcValue, 0.05, -0.004, "x/c=0.05 Cl=0.00"},  // no minus on a zero
       {TLxcValue, 3.0, 0.0, std::nullopt},
   };
-  for (const Case& c : cases) EXPECT_EQ(c.readout(c.x, c.y), c.expected) << c.x << " " << c.y;
+  for (const auto& [readout, x, y, expected] : cases) EXPECT_EQ(readout(x, y), expected) << x << " " << y;
 }
 
 }  // namespace

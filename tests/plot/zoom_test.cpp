@@ -17,9 +17,8 @@ using testing::SurfaceCall;
 
 const GraphView kClAlfa = DefaultViews(PlotRanges{})[Graph::ClAlfa];  // -15..15 x -0.5..1.5
 
-// About the pointer, which stays put, down to a thousandth and up to ten
-// times the unzoomed view's spans: 30 degrees wide, 2 of lift high. The
-// last three rows: forty wheel steps out, a hundred in, one huge step out.
+// The pointer stays put; the unzoomed view spans 30 degrees and 2 of lift. The last three rows: forty wheel
+// steps out, a hundred in, one huge step out.
 TEST(Zoom, AboutThePointerWithinAThousandthAndTenTimesTheUnzoomedView) {
   const struct {
     double x, y, factor;
@@ -41,8 +40,7 @@ TEST(Zoom, AboutThePointerWithinAThousandthAndTenTimesTheUnzoomedView) {
   EXPECT_EQ(ZoomAbout(kClAlfa, kClAlfa, 0, 0, std::nan("")), kClAlfa);
 }
 
-// A rectangle, its corners in any order, becomes the view, at least a
-// thousandth of the unzoomed one about its centre.
+// A rectangle, its corners in any order, becomes the view, at least a thousandth of the unzoomed one.
 TEST(Zoom, ARectangleBecomesTheViewPanningMovesItAndBackAtTheUnzoomedViewItIsThatView) {
   const GraphView box = ZoomTo(kClAlfa, 10, 0.2, 4, 1.1);
   EXPECT_EQ((std::vector<double>{box.left, box.right, box.bottom, box.top}), (std::vector<double>{4, 10, 0.2, 1.1}));
@@ -92,12 +90,13 @@ TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
   EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
                                              "1.0"}));
   const GraphView clCd = DefaultViews(PlotRanges{})[Graph::ClCd];
-  const std::pair<GraphView, AxisQuantity> cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
-               {kClAlfa, AxisQuantity::Alfa},
-               {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},
-               {ZoomAbout(kClAlfa, kClAlfa, 14.9, 1.4, 1e6), AxisQuantity::Alfa},
-               {ZoomAbout(clCd, clCd, 0.0123, 0.4, 1e-6), AxisQuantity::Cd},
-               {ZoomAbout(clCd, clCd, 0.02, 1.0, 1e6), AxisQuantity::Cd}};
+  const std::pair<GraphView, AxisQuantity> cases[] = {
+      {DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
+      {kClAlfa, AxisQuantity::Alfa},
+      {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},
+      {ZoomAbout(kClAlfa, kClAlfa, 14.9, 1.4, 1e6), AxisQuantity::Alfa},
+      {ZoomAbout(clCd, clCd, 0.0123, 0.4, 1e-6), AxisQuantity::Cd},
+      {ZoomAbout(clCd, clCd, 0.02, 1.0, 1e6), AxisQuantity::Cd}};
   for (const auto& [view, x] : cases) {
     const std::vector<SurfaceCall> labels = Numbers(view, 200, 160, x);
     EXPECT_GE(labels.size(), 4u);

@@ -97,21 +97,16 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
   return clip.intersected(image.rect());
 }
 
-// Spans, pairs and fours of pixels blended at once and the skipped clip
-// tests draw what the plain path draws pixel by pixel: alike at ratio 1,
-// within a rounding of the coverage on dense screens. Neither touches a
-// pixel outside the clip.
+// Spans, pairs and fours blended at once and skipped clip tests draw what the plain path draws pixel by pixel:
+// alike at ratio 1, within a rounding on dense screens, and neither outside the clip.
 TEST(DirectRaster, FastPathsDrawAsThePlainPath) {
-  const struct {
-    double ratio;
-    int tolerance;  // per channel, of 255
-    uint32_t scenes;
-  } cases[] = {{1, 0, 800}, {1.5, 2, 150}, {2, 2, 250}, {3, 2, 150}};
+  // Device pixel ratio, tolerance per channel of 255, number of scenes.
+  const std::tuple<double, int, uint32_t> cases[] = {{1, 0, 800}, {1.5, 2, 150}, {2, 2, 250}, {3, 2, 150}};
   ShapeCache shapes;
-  for (const auto& c : cases)
-    for (uint32_t seed = 1; seed <= c.scenes; ++seed) {
-      QImage fast(int(kWidth * c.ratio), int(kHeight * c.ratio), QImage::Format_ARGB32_Premultiplied);
-      fast.setDevicePixelRatio(c.ratio);
+  for (const auto& [ratio, tolerance, scenes] : cases)
+    for (uint32_t seed = 1; seed <= scenes; ++seed) {
+      QImage fast(int(kWidth * ratio), int(kHeight * ratio), QImage::Format_ARGB32_Premultiplied);
+      fast.setDevicePixelRatio(ratio);
       const QRgb background = qPremultiply(seed * 2654435761u);  // seen through at times
       fast.fill(background);
       QImage plain = fast.copy();
@@ -129,8 +124,8 @@ TEST(DirectRaster, FastPathsDrawAsThePlainPath) {
           }
           if (!clip.contains(x, y)) outside += a != background || b != background;
         }
-      EXPECT_LE(worst, c.tolerance) << "ratio " << c.ratio << ", seed " << seed << " at " << at.x() << "," << at.y();
-      EXPECT_EQ(outside, 0) << "ratio " << c.ratio << ", seed " << seed;
+      EXPECT_LE(worst, tolerance) << "ratio " << ratio << ", seed " << seed << " at " << at.x() << "," << at.y();
+      EXPECT_EQ(outside, 0) << "ratio " << ratio << ", seed " << seed;
     }
 }
 

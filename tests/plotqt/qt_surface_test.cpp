@@ -74,9 +74,7 @@ TEST(QtSurface, OnADenseScreenLinesAndMarkersAreALogicalPixelWide) {
     EXPECT_EQ(direct.pixelColor(370, row), QColor(row == 60 || row == 61 ? Qt::black : Qt::white)) << row;
 }
 
-// A halo on an image is kept as an image of its eight copies: it covers
-// what they would, within a rounding unit, when first made and when used
-// again, on ordinary and dense screens.
+// Within a rounding unit, when first made and when used again, on ordinary and dense screens.
 TEST(QtSurface, AKeptHaloCoversWhatItsEightCopiesWould) {
   auto draw = [](QtSurface& s) {
     for (double x : {10.25, 80.25}) {  // the second at the same place within a pixel

@@ -46,9 +46,7 @@ int BluePixels(const QImage& image, const QRect& area) {
   return blue;
 }
 
-// A polar whose drag runs far beyond the lift-drag graph's 0.025 must stay
-// inside that graph in a vector picture as in a raster one: none of it in
-// the gap between the lift-drag graph and the graphs to its right.
+// A drag far beyond the lift-drag graph's 0.025 stays inside that graph: none of it in the gap to its right.
 TEST(RenderPlotsToFile, AnSvgIsClippedToEachGraphAsThePngIs) {
   auto airfoil = std::make_shared<Airfoil>();
   auto set = std::make_shared<Configuration>();
