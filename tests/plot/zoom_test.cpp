@@ -17,9 +17,8 @@ using testing::SurfaceCall;
 
 const GraphView kClAlfa = DefaultViews(PlotRanges{})[Graph::ClAlfa];  // -15..15 x -0.5..1.5
 
-// About the pointer, which stays put, down to a thousandth and up to ten
-// times the unzoomed view's spans: 30 degrees wide, 2 of lift high. The
-// last three rows: forty wheel steps out, a hundred in, one huge step out.
+// The pointer stays put; the unzoomed view spans 30 degrees and 2 of lift. The last three rows: forty wheel
+// steps out, a hundred in, one huge step out.
 TEST(Zoom, AboutThePointerWithinAThousandthAndTenTimesTheUnzoomedView) {
   const struct {
     double x, y, factor;
@@ -41,9 +40,8 @@ TEST(Zoom, AboutThePointerWithinAThousandthAndTenTimesTheUnzoomedView) {
   EXPECT_EQ(ZoomAbout(kClAlfa, kClAlfa, 0, 0, std::nan("")), kClAlfa);
 }
 
-// A rectangle, its corners in any order, becomes the view, at least a
-// thousandth of the unzoomed one about its centre.
-TEST(Zoom, ARectangleBecomesTheViewAndPanningMovesIt) {
+// A rectangle, its corners in any order, becomes the view, at least a thousandth of the unzoomed one.
+TEST(Zoom, ARectangleBecomesTheViewPanningMovesItAndBackAtTheUnzoomedViewItIsThatView) {
   const GraphView box = ZoomTo(kClAlfa, 10, 0.2, 4, 1.1);
   EXPECT_EQ((std::vector<double>{box.left, box.right, box.bottom, box.top}), (std::vector<double>{4, 10, 0.2, 1.1}));
   const GraphView panned = Pan(box, kClAlfa, -1, 0.5);
@@ -51,9 +49,7 @@ TEST(Zoom, ARectangleBecomesTheViewAndPanningMovesIt) {
   const GraphView speck = ZoomTo(kClAlfa, 2, 0.5, 2 + 1e-9, 0.5);
   EXPECT_NEAR(speck.Width(), 0.03, 1e-12);
   EXPECT_NEAR((speck.left + speck.right) / 2, 2, 1e-9);
-}
-
-TEST(Zoom, BackAtTheUnzoomedViewItIsThatViewWithItsFixedGrid) {
+  // Back at the unzoomed view it is that view, with its fixed grid.
   GraphView view = kClAlfa;
   for (int k = 0; k < 7; ++k) view = ZoomAbout(view, kClAlfa, 3.3, 0.71, 0.8);
   for (int k = 0; k < 7; ++k) view = ZoomAbout(view, kClAlfa, 3.3, 0.71, 1 / 0.8);
@@ -73,17 +69,6 @@ TEST(Zoom, AdaptiveStepsShowFourToTwelveLines) {
     EXPECT_TRUE(mantissa == 1 || mantissa == 2 || mantissa == 5) << step;
   }
   EXPECT_EQ(AdaptiveStep(0), 0);
-  // A zoomed frame draws them strictly inside the view, both ways.
-  const GraphView view = ZoomTo(kClAlfa, 2.3, 0.31, 7.9, 0.93);
-  RecordingSurface surface(400, 300);
-  DrawClAlfaFrame(surface, view);
-  int lines[2] = {0, 0};  // vertical, horizontal
-  for (const SurfaceCall& line : surface.Lines(kGridColor)) {
-    const bool vertical = line.x1 == line.x2;
-    ++lines[vertical ? 0 : 1];
-    EXPECT_TRUE(vertical ? line.x1 > view.left && line.x1 < view.right : line.y1 > view.bottom && line.y1 < view.top);
-  }
-  for (int count : lines) EXPECT_TRUE(count >= 4 && count <= 12) << count;
 }
 
 std::vector<SurfaceCall> Numbers(const GraphView& view, double width, double height,
@@ -105,16 +90,13 @@ TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
   EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
                                              "1.0"}));
   const GraphView clCd = DefaultViews(PlotRanges{})[Graph::ClCd];
-  const struct {
-    GraphView view;
-    AxisQuantity x;
-  } cases[] = {{DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
-               {kClAlfa, AxisQuantity::Alfa},
-               {ZoomAbout(kClAlfa, kClAlfa, 4, 1, 0.013), AxisQuantity::Alfa},
-               {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},
-               {ZoomAbout(kClAlfa, kClAlfa, 14.9, 1.4, 1e6), AxisQuantity::Alfa},
-               {ZoomAbout(clCd, clCd, 0.0123, 0.4, 1e-6), AxisQuantity::Cd},
-               {ZoomAbout(clCd, clCd, 0.02, 1.0, 1e6), AxisQuantity::Cd}};
+  const std::pair<GraphView, AxisQuantity> cases[] = {
+      {DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},
+      {kClAlfa, AxisQuantity::Alfa},
+      {ZoomAbout(kClAlfa, kClAlfa, -14.9, -0.49, 1e-6), AxisQuantity::Alfa},
+      {ZoomAbout(kClAlfa, kClAlfa, 14.9, 1.4, 1e6), AxisQuantity::Alfa},
+      {ZoomAbout(clCd, clCd, 0.0123, 0.4, 1e-6), AxisQuantity::Cd},
+      {ZoomAbout(clCd, clCd, 0.02, 1.0, 1e6), AxisQuantity::Cd}};
   for (const auto& [view, x] : cases) {
     const std::vector<SurfaceCall> labels = Numbers(view, 200, 160, x);
     EXPECT_GE(labels.size(), 4u);

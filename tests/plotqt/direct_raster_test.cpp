@@ -15,15 +15,11 @@ constexpr int kWidth = 80, kHeight = 60;  // in painter pixels
 // of small shapes, in random colours. Returns the clip in image pixels.
 QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) {
   std::mt19937 random(seed);
-  auto uniform = [&](double low, double high) {
-    return std::uniform_real_distribution<double>(low, high)(random);
-  };
+  auto uniform = [&](double low, double high) { return std::uniform_real_distribution<double>(low, high)(random); };
   auto below = [&](int n) { return int(random() % uint32_t(n)); };
   const double ratio = image.devicePixelRatio();
-  const QRect clip(below(24) - 4, below(24) - 4, image.width() - below(40) + 4,
-                   image.height() - below(40) + 4);
-  const QRectF logicalClip(clip.x() / ratio, clip.y() / ratio, clip.width() / ratio,
-                           clip.height() / ratio);
+  const QRect clip(below(24) - 4, below(24) - 4, image.width() - below(40) + 4, image.height() - below(40) + 4);
+  const QRectF logicalClip(clip.x() / ratio, clip.y() / ratio, clip.width() / ratio, clip.height() / ratio);
   QPainter painter(&image);
   painter.setClipRect(logicalClip);
   auto raster = DirectRaster::For(painter, shapes);
@@ -64,14 +60,11 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
         size_t count = 2 + below(10);
         points[0] = point();
         for (size_t k = 1; k < count; ++k)
-          points[k] =
-              below(6) == 0 ? point() : points[k - 1] + QPointF(uniform(-12, 12), uniform(-12, 12));
+          points[k] = below(6) == 0 ? point() : points[k - 1] + QPointF(uniform(-12, 12), uniform(-12, 12));
         raster->Polyline(points, count, color, withEnd);
         break;
       }
-      case 1:
-        raster->Line(point(), point(), color, withEnd);
-        break;
+      case 1: raster->Line(point(), point(), color, withEnd); break;
       case 2: {  // short: along an edge when it starts near one
         const QPointF from = point();
         raster->Line(from, from + QPointF(uniform(-5, 5), uniform(-5, 5)), color, withEnd);
@@ -80,13 +73,11 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
       case 3: {  // a grid line or an axis: on a pixel's centre, its edge or anywhere
         const bool row = below(2) == 0;
         const int span = row ? kHeight : kWidth, length = row ? kWidth : kHeight;
-        const double across = below(3) == 0 ? uniform(-2, span + 2)
-                                            : (below(int(span * ratio)) + 0.5 * below(2)) / ratio;
+        const double across =
+            below(3) == 0 ? uniform(-2, span + 2) : (below(int(span * ratio)) + 0.5 * below(2)) / ratio;
         const double from = uniform(-10, length + 10), to = uniform(-10, length + 10);
-        if (row)
-          raster->Line(QPointF(from, across), QPointF(to, across), color, withEnd);
-        else
-          raster->Line(QPointF(across, from), QPointF(across, to), color, withEnd);
+        raster->Line(row ? QPointF(from, across) : QPointF(across, from),
+                     row ? QPointF(to, across) : QPointF(across, to), color, withEnd);
         break;
       }
       case 4: {  // an outline the size of a marker or larger
@@ -106,22 +97,16 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
   return clip.intersected(image.rect());
 }
 
-// Spans, pairs and fours of pixels blended at once and the skipped clip
-// tests draw what the plain path draws pixel by pixel: alike at ratio 1,
-// within a rounding of the coverage on dense screens. Neither touches a
-// pixel outside the clip.
+// Spans, pairs and fours blended at once and skipped clip tests draw what the plain path draws pixel by pixel:
+// alike at ratio 1, within a rounding on dense screens, and neither outside the clip.
 TEST(DirectRaster, FastPathsDrawAsThePlainPath) {
-  const struct {
-    double ratio;
-    int tolerance;  // per channel, of 255
-    uint32_t scenes;
-  } cases[] = {{1, 0, 800}, {1.5, 2, 150}, {2, 2, 250}, {3, 2, 150}};
+  // Device pixel ratio, tolerance per channel of 255, number of scenes.
+  const std::tuple<double, int, uint32_t> cases[] = {{1, 0, 800}, {1.5, 2, 150}, {2, 2, 250}, {3, 2, 150}};
   ShapeCache shapes;
-  for (const auto& c : cases)
-    for (uint32_t seed = 1; seed <= c.scenes; ++seed) {
-      QImage fast(int(kWidth * c.ratio), int(kHeight * c.ratio),
-                  QImage::Format_ARGB32_Premultiplied);
-      fast.setDevicePixelRatio(c.ratio);
+  for (const auto& [ratio, tolerance, scenes] : cases)
+    for (uint32_t seed = 1; seed <= scenes; ++seed) {
+      QImage fast(int(kWidth * ratio), int(kHeight * ratio), QImage::Format_ARGB32_Premultiplied);
+      fast.setDevicePixelRatio(ratio);
       const QRgb background = qPremultiply(seed * 2654435761u);  // seen through at times
       fast.fill(background);
       QImage plain = fast.copy();
@@ -139,9 +124,8 @@ TEST(DirectRaster, FastPathsDrawAsThePlainPath) {
           }
           if (!clip.contains(x, y)) outside += a != background || b != background;
         }
-      EXPECT_LE(worst, c.tolerance)
-          << "ratio " << c.ratio << ", seed " << seed << " at " << at.x() << "," << at.y();
-      EXPECT_EQ(outside, 0) << "ratio " << c.ratio << ", seed " << seed;
+      EXPECT_LE(worst, tolerance) << "ratio " << ratio << ", seed " << seed << " at " << at.x() << "," << at.y();
+      EXPECT_EQ(outside, 0) << "ratio " << ratio << ", seed " << seed;
     }
 }
 

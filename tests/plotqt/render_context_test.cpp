@@ -15,9 +15,8 @@
 namespace tavilo {
 namespace {
 
-// Surfaces that share a context share its laid-out texts: a text kept for
-// one font or device resolution must not measure for another, neither when
-// first laid out nor when found again, and a print advances by that width.
+// A text laid out for one font or device resolution must not measure for another, when first laid out nor when
+// found again, and a print advances by that width.
 TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
   QImage image(300, 100, QImage::Format_ARGB32_Premultiplied), dense = image;
   dense.setDotsPerMeterX(image.dotsPerMeterX() * 2);
@@ -26,28 +25,23 @@ TEST(RenderContext, SharedTextsStayApartByFontAndDevice) {
   large.setPointSizeF(small.pointSizeF() * 2);
   RenderContext context;
   QPainter painter(&image), densePainter(&dense);
-  const struct {
-    QPainter* painter;
-    const QImage* device;
-    QFont font;
-  } cases[] = {{&painter, &image, small}, {&painter, &image, large}, {&densePainter, &dense, small}};
+  const std::tuple<QPainter*, const QImage*, QFont> cases[] = {
+      {&painter, &image, small}, {&painter, &image, large}, {&densePainter, &dense, small}};
   const char* text = "Re= 1000000";
   for (int pass = 1; pass <= 2; ++pass)
-    for (const auto& c : cases) {
-      QtSurface surface(*c.painter, QRectF(0, 0, 300, 100), c.font, context);
-      const double width = QFontMetricsF(c.font, c.device).horizontalAdvance(text);
+    for (const auto& [painter, device, font] : cases) {
+      QtSurface surface(*painter, QRectF(0, 0, 300, 100), font, context);
+      const double width = QFontMetricsF(font, device).horizontalAdvance(text);
       EXPECT_NEAR(surface.TextWidth(text), width, 1e-9)
-          << "pass " << pass << ", " << c.font.pointSizeF() << " pt, " << c.device->logicalDpiX() << " dpi";
+          << "pass " << pass << ", " << font.pointSizeF() << " pt, " << device->logicalDpiX() << " dpi";
       surface.SetCurrentX(5);
       surface.Print(text);
       EXPECT_NEAR(surface.CurrentX(), 5 + width, 1e-9);
     }
 }
 
-// The graphs drawn at once on the context's threads show what they show
-// when drawn in turn, pixel for pixel, on ordinary and dense screens, also
-// when a wild value (here on the upper transition graph, drawn first of a
-// polar) ends the redraw at the second of three polars.
+// Pixel for pixel, on ordinary and dense screens, also when a wild value (on the upper transition graph, drawn
+// first of a polar) ends the redraw at the second of three polars.
 TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
   for (bool wild : {false, true})
     for (double ratio : {1.0, 2.0}) {
@@ -55,11 +49,9 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
       airfoil.AddConfiguration(std::make_shared<Configuration>());
       for (int p = 0; p < 3; ++p) {
         std::vector<PolarPoint> points;
-        for (int i = 0; i < 40; ++i) {
-          const double alfa = -6 + 0.5 * i;
+        for (double alfa = -6; alfa < 14; alfa += 0.5)
           points.push_back(testing::MakePoint(alfa, 0.3 + 0.1 * alfa + 0.05 * p, 0.008 + 0.0002 * alfa * alfa,
                                               -0.05 + 0.002 * alfa, 0.6 - 0.02 * alfa, 0.3 + 0.01 * p));
-        }
         if (wild && p == 1) points[20].TU = 1e300;
         airfoil.Configuration(1)->AddPolar(testing::MakePolar(2e5 * (p + 1), 0, true, points));
       }
@@ -79,10 +71,7 @@ TEST(RenderContext, GraphsDrawnAtOnceMatchThoseDrawnInTurn) {
         graphs[g] = {&atOnce[g], size};
       }
       EXPECT_EQ(PlotData(&airfoil, PlotRequest{}, all), !wild);
-      for (Graph g : kGraphs) {
-        surfaces[g].reset();
-        painters[g].end();
-      }
+      for (Graph g : kGraphs) surfaces[g].reset(), painters[g].end();
       RenderContext context;
       PlotDataOnImages(&airfoil, PlotRequest{}, graphs, QGuiApplication::font(), context);
       for (Graph g : kGraphs)

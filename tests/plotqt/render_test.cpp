@@ -15,26 +15,21 @@
 namespace tavilo {
 namespace {
 
-AirfoilPtr Naca4412() {
-  auto airfoil = std::make_shared<Airfoil>();
-  ReadFromPOL(*airfoil, TAVILO_TEST_DATA "/xfoil/xfoil699_NACA4412_SHARP_TE_V9_Re1e6_Ncrit9_P240.pol");
-  return airfoil;
-}
-
 TEST(RenderPlotsToFile, WritesSvgOrPdfByExtensionInAnyCaseAndRefusesOthers) {
+  Airfoil naca;
+  ReadFromPOL(naca, TAVILO_TEST_DATA "/xfoil/xfoil699_NACA4412_SHARP_TE_V9_Re1e6_Ncrit9_P240.pol");
   testing::TempDir dir;
   std::string error;
-  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.SVG"), Language::English, &error)) << error;
+  ASSERT_TRUE(RenderPlotsToFile(naca, dir.File("plots.SVG"), Language::English, &error)) << error;
   std::string svg = ReadFileBytes(dir.File("plots.SVG"));
-  EXPECT_NE(svg.find("<svg"), std::string::npos);
-  EXPECT_NE(svg.find("Re= 1000000"), std::string::npos);
-  ASSERT_TRUE(RenderPlotsToFile(*Naca4412(), dir.File("plots.Pdf"), Language::English, &error)) << error;
+  EXPECT_TRUE(svg.find("<svg") != std::string::npos && svg.find("Re= 1000000") != std::string::npos);
+  ASSERT_TRUE(RenderPlotsToFile(naca, dir.File("plots.Pdf"), Language::English, &error)) << error;
   EXPECT_EQ(ReadFileBytes(dir.File("plots.Pdf")).substr(0, 5), "%PDF-");
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("plots.jpg"), Language::English, &error));
+  EXPECT_FALSE(RenderPlotsToFile(naca, dir.File("plots.jpg"), Language::English, &error));
   EXPECT_NE(error.find("plots.jpg"), std::string::npos);
   EXPECT_FALSE(std::filesystem::exists(dir.File("plots.jpg")));
   error.clear();
-  EXPECT_FALSE(RenderPlotsToFile(*Naca4412(), dir.File("missing/plots.png"), Language::German, &error));
+  EXPECT_FALSE(RenderPlotsToFile(naca, dir.File("missing/plots.png"), Language::German, &error));
   const std::string german = "Fehler beim Dateizugriff: " + dir.File("missing/plots.png") + " kann nicht geschrieben";
   EXPECT_EQ(error.rfind(german, 0), 0u) << error;
   EXPECT_TRUE(RenderPlotsToFile(Airfoil(), dir.File("empty.png"), Language::English, &error)) << "framed graphs only";
@@ -51,9 +46,7 @@ int BluePixels(const QImage& image, const QRect& area) {
   return blue;
 }
 
-// A polar whose drag runs far beyond the lift-drag graph's 0.025 must stay
-// inside that graph in a vector picture as in a raster one: none of it in
-// the gap between the lift-drag graph and the graphs to its right.
+// A drag far beyond the lift-drag graph's 0.025 stays inside that graph: none of it in the gap to its right.
 TEST(RenderPlotsToFile, AnSvgIsClippedToEachGraphAsThePngIs) {
   auto airfoil = std::make_shared<Airfoil>();
   auto set = std::make_shared<Configuration>();

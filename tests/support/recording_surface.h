@@ -6,6 +6,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "plot/surface.h"
@@ -34,10 +35,7 @@ class RecordingSurface : public DrawingSurface {
     currentX_ = currentY_ = 0;
   }
   void Scale(double left, double top, double right, double bottom) override {
-    left_ = left;
-    top_ = top;
-    scaleWidth_ = right - left;
-    scaleHeight_ = bottom - top;
+    left_ = left, top_ = top, scaleWidth_ = right - left, scaleHeight_ = bottom - top;
     Record(CallKind::Scale, left, top, right, bottom);
   }
   double ScaleLeft() const override { return left_; }
@@ -51,8 +49,7 @@ class RecordingSurface : public DrawingSurface {
     for (double x : {x1, x2}) CheckDeviceCoordinate((x - left_) * width_ / scaleWidth_);
     for (double y : {y1, y2}) CheckDeviceCoordinate((y - top_) * height_ / scaleHeight_);
     Record(CallKind::Line, x1, y1, x2, y2, color, kind);
-    currentX_ = x2;
-    currentY_ = y2;
+    currentX_ = x2, currentY_ = y2;
   }
 
   double CurrentX() const override { return currentX_; }
@@ -70,10 +67,9 @@ class RecordingSurface : public DrawingSurface {
   // A halo is one call, a Print in the halo's colour, so that a test sees
   // the two passes of a legend entry as two texts.
   void DrawHalo(std::string_view text, Color color) override {
-    const Color foreground = foreColor_;
-    foreColor_ = color;
+    std::swap(foreColor_, color);
     Print(text);
-    foreColor_ = foreground;
+    foreColor_ = color;
   }
 
   double TextWidth(std::string_view text) const override {
@@ -85,10 +81,7 @@ class RecordingSurface : public DrawingSurface {
   void SetFontSize(double points) override { fontScale_ = points / 12; }
 
   Color ForeColor() const override { return foreColor_; }
-  void SetForeColor(Color color) override {
-    foreColor_ = color;
-    Record(CallKind::ForeColor, 0, 0, 0, 0, color);
-  }
+  void SetForeColor(Color color) override { Record(CallKind::ForeColor, 0, 0, 0, 0, foreColor_ = color); }
   void SetFillColor(Color) override {}
   void SetFillStyle(int) override {}
   void SetDrawWidth(int width) override { Record(CallKind::DrawWidth, 0, 0, 0, 0, {}, LineKind::Plain, {}, width); }

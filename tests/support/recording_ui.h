@@ -5,6 +5,7 @@
 #include <deque>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ui/user_interface.h"
@@ -24,18 +25,13 @@ class RecordingUserInterface : public UserInterface {
   }
   std::string ChooseFile(const FileDialogRequest& request) override {
     fileRequests.push_back(request);
-    if (fileReplies.empty()) return {};
-    std::string reply = fileReplies.front();
-    fileReplies.pop_front();
-    return reply;
+    return fileReplies.empty() ? std::string() : Next(fileReplies);
   }
   // Several files at once from `fileListReplies`, else ChooseFile's one.
   std::vector<std::string> ChooseFiles(const FileDialogRequest& request) override {
     if (fileListReplies.empty()) return UserInterface::ChooseFiles(request);
     fileRequests.push_back(request);
-    std::vector<std::string> reply = fileListReplies.front();
-    fileListReplies.pop_front();
-    return reply;
+    return Next(fileListReplies);
   }
   int ChooseAirfoil(const std::vector<std::string>& entries) override {
     airfoilChoices.push_back(entries);
@@ -59,6 +55,14 @@ class RecordingUserInterface : public UserInterface {
   std::vector<std::string> statusTexts;
   std::vector<bool> busyChanges;
   std::string clipboard;
+
+ private:
+  template <class Reply>
+  static Reply Next(std::deque<Reply>& replies) {
+    Reply reply = std::move(replies.front());
+    replies.pop_front();
+    return reply;
+  }
 };
 
 }  // namespace tavilo::testing

@@ -6,7 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
-#include <sstream>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -38,9 +38,8 @@ class TempDir {
     return File(name);
   }
   std::string Read(std::string_view name) const {
-    std::ostringstream text;
-    text << std::ifstream(File(name), std::ios::binary).rdbuf();
-    return text.str();
+    std::ifstream in(File(name), std::ios::binary);
+    return {std::istreambuf_iterator<char>(in), {}};
   }
 
  private:

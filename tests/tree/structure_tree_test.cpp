@@ -45,9 +45,6 @@ TEST(StructureTree, KeysAndTextsCarryTheBlankOfTheNumberText) {
   EXPECT_EQ(nodes, (std::vector<std::string>{"r||Clark Y+", "c 1|r|Set 1: flap 0+", "c 1|p 1|c 1|Polar 1, Re=n.a.",
                                              "c 1|p 2|c 1|Polar 2, Re= 500000, tripped+"}));
   EXPECT_EQ(BuildTree(airfoil, Language::German)[3].text, "Polare 2, Re= 500000, tripped");
-  EXPECT_EQ(KindOfKey("c 12"), NodeKind::Set);
-  EXPECT_EQ(KindOfKey(""), NodeKind::None);
-  EXPECT_EQ(SetIndexOfKey("c 12|p 3") * 100 + PolarIndexOfKey("c 12|p 3") * 10 + PolarIndexOfKey("c 12"), 1230);
 }
 
 TEST(StructureTree, TogglingAPolarTheRootTwiceAndASetByPrefix) {
@@ -56,12 +53,11 @@ TEST(StructureTree, TogglingAPolarTheRootTwiceAndASetByPrefix) {
   std::vector<TreeNode> nodes = BuildTree(airfoil, Language::English);
   ToggleNode(airfoil, nodes, IndexOf(nodes, "c 2|p 1"));
   EXPECT_FALSE(airfoil.Configuration(2)->Polar(1)->Selected);
-  EXPECT_TRUE(airfoil.Configuration(2)->Polar(2)->Selected);
-  EXPECT_TRUE(nodes[IndexOf(nodes, "c 2")].active) << "the set node keeps its mark";
+  EXPECT_TRUE(airfoil.Configuration(2)->Polar(2)->Selected && nodes[IndexOf(nodes, "c 2")].active)
+      << "the set and its node keep their mark";
   ToggleNode(airfoil, nodes, 0);
   for (const TreeNode& node : nodes) EXPECT_FALSE(node.active) << node.key;
   ToggleNode(airfoil, nodes, 0);
-  for (int i = 1; i <= 11; ++i) EXPECT_TRUE(airfoil.Configuration(i)->Selected());
   EXPECT_TRUE(airfoil.Configuration(1)->Polar(1)->Selected && airfoil.Configuration(2)->Polar(1)->Selected);
   // "c 1" is a prefix of "c 10" and "c 11": all three toggle.
   ToggleNode(airfoil, nodes, IndexOf(nodes, "c 1"));
@@ -80,8 +76,6 @@ TEST(StructureTree, DeletingTheLastPolarOfASetDeletesTheSet) {
   Airfoil two = AirfoilWith(2, 2);
   DeleteNode(two, "c 1|p 1");
   EXPECT_EQ(two.Configuration(1)->PolarCount(), 1);
-  DeleteNode(two, "c 1");
-  EXPECT_EQ(two.ConfigCount(), 1);
   DeleteNode(two, "r");
   EXPECT_EQ(two.Name + "|" + std::to_string(two.ConfigCount()), "SD7037|0") << "the root empties, keeping the name";
 }
@@ -95,14 +89,13 @@ TEST(StructureTree, PropertiesRoundTheValuesEvenWhenUnchangedAndSortingReordersE
   ApplyProperties(polar, texts);
   EXPECT_EQ(std::make_pair(polar.ReynoldsNumber, polar.MachNumber), std::make_pair(123457.0, 0.1235));
   ApplyProperties(polar, {"renamed", "2e5", "abc"});
-  EXPECT_EQ(polar.Name, "renamed");
-  EXPECT_EQ(std::make_pair(polar.ReynoldsNumber, polar.MachNumber), std::make_pair(200000.0, 0.0));
+  EXPECT_EQ(std::tuple(polar.Name, polar.ReynoldsNumber, polar.MachNumber), std::tuple("renamed", 200000.0, 0.0));
 
   Airfoil airfoil = AirfoilWith(2, 3);  // Re rising, Mach falling
-  SortAllSets(airfoil, true);
-  for (int i = 1; i <= 2; ++i) EXPECT_EQ(airfoil.Configuration(i)->Polar(1)->ReynoldsNumber, 3e5);
-  SortAllSets(airfoil, false);
-  for (int i = 1; i <= 2; ++i) EXPECT_EQ(airfoil.Configuration(i)->Polar(1)->ReynoldsNumber, 1e5);
+  for (bool mach : {true, false}) {
+    SortAllSets(airfoil, mach);
+    for (int i = 1; i <= 2; ++i) EXPECT_EQ(airfoil.Configuration(i)->Polar(1)->ReynoldsNumber, mach ? 3e5 : 1e5);
+  }
 }
 
 }  // namespace
