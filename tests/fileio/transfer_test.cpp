@@ -7,7 +7,6 @@
 #include <unistd.h>
 
 #include <atomic>
-
 #include <filesystem>
 #include <tuple>
 
@@ -24,9 +23,7 @@
 // Every change of the umask in this test binary is counted: a writer that
 // sets it, even for a moment, hands files created meanwhile by other threads
 // the wrong mode.
-namespace {
-std::atomic<int> umaskChanges{0};
-}
+static std::atomic<int> umaskChanges{0};
 extern "C" mode_t umask(mode_t mask) noexcept {
   ++umaskChanges;
   return static_cast<mode_t>(::syscall(SYS_umask, mask));
@@ -128,10 +125,9 @@ TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
 TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   TempDir dir;
   RecordingUserInterface ui;
-  const std::pair<const char*, const char*> cases[] = {{"out.xml", "<?xml version=\"1.0\"?>\r\n"},
-                                                       {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
-                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"},
-                                                       {"out.CSV", "set_no,set,polar_no,polar,re,mach,alpha,cl"}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"out.xml", "<?xml version=\"1.0\"?>\r\n"}, {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
+      {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"}, {"out.CSV", "set_no,set,polar_no,polar,re,mach,alpha,cl"}};
   for (const auto& [name, start] : cases) {
     EXPECT_TRUE(ExportAirfoil(*Sample("SD7037"), dir.File(name), ui)) << name;
     EXPECT_EQ(dir.Read(name).rfind(start, 0), 0u) << name;
@@ -144,8 +140,7 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   ASSERT_EQ(ui.messages.size(), 2u);
   EXPECT_EQ(ui.messages[0].text, "Unknown File Format!\r\n'" + dir.File("polar.dat") + "'");
   ui.fileReplies.push_back(dir.File("saved.xml"));
-  EXPECT_TRUE(ExportFile(*Sample("x"), ui));
-  EXPECT_TRUE(std::filesystem::exists(dir.File("saved.xml")));
+  EXPECT_TRUE(ExportFile(*Sample("x"), ui) && std::filesystem::exists(dir.File("saved.xml")));
   EXPECT_TRUE(ui.fileRequests[0].promptOverwrite);
   EXPECT_TRUE(ui.fileRequests[0].filter.ends_with("|Polar Table (*.csv)|*.csv"));
   // Through a symbolic link the file it points to is written; the link stays.
@@ -256,13 +251,10 @@ TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {
   RecordingUserInterface ui;
   CopyPolar(*airfoil->Configuration(1)->Polar(1), ui);
   EXPECT_EQ(ui.clipboard.rfind("\r\n[Set1-Polar1]\r\nDescription1=clean\r\n", 0), 0u);
-  PolarPtr pasted = PolarFromClipboard(ui);
-  ASSERT_TRUE(pasted);
-  const Polar& copy = *pasted;
-  EXPECT_EQ(copy.Name, "clean");
-  EXPECT_EQ(copy.ReynoldsNumber, 200000);
-  EXPECT_EQ(copy.Cl(2), 0.4);
-  EXPECT_TRUE(copy.Selected);
+  PolarPtr copy = PolarFromClipboard(ui);
+  ASSERT_TRUE(copy);
+  EXPECT_EQ(std::make_tuple(copy->Name, copy->ReynoldsNumber, copy->Cl(2), copy->Selected),
+            std::make_tuple("clean", 200000.0, 0.4, true));
   ui.clipboard = "just some text\nfrom another program";
   EXPECT_FALSE(PolarFromClipboard(ui));
   ui.clipboard = "\n[Set1-Polar1]\nReynoldsNumber=1\nNumberPoints=1\nValue01=1 2 3\n";

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "base/errors.h"
 #include "base/number_text.h"
 #include "fileio/load.h"
@@ -45,20 +47,15 @@ TEST(PefReader, AirfoilNameFallsBackToAirfoilnameThenUnknown) {
 }
 
 TEST(PefReader, NumberSetsIsRoundedHalfToEvenAndReportedWhenNotPositive) {
-  const struct {
-    const char* value;
-    int configCount;
-    bool reported;
-  } cases[] = {{"2.5", 2, false}, {"3.5", 4, false}, {"1e1", 10, false},
-               {"0.5", 0, true},  {"-2", -2, true},  {"none", 0, true}};
-  for (const auto& c : cases) {
+  const std::string noSets = "|File contains no data sets!|Tavilo: Error";  // the one message shown
+  const std::tuple<std::string, int, std::string> cases[] = {
+      {"2.5", 2, ""}, {"3.5", 4, ""}, {"1e1", 10, ""}, {"0.5", 0, noSets}, {"-2", -2, noSets}, {"none", 0, noSets}};
+  for (const auto& [value, configCount, shown] : cases) {
     RecordingUserInterface ui;
-    Airfoil airfoil = ReadText("[Airfoil]\r\nDescription1=A\r\nNumberSets=" + std::string(c.value) + "\r\n", ui);
-    EXPECT_EQ(airfoil.ConfigCount(), c.configCount) << c.value;
-    ASSERT_EQ(ui.messages.size(), c.reported ? 1u : 0u) << c.value;
-    if (c.reported) {
-      EXPECT_EQ(ui.messages[0].text + "|" + ui.messages[0].title, "File contains no data sets!|Tavilo: Error");
-    }
+    Airfoil airfoil = ReadText("[Airfoil]\r\nDescription1=A\r\nNumberSets=" + value + "\r\n", ui);
+    std::string messages;
+    for (const auto& m : ui.messages) messages += "|" + m.text + "|" + m.title;
+    EXPECT_EQ(std::to_string(airfoil.ConfigCount()) + messages, std::to_string(configCount) + shown) << value;
   }
   RecordingUserInterface ui;
   EXPECT_THROW(ReadText("[Airfoil]\r\nNumberSets=40000\r\n", ui), OverflowError);
@@ -106,11 +103,10 @@ TEST(PefReader, PointValuesFollowThePairRule) {
 TEST(PefReader, HugeCountsAreBounded) {
   std::string text = "[Airfoil]\r\nNumberSets=3\r\n";
   for (int i = 1; i <= 3; ++i) text += "[Set" + std::to_string(i) + "]\r\nNumberPolars=1000\r\n";
-  Airfoil huge;
+  Airfoil huge, points;
   ReadFromPEFText(huge, text, 1500);
   EXPECT_EQ(huge.Configuration(1)->PolarCount() + huge.Configuration(2)->PolarCount(), 1500);
   EXPECT_EQ(huge.Configuration(3)->PolarCount(), 0);
-  Airfoil points;
   ReadFromPEFText(points, OnePolarFile("NumberPoints=100\r\nValue50=5 5 5\r\n"), 10);
   EXPECT_EQ(points.Configuration(1)->Polar(1)->PointCount(), 10);
 }
@@ -156,10 +152,6 @@ Airfoil SampleAirfoil() {
   return airfoil;
 }
 
-TEST(PefWriter, WritesTheWholeFileLineForLine) {
-  EXPECT_EQ(PefText(SampleAirfoil()), ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef"));
-}
-
 TEST(PefWriter, NothingSelectedGivesNoSetsAndTheFileIsReplaced) {
   Airfoil airfoil;
   auto config = std::make_shared<Configuration>();
@@ -178,14 +170,14 @@ TEST(PefWriter, PolarBlockKeysHaveAtLeastTwoDigits) {
   EXPECT_EQ(text.find("Value1="), std::string::npos);
   Polar read;
   ReadPolarFromPEFText(read, text, 1, 1);
-  EXPECT_EQ(read.PointCount(), 100);
   EXPECT_EQ(read.Point(100).TL, 6);
 }
 
 // Read back, the file gives its own text: the notice stands first among a
 // set's descriptions and names an unnamed set, whose origin is Tavilo.
-TEST(PefWriter, WrittenFileReadsBackToTheWrittenText) {
+TEST(PefWriter, WritesTheWholeFileLineForLineAndReadsItBack) {
   const std::string written = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef");
+  EXPECT_EQ(PefText(SampleAirfoil()), written);
   Airfoil read;
   EXPECT_TRUE(ReadFromPEFText(read, written).diagnostics.empty());
   EXPECT_EQ(read.Configuration(1)->Description2, kCopyrightNotice);
@@ -198,9 +190,8 @@ TEST(PefWriter, WrittenFileReadsBackToTheWrittenText) {
 
 TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {
   const std::pair<std::string, std::string> cases[] = {
-      {"a\nb", "a\r\nb\r\n"}, {"a\nb\n", "a\r\nb\r\n\r\n"},  // a final LF gains an empty last line
-      {"ab", "ab"},           {"", ""},
-      {"a\r\nb\n", "a\r\nb\n"}, {"a\rb\n", "a\rb\n"}};
+      {"a\nb", "a\r\nb\r\n"}, {"ab", "ab"}, {"", ""}, {"a\r\nb\n", "a\r\nb\n"}, {"a\rb\n", "a\rb\n"},
+      {"a\nb\n", "a\r\nb\r\n\r\n"}};  // a final LF gains an empty last line
   TempDir dir;
   for (const auto& [before, after] : cases) {
     ConvertLfOnlyFile(dir.Write("f.pef", before));
@@ -223,8 +214,7 @@ TEST(PefFile, LfOnlyFileIsRewrittenOrIfThatFailsReadAsItIs) {
     RecordingUserInterface ui;
     Airfoil airfoil;
     ShowDiagnostics(ReadFromPEF(airfoil, path), ui);
-    EXPECT_EQ(airfoil.Name, "LF") << path;
-    EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->Cd(1), 3);
+    EXPECT_EQ(testing::Summary(airfoil), "LF | : Re 0 Ma 0 (1 2 3)") << path;
     EXPECT_EQ(ReadPefValue("Set1-Polar1", "Value01", path), "1 2 3");
   }
   EXPECT_EQ(dir.Read("lf.pef"), CrLfText(text));

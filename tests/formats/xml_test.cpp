@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "fileio/load.h"
 #include "formats/airfoil_summary.h"
 #include "formats/file_text.h"
@@ -36,11 +38,6 @@ Airfoil SampleAirfoil() {
   return airfoil;
 }
 
-TEST(XmlWriter, WritesTheDocumentLineForLine) {
-  const std::string golden = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.xml");
-  EXPECT_EQ(XmlText(SampleAirfoil()), golden);
-}
-
 // A document around `body`, which stands inside <configurations>.
 std::string Document(std::string_view body) {
   return "<?xml version=\"1.0\"?>\n<polar-exchange-file version=\"1.0\">\n<configurations>\n" +
@@ -54,8 +51,9 @@ Airfoil Read(std::string_view bytes, RecordingUserInterface& ui) {
 }
 
 // Read back, the document gives its own text again; only the origin is not carried.
-TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
+TEST(XmlRoundTrip, WritesTheDocumentLineForLineAndReadsItBack) {
   const std::string golden = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.xml");
+  EXPECT_EQ(XmlText(SampleAirfoil()), golden);
   RecordingUserInterface ui;
   Airfoil airfoil = Read(golden, ui);
   EXPECT_EQ(Summary(airfoil),
@@ -72,11 +70,7 @@ TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
 // Elements are found by plain text search, not by nesting, and values by
 // their position; nothing here is worth a message.
 TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
-  const struct {
-    const char* rule;
-    std::string text;
-    const char* expected;
-  } cases[] = {
+  const std::tuple<const char*, std::string, const char*> cases[] = {
       {"values by position, Cl and Cd always (absent ones as 0), at most eight",
        Document("<name>A</name><configuration><polars origin=\"x\"><polar><name>p</name>"
                 "<reynoldsnumber> 3.5E5 </reynoldsnumber><machnumber>0.1D0</machnumber><datapoints>"
@@ -97,21 +91,19 @@ TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
        "A | late: Re 100000 Ma 0.2 'late' (1 2 3) Re 200000 Ma 0 ()"},
       {"without its own name the airfoil takes the first set's",
        Document("<configuration><name>flap</name></configuration>"), "flap | flap:"},
-      {"without any name", Document("<configuration></configuration>"),
-       "unknown airfoil | :"},
+      {"without any name", Document("<configuration></configuration>"), "unknown airfoil | :"},
       {"line breaks vanish inside values",
        "<?xml version=\"1.0\"?>\r<configurations>\r\n<name>Clark\nY</name>\r"
        "<configuration><name>s</name></configuration></configurations>",
        "ClarkY | s:"},
       {"legacy names become UTF-8", Document("<name>Fl\xFCgel \x80</name><configuration></configuration>"),
        "Flügel € | :"},
-      {"UTF-8 names stay", Document("<name>Flügel</name><configuration></configuration>"),
-       "Flügel | :"},
+      {"UTF-8 names stay", Document("<name>Flügel</name><configuration></configuration>"), "Flügel | :"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [rule, text, expected] : cases) {
     RecordingUserInterface ui;
-    EXPECT_EQ(Summary(Read(c.text, ui)), c.expected) << c.rule;
-    EXPECT_TRUE(ui.messages.empty()) << c.rule;
+    EXPECT_EQ(Summary(Read(text, ui)), expected) << rule;
+    EXPECT_TRUE(ui.messages.empty()) << rule;
   }
 }
 
@@ -160,36 +152,23 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
 TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
   TempDir dir;
   const std::string path = dir.File("sweep.xml");
-  const struct {
-    int points;
-    bool selected;
-    bool warned;
-  } cases[] = {{1000, true, false}, {1001, true, true}, {1001, false, false}};
-  for (const auto& c : cases) {
-    Airfoil airfoil = SampleAirfoil();
-    airfoil.Configuration(1)->Polar(2)->SetPoints(std::vector<PolarPoint>(c.points, MakePoint(1, 0.5, 0.01)));
-    airfoil.Configuration(1)->Polar(2)->Selected = c.selected;
-    const WriteReport report = WriteToXML(airfoil, path);
-    // The warning's text is the batch's to show.
-    EXPECT_EQ(report.diagnostics.size(), c.warned ? 1u : 0u) << c.points;
-    Airfoil back;
+  // Points, selected, warned; the warning's text is the batch's to show.
+  for (auto [points, selected, warned] : {std::tuple{1000, true, false}, {1001, true, true}, {1001, false, false}}) {
+    Airfoil airfoil = SampleAirfoil(), back;
+    airfoil.Configuration(1)->Polar(2)->SetPoints(std::vector<PolarPoint>(points, MakePoint(1, 0.5, 0.01)));
+    airfoil.Configuration(1)->Polar(2)->Selected = selected;
+    EXPECT_EQ(WriteToXML(airfoil, path).diagnostics.size(), warned ? 1u : 0u) << points;
     ReadFromXML(back, path);
-    EXPECT_EQ(back.Configuration(1)->PolarCount(), c.selected ? 2 : 1) << "written whole";
+    EXPECT_EQ(back.Configuration(1)->PolarCount(), selected ? 2 : 1) << "written whole";
   }
 }
 
 TEST(XmlElements, ContentIsTheTextBetweenTheFirstTagAndItsClosingTag) {
-  const struct {
-    const char* element;
-    const char* content;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"<name> Clark &amp; Y </name>", " Clark &amp; Y "},  // neither trimmed nor unescaped
-      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"},
-      {"<name></name>", ""},
-      {"<name>open", ""},
-      {"name>x</name>", ""},
-  };
-  for (const auto& c : cases) EXPECT_EQ(XmlElementContent(c.element), c.content) << c.element;
+      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"}, {"<name></name>", ""}, {"<name>open", ""},
+      {"name>x</name>", ""}};
+  for (const auto& [element, content] : cases) EXPECT_EQ(XmlElementContent(element), content) << element;
 }
 
 // The reader's tag search looks at sixteen places at a time; on texts of
