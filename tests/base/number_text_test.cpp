@@ -51,12 +51,6 @@ TEST(LeadingNumber, NumbersBeyondTheDoubleRangeOverflow) {
   EXPECT_EQ(LeadingNumber("0.001e-330"), 0.0);
 }
 
-TEST(RoundToInt16, RoundsHalfToEvenAndOverflowsOutsideTheRange) {
-  for (auto [value, rounded] : {std::pair{2.5, 2}, {3.5, 4}, {-2.5, -2}, {32767.4, 32767}, {-32768.0, -32768}})
-    EXPECT_EQ(RoundToInt16(value), rounded) << value;
-  for (double value : {32767.5, -32769.0, std::nan("")}) EXPECT_THROW(RoundToInt16(value), OverflowError) << value;
-}
-
 TEST(FormatNumber, RoundsAsTheDecimalTextShowsIt) {
   const std::tuple<double, const char*, const char*> cases[] = {
       {0.2385, "0.000", "0.239"},      // binary 0.23849999... but its text ends in 5
