@@ -119,11 +119,8 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
   const std::string point = "<datapoint><value>1</value><value>2</value><value>3</value></datapoint>";
   auto polar = [&](int points) { return "<polar><datapoints>" + Repeated(points, point) + "</datapoints></polar>"; };
   auto set = [&](std::string polars) { return "<configuration><polars>" + polars + "</polars></configuration>"; };
-  const struct {
-    std::string body;
-    int sets, polars, points;  // read: sets, polars of set 1, points of its polar 1
-    std::vector<Text> warnings;
-  } cases[] = {
+  // The body; read: sets, polars of set 1, points of its polar 1; the warnings.
+  const std::tuple<std::string, int, int, int, std::vector<Text>> cases[] = {
       {set(polar(1000)) + Repeated(999, set("")), 1000, 1, 1000, {}},
       {set(polar(1003)), 1, 1, 1000, {Text::PointsLeftOut}},
       {set(Repeated(1001, polar(1))), 1, 1000, 1, {Text::PolarsLeftOut}},
@@ -132,20 +129,20 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
        {Text::SetsLeftOut, Text::PolarsLeftOut, Text::PointsLeftOut}},
   };
   TempDir dir;
-  for (const auto& c : cases) {
-    const std::string path = dir.Write("many.xml", Document(c.body));
+  for (const auto& [body, sets, polars, points, expected] : cases) {
+    const std::string path = dir.Write("many.xml", Document(body));
     Airfoil airfoil;
     const ReadReport report = ReadFromXML(airfoil, path);
-    ASSERT_EQ(airfoil.ConfigCount(), c.sets);
-    EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), c.polars);
-    EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), c.points);
+    ASSERT_EQ(airfoil.ConfigCount(), sets);
+    EXPECT_EQ(std::make_tuple(airfoil.Configuration(1)->PolarCount(), airfoil.Configuration(1)->Polar(1)->PointCount()),
+              std::make_tuple(polars, points));
     std::vector<Text> warnings;
     for (const Diagnostic& d : report.diagnostics) {
       warnings.push_back(d.messageId);
       EXPECT_EQ(d.severity, Severity::Warning);
       EXPECT_EQ(DiagnosticText(d, Language::English).rfind(path + " holds ", 0), 0u);
     }
-    EXPECT_EQ(warnings, c.warnings) << c.sets << " " << c.polars << " " << c.points;
+    EXPECT_EQ(warnings, expected) << sets << " " << polars << " " << points;
   }
 }
 
@@ -161,14 +158,6 @@ TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
     ReadFromXML(back, path);
     EXPECT_EQ(back.Configuration(1)->PolarCount(), selected ? 2 : 1) << "written whole";
   }
-}
-
-TEST(XmlElements, ContentIsTheTextBetweenTheFirstTagAndItsClosingTag) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"<name> Clark &amp; Y </name>", " Clark &amp; Y "},  // neither trimmed nor unescaped
-      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"}, {"<name></name>", ""}, {"<name>open", ""},
-      {"name>x</name>", ""}};
-  for (const auto& [element, content] : cases) EXPECT_EQ(XmlElementContent(element), content) << element;
 }
 
 // The reader's tag search looks at sixteen places at a time; on texts of
