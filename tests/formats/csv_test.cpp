@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fileio/transfer.h"
+#include "formats/airfoil_summary.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
@@ -12,13 +13,7 @@ namespace {
 
 using testing::MakePoint;
 using testing::MakePolar;
-
-ConfigurationPtr SetOf(const std::string& name, std::initializer_list<PolarPtr> polars) {
-  auto set = std::make_shared<Configuration>();
-  set->Name = name;
-  for (const PolarPtr& polar : polars) set->AddPolar(polar);
-  return set;
-}
+using testing::SetOf;
 
 // Two sets of one name, a polar left unticked, names with quotes, values
 // that need all seventeen digits, and unknown values of every kind.

@@ -133,23 +133,13 @@ TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
 // Set 1 named, with an own Description2 and one of two polars selected;
 // set 2 with nothing selected; set 3 unnamed, without origin.
 Airfoil SampleAirfoil() {
-  Airfoil airfoil;
-  airfoil.Name = "Clark Y";
-  auto first = std::make_shared<Configuration>();
-  first->Name = "Flap 0";
+  const std::vector<PolarPoint> points = {{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5}, {}};
+  auto first = testing::SetOf("Flap 0", {MakePolar(1, 0, false, {}, "left out"),
+                                         MakePolar(250000.4, 0.3, true, points, "Re 250k")});
   first->Origin = "Wind tunnel";
   first->Description2 = "smooth";
-  first->AddPolar(MakePolar(1, 0, false, {}, "left out"));
-  first->AddPolar(MakePolar(250000.4, 0.3, true, {{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5}, {}},
-                            "Re 250k"));
-  auto unselected = std::make_shared<Configuration>();
-  unselected->AddPolar(MakePolar(1, 0, false, {}, "hidden"));
-  auto unnamed = std::make_shared<Configuration>();
-  unnamed->AddPolar(MakePolar(1e6, 0.6, true, {}, ""));
-  airfoil.AddConfiguration(first);
-  airfoil.AddConfiguration(unselected);
-  airfoil.AddConfiguration(unnamed);
-  return airfoil;
+  return testing::AirfoilOf("Clark Y", {first, testing::SetOf("", {MakePolar(1, 0, false, {}, "hidden")}),
+                                        testing::SetOf("", {MakePolar(1e6, 0.6, true, {}, "")})});
 }
 
 TEST(PefWriter, NothingSelectedGivesNoSetsAndTheFileIsReplaced) {

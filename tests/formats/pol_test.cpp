@@ -14,7 +14,9 @@ namespace tavilo {
 namespace {
 
 using testing::ExpectAirfoilMatchesTable;
+using testing::AirfoilOf;
 using testing::MakePolar;
+using testing::SetOf;
 
 const std::string kXfoilData = std::string(TAVILO_TEST_DATA) + "/xfoil/";
 
@@ -32,9 +34,8 @@ TEST_P(RealXfoilFile, ReadsEveryValue) {
 INSTANTIATE_TEST_SUITE_P(XfoilSaves, RealXfoilFile,
                          ::testing::Values("xfoil697_blade.c130.Re30000k.M0.8.pol", "naca2412_re500k_m0.pol",
                                            "xfoil699_NACA4412_SHARP_TE_V9_Re1e6_Ncrit9_P240.pol",
-                                           "naca0012_re3m_m05.pol", "naca4412_re50k_stall.pol", "naca23012_re12m_m02.pol",
-                                           "naca4412_re50k_none.pol", "naca4412_re1m_sweep.pol",
-                                           "naca0012_re300k_sweep.pol"));
+                                           "naca0012_re3m_m05.pol", "naca4412_re50k_stall.pol", "naca4412_re50k_none.pol",
+                                           "naca23012_re12m_m02.pol", "naca4412_re1m_sweep.pol", "naca0012_re300k_sweep.pol"));
 
 std::string ReplaceAll(std::string text, std::string_view from, std::string_view to) {
   for (size_t p = text.find(from); p != std::string::npos; p = text.find(from, p + to.size()))
@@ -108,21 +109,12 @@ TEST(PolReader, CutShortOrForeignInputKeepsWhatWasRead) {
 }
 
 Airfoil SampleAirfoil() {
-  Airfoil airfoil;
-  airfoil.Name = "Test Foil";
-  auto first = std::make_shared<Configuration>();
-  first->Name = "ignored";
-  first->AddPolar(MakePolar(1500000, 0.2, true, {{2.5, 0.61234, 0.0081234, -0.05, 0.45, -1, 0, 0},
-                                                 {-1.25, -0.1, 0.01, 0.0, -0.05, -0.1, 0, 0}}));
-  first->AddPolar(MakePolar(3e6, 0, false, {{1, 1, 1, 1, 1, 1, 1, 1}}));
-  auto second = std::make_shared<Configuration>();
-  second->AddPolar(MakePolar(60000, 0, true, {{12, 1.2, 0.05, -0.1, kNoValue, 1.0, 0, 0}}));
-  auto unselected = std::make_shared<Configuration>();
-  unselected->AddPolar(MakePolar(1e5, 0, false, {}));
-  airfoil.AddConfiguration(first);
-  airfoil.AddConfiguration(unselected);
-  airfoil.AddConfiguration(second);
-  return airfoil;
+  const std::vector<PolarPoint> points = {{2.5, 0.61234, 0.0081234, -0.05, 0.45, -1, 0, 0},
+                                         {-1.25, -0.1, 0.01, 0.0, -0.05, -0.1, 0, 0}};
+  return AirfoilOf("Test Foil", {SetOf("ignored", {MakePolar(1500000, 0.2, true, points),
+                                                   MakePolar(3e6, 0, false, {{1, 1, 1, 1, 1, 1, 1, 1}})}),
+                                 SetOf("", {MakePolar(1e5, 0, false, {})}),
+                                 SetOf("", {MakePolar(60000, 0, true, {{12, 1.2, 0.05, -0.1, kNoValue, 1.0, 0, 0}})})});
 }
 
 // Transition values outside 0..1 or missing are written as 1; read back,

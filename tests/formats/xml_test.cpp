@@ -15,27 +15,22 @@
 namespace tavilo {
 namespace {
 
+using testing::AirfoilOf;
 using testing::MakePoint;
 using testing::MakePolar;
 using testing::RecordingUserInterface;
+using testing::SetOf;
 using testing::Summary;
 using testing::TempDir;
 
 // Two sets: a named one with two polars (one unselected) and an unnamed one.
 Airfoil SampleAirfoil() {
-  Airfoil airfoil;
-  airfoil.Name = "Clark Y";
-  auto flap = std::make_shared<Configuration>();
-  flap->Name = "flap 0";
+  const std::vector<PolarPoint> points = {MakePoint(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05),
+                                         MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0)};
+  auto flap = SetOf("flap 0", {MakePolar(2e5, 0.05, true, points, "Re 200k"),
+                               MakePolar(0, 0, false, {}, "not written")});
   flap->Origin = "XFOIL";
-  flap->AddPolar(MakePolar(200000, 0.05, true, {MakePoint(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05),
-                                                MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0)}, "Re 200k"));
-  flap->AddPolar(MakePolar(0, 0, false, {}, "not written"));
-  auto plain = std::make_shared<Configuration>();
-  plain->AddPolar(MakePolar(1e6, 0, true, {MakePoint(0.2385, 0.5, 0.01)}));
-  airfoil.AddConfiguration(flap);
-  airfoil.AddConfiguration(plain);
-  return airfoil;
+  return AirfoilOf("Clark Y", {flap, SetOf("", {MakePolar(1e6, 0, true, {MakePoint(0.2385, 0.5, 0.01)})})});
 }
 
 // A document around `body`, which stands inside <configurations>.
