@@ -25,8 +25,7 @@ TEST(LeadingNumber, TakesTheLongestLeadingNumber) {
   for (const auto& [text, value] : cases) EXPECT_EQ(LeadingNumber(text), value) << '"' << text << '"';
 }
 
-// Short numbers take a shortcut past from_chars; every value must still be
-// the correctly rounded one, bit for bit, at every length and decimal place.
+// Short numbers take a shortcut past from_chars; the result must still match it bit for bit.
 TEST(LeadingNumber, ReadsEveryDigitStringAsFromCharsDoes) {
   std::mt19937_64 random(7);
   for (int n = 0; n < 200000; ++n) {
@@ -104,8 +103,7 @@ TEST(WholeNumber, TakesOnlyAWholeFinitePeriodNumber) {
     EXPECT_FALSE(WholeNumber(text)) << '"' << text << '"';
 }
 
-// The fast fixed-pattern formatter must give FormatNumber's text exactly,
-// also next to the halves where the two rounding ways could part.
+// The fast formatter must match FormatNumber, also next to the halves where rounding could part.
 void ExpectSameText(double value, int decimals) {
   std::string fast;
   AppendFixedNumber(fast, value, decimals);

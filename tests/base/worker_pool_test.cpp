@@ -17,8 +17,7 @@ struct ThreadState {
   std::thread::id madeOn = std::this_thread::get_id();
 };
 
-// Every task sees the state its thread made, the workers are kept from one
-// call to the next, and the results are told on the calling thread in order.
+// Workers are kept between calls; results are told on the calling thread in order.
 TEST(WorkerPool, TasksUseTheirThreadsStateAndResultsAreToldInOrder) {
   WorkerPool<ThreadState> pool;
   ThreadState own;
@@ -44,8 +43,7 @@ TEST(WorkerPool, TasksUseTheirThreadsStateAndResultsAreToldInOrder) {
   EXPECT_LE(threadsSeen.size(), 3u) << "workers made afresh for a later call";
 }
 
-// What a task or the teller raises reaches the caller, nothing is told
-// after it, and the pool serves the next call.
+// Nothing is told after the exception, and the pool serves the next call.
 TEST(WorkerPool, AnExceptionReachesTheCallerAndEndsTheTelling) {
   WorkerPool<NoWorkerState> pool;
   NoWorkerState own;

@@ -1,5 +1,3 @@
-// The format table: which names pick which format, and the fixed lists and
-// texts that must agree with its rows.
 #include "fileio/formats_table.h"
 
 #include <gtest/gtest.h>
@@ -46,8 +44,7 @@ TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
   }
 }
 
-// The patterns of a filter text "Label|pattern|Label|pattern", or of a
-// pattern list "a;b".
+// The patterns of a filter "Label|pattern|..." (every second) or of a list "a;b".
 std::set<std::string> PatternsOf(const std::string& text, char separator, bool everySecond) {
   std::set<std::string> patterns;
   for (size_t start = 0, end = 0, field = 0; start <= text.size(); start = end + 1, ++field) {

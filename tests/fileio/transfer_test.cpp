@@ -1,4 +1,3 @@
-// Loading, importing, exporting, batch conversion and the clipboard.
 #include "fileio/transfer.h"
 
 #include <gtest/gtest.h>
@@ -20,9 +19,7 @@
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 
-// Every change of the umask in this test binary is counted: a writer that
-// sets it, even for a moment, hands files created meanwhile by other threads
-// the wrong mode.
+// Counts umask changes: one, even for a moment, hands other threads' new files the wrong mode.
 static std::atomic<int> umaskChanges{0};
 extern "C" mode_t umask(mode_t mask) noexcept {
   ++umaskChanges;
@@ -88,7 +85,8 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   for (const auto& [name, text, messageId, quiet, stoppedEarly, line] : cases) {
     const std::string path = dir.Write(name, text);
     const ReadReport report = ReadPolarFile(path, {}).report;
-    EXPECT_EQ(std::make_pair(report.HasError(), report.stoppedEarly), std::make_pair(!!messageId, stoppedEarly)) << name;
+    EXPECT_EQ(std::make_pair(report.HasError(), report.stoppedEarly), std::make_pair(!!messageId, stoppedEarly))
+        << name;
     if (!messageId) continue;
     ASSERT_EQ(report.diagnostics.size(), 1u) << name;
     const Diagnostic& d = report.diagnostics[0];
@@ -172,15 +170,11 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
 }
 
-// The window's run never stops to ask: each file that fails is passed over,
-// nothing is written for it, and one message at the end lists the failures
-// (agreeing in number) and the warnings.
 TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
   const std::string noPolars = "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n";
   auto longPolar = Sample("Long");
   longPolar->Configuration(1)->Polar(1)->SetPoints(std::vector<PolarPoint>(1001, MakePoint(1, 0.5, 0.01)));
-  // The files ("a.pef" and "c.pef" good, "b.pef" missing, "e.pef" without polars), the language, the
-  // message ("%d" stands for the directory) and its icon.
+  // Files (a, c good; b missing; e without polars), language, message (%d: the directory), icon.
   const std::tuple<std::vector<std::string>, Language, std::string, MessageIcon> cases[] = {
       {{"e.pef"}, Language::German, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},

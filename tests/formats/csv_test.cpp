@@ -15,8 +15,7 @@ using testing::MakePoint;
 using testing::MakePolar;
 using testing::SetOf;
 
-// Two sets of one name, a polar left unticked, names with quotes, values
-// that need all seventeen digits, and unknown values of every kind.
+// Two sets of one name, an unticked polar, quoted names, 17-digit values, unknowns of every kind.
 Airfoil Sample() {
   Airfoil airfoil;
   airfoil.Name = "E387";
@@ -39,8 +38,7 @@ TEST(CsvWriter, WritesOneQuotedRowPerPointOfEachTickedPolar) {
             "2,\"clean\",1,\"a, b\",1500000,0.2,3,0.7,0.009,,,\r\n");
 }
 
-// Read back and written again, only the left-out polar's number changes:
-// sets, names and every digit come back (a drag below the marker as unknown).
+// Read back, only the left-out polar's number changes (a drag below the marker reads as unknown).
 TEST(CsvWriter, ReadsBackIntoTheSameSetsAndPolars) {
   testing::TempDir dir;
   const std::string path = dir.File("e387.csv");

@@ -31,9 +31,7 @@ Airfoil Read(const std::string& text, int reply = 0) {
 
 class RealUiucFile : public ::testing::TestWithParam<const char*> {};
 
-// Every block ends with a "Tabulated from data ..." footer and an empty line;
-// each must still read with its own Reynolds number and points. A drag file
-// saved as text is read through the table reader, which passes it on.
+// Each block, footer and all, reads with its own Re; a drag file saved as text goes via the table reader.
 TEST_P(RealUiucFile, ReadsEveryBlockValueForValue) {
   const std::string path = kUiucData + GetParam();
   RecordingUserInterface ui;
@@ -82,7 +80,6 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
   for (int reply : {2, 1000}) EXPECT_EQ(Summary(Read(two, reply)), " | :") << "past the last airfoil: an empty set";
 }
 
-// A file cut short keeps what was read; input that is no drag file gives one empty set.
 TEST(DrgReader, CutOrForeignInputKeepsWhatWasRead) {
   const std::string full = ReadFileBytes(kUiucData + "E387A.DRG");
   auto before = [&full](const char* text) { return full.substr(0, full.find(text)); };

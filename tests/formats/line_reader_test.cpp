@@ -13,9 +13,7 @@ namespace {
 
 using testing::TempDir;
 
-// A file read in pieces gives the lines and line numbers of the whole
-// text, wherever its pieces end: inside a line, between CR and LF, or after
-// a final CR.
+// Pieces may end inside a line, between CR and LF, or after a final CR.
 TEST(LineReader, AcceptsEveryLineEndWholeAndReadInPieces) {
   using V = std::vector<std::string>;
   const std::pair<std::string, V> cases[] = {

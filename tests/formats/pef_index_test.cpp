@@ -1,6 +1,3 @@
-// The keyed lookup: quirks of the format on hand-made files, and the fast
-// index against the literal line-by-line scan on generated files.
-
 #include "formats/pef_index.h"
 
 #include <gtest/gtest.h>
@@ -51,11 +48,8 @@ TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
   for (uint32_t section : {1u, 2u, PefIndex::kNoSection}) EXPECT_FALSE(index.FindValue(section, "x")) << section;
 }
 
-// ---------------------------------------------------------------- generated files
 
-// Builds PEF-like files from pieces that collide on purpose: section names
-// that are prefixes of each other, keys that are prefixes of each other,
-// stray separators, NULs, and every kind of line end.
+// PEF-like files from colliding pieces: prefix sections and keys, stray separators, NULs, all line ends.
 struct QuirkyPefGenerator {
   std::mt19937 random;
 
@@ -108,9 +102,7 @@ struct QuirkyPefGenerator {
   }
 };
 
-// Queries from the generator's vocabulary, plus prefixes of lines actually
-// present, which probe every boundary of the prefix rules, at random and in
-// file order.
+// Vocabulary queries plus prefixes of lines present, at random and in file order.
 std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& generator, const std::string& text) {
   std::vector<std::pair<std::string, std::string>> queries;
   for (int i = 0; i < 40; ++i) queries.emplace_back(generator.Section(), generator.Key());
@@ -132,8 +124,7 @@ std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& gen
   return queries;
 }
 
-// A file is indexed as it is read in pieces, here a few bytes long, so that
-// section lines, line ends and CR LF pairs fall across their edges.
+// Indexed as read in pieces of a few bytes, so that lines and CR LF pairs fall across their edges.
 TEST(PefIndex, AgreesWithTheLiteralScanOnGeneratedFilesInTextAndReadInPieces) {
   QuirkyPefGenerator generator{std::mt19937(20260101)};
   TempDir dir;
@@ -155,8 +146,7 @@ TEST(PefIndex, AgreesWithTheLiteralScanOnGeneratedFilesInTextAndReadInPieces) {
   EXPECT_GT(compared, 200000);
 }
 
-// Long runs of keys sharing a prefix go through the range-minimum tree
-// rather than the short linear pass.
+// Long runs of keys sharing a prefix go through the range-minimum tree, not the linear pass.
 TEST(PefIndex, FindsTheEarliestLineAmongManyWithTheSamePrefix) {
   std::string text = "[P]\r\n";
   for (int i = 999; i >= 100; --i) text += "Value" + std::to_string(i) + "=" + std::to_string(i) + "\r\n";

@@ -1,4 +1,3 @@
-// The PEF reader and writer on the model, the round trip, and the LF-only rewrite.
 #include "formats/pef.h"
 
 #include <gtest/gtest.h>
@@ -61,8 +60,7 @@ TEST(PefReader, NumberSetsIsRoundedHalfToEvenAndReportedWhenNotPositive) {
   EXPECT_THROW(ReadText("[Airfoil]\r\nNumberSets=40000\r\n", ui), OverflowError);
 }
 
-// Items are found by key in any order; those the counts ask for and the file
-// lacks read empty (a polar ticked), unknown values and all.
+// Items the counts ask for and the file lacks read empty (a polar ticked).
 TEST(PefReader, ItemsAreFoundByKeyAndMissingOnesReadEmpty) {
   const std::pair<std::string, const char*> cases[] = {
       {"[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nDescription1=one\r\nNumberPolars=2\r\n[Set1-Polar2]\r\n"
@@ -98,8 +96,7 @@ TEST(PefReader, PointValuesFollowThePairRule) {
   }
 }
 
-// Each set asks for 1000 polars and the polar for 100 points, of which none
-// exists: the reader stops at its limit.
+// Each set asks for 1000 polars and the polar for 100 points, none of which exists.
 TEST(PefReader, HugeCountsAreBounded) {
   std::string text = "[Airfoil]\r\nNumberSets=3\r\n";
   for (int i = 1; i <= 3; ++i) text += "[Set" + std::to_string(i) + "]\r\nNumberPolars=1000\r\n";
@@ -130,8 +127,7 @@ TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
   }
 }
 
-// Set 1 named, with an own Description2 and one of two polars selected;
-// set 2 with nothing selected; set 3 unnamed, without origin.
+// Set 1 named, own Description2, one of two polars ticked; set 2 none ticked; set 3 unnamed.
 Airfoil SampleAirfoil() {
   const std::vector<PolarPoint> points = {{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5}, {}};
   auto first = testing::SetOf("Flap 0", {MakePolar(1, 0, false, {}, "left out"),
@@ -162,8 +158,7 @@ TEST(PefWriter, APolarOfAHundredPointsReadsBack) {
   EXPECT_EQ(read.Point(100).TL, 6);
 }
 
-// Read back, the file gives its own text: the notice stands first among a
-// set's descriptions and names an unnamed set, whose origin is Tavilo.
+// The notice stands first among a set's descriptions and names an unnamed set, whose origin is Tavilo.
 TEST(PefWriter, WritesTheWholeFileLineForLineAndReadsItBack) {
   const std::string written = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef");
   EXPECT_EQ(PefText(SampleAirfoil()), written);
@@ -193,8 +188,7 @@ TEST(PefFile, LfOnlyFileIsRewrittenOrIfThatFailsReadAsItIs) {
   TempDir dir;
   const std::string text = "[Airfoil]\nDescription1=LF\nNumberSets=1\n[Set1]\nNumberPolars=1\n"
                            "[Set1-Polar1]\nNumberPoints=1\nValue01=1 2 3\n";
-  // A read-only file, and a name so long that no temporary fits beside it
-  // (which fails even for root), are read unchanged.
+// A read-only file and one too long a name for a temporary beside it (even for root) read unchanged.
   const std::string readOnly = dir.Write("ro.pef", text);
   std::filesystem::permissions(readOnly, std::filesystem::perms::owner_read);
   const std::string longName = dir.Write(std::string(248, 'n') + ".pef", text);

@@ -62,8 +62,6 @@ TEST(XmlRoundTrip, WritesTheDocumentLineForLineAndReadsItBack) {
   EXPECT_TRUE(ui.messages.empty());
 }
 
-// Elements are found by plain text search, not by nesting, and values by
-// their position; nothing here is worth a message.
 TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
   const std::tuple<const char*, std::string, const char*> cases[] = {
       {"values by position, Cl and Cd always (absent ones as 0), at most eight",
@@ -75,8 +73,7 @@ TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
                 "<value>8</value><value>9</value></datapoint></datapoints></polar></polars>"
                 "</configuration>"),
        "A | p: Re 350000 Ma 0.1 'p' (1.5 0.3 0.02, 2 0 0, 1 2 3 4 5 6 7 8)"},
-      // The polar's name after its numbers, the set's after its polars, an
-      // unknown element between: the set takes the first name inside it.
+      // Names after numbers or polars, an unknown element between: the set takes the first name inside.
       {"names wherever they stand",
        Document("<name>A</name><configuration><polars><polar><unknown>9</unknown>"
                 "<machnumber>0.2</machnumber><reynoldsnumber>1e5</reynoldsnumber><name>late</name>"
@@ -108,8 +105,6 @@ std::string Repeated(int count, std::string_view text) {
   return out;
 }
 
-// The format's readers take 1000 of each; what is left out is told, naming
-// the file, and never silently.
 TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
   const std::string point = "<datapoint><value>1</value><value>2</value><value>3</value></datapoint>";
   auto polar = [&](int points) { return "<polar><datapoints>" + Repeated(points, point) + "</datapoints></polar>"; };
@@ -155,8 +150,7 @@ TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
   }
 }
 
-// The reader's tag search looks at sixteen places at a time; on texts of
-// every length and tag density it must find what a plain search finds.
+// The tag search looks at sixteen places at a time; it must find what a plain search finds.
 TEST(XmlElements, TheFastTagSearchFindsWhatAPlainSearchFinds) {
   uint32_t seed = 12345;
   auto next = [&seed] { return seed = seed * 1664525u + 1013904223u; };
