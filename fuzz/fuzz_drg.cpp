@@ -8,8 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   (void)tavilo::DrgAirfoilNames(bytes);
   tavilo::Airfoil airfoil;
   try {
-    const tavilo::ReadReport report =
-        tavilo::ReadFromDRGText(airfoil, bytes, tavilo::fuzz::Answer(data[0]));
+    const tavilo::ReadReport report = tavilo::ReadFromDRGText(airfoil, bytes, tavilo::fuzz::Answer(data[0]));
     // A file cut short says so, and nothing else is ever reported.
     if (report.diagnostics.size() != (report.stoppedEarly ? 1u : 0u)) __builtin_trap();
   } catch (const tavilo::OverflowError&) {

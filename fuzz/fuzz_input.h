@@ -9,9 +9,7 @@
 
 namespace tavilo::fuzz {
 
-inline std::string_view Text(const uint8_t* data, size_t size) {
-  return {reinterpret_cast<const char*>(data), size};
-}
+inline std::string_view Text(const uint8_t* data, size_t size) { return {reinterpret_cast<const char*>(data), size}; }
 
 // From -8 to 7, so that entries past the list's end are chosen too.
 inline AirfoilChoice Answer(uint8_t byte) {

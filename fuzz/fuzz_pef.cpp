@@ -1,6 +1,5 @@
 // The PEF reader on arbitrary bytes: it must not crash, hang or exhaust
 // memory, and its index must answer like the literal line-by-line scan.
-
 #include <cstdlib>
 #include <string>
 
@@ -15,12 +14,9 @@ void CompareWithLiteralScan(std::string_view text) {
   tavilo::PefIndex index(text);
   static const char* const kSections[] = {"Airfoil", "Set1", "Set1-Polar1", "Set2-Polar10", ""};
   static const char* const kKeys[] = {"NumberSets", "Description1", "Value01", "Value10", "", "["};
-  for (const char* section : kSections) {
-    for (const char* key : kKeys) {
-      if (std::string(index.Value(section, key)) != tavilo::testing::ReferencePefValue(text, section, key))
-        std::abort();
-    }
-  }
+  for (const char* section : kSections)
+    for (const char* key : kKeys)
+      if (std::string(index.Value(section, key)) != tavilo::testing::ReferencePefValue(text, section, key)) std::abort();
 }
 
 }  // namespace
@@ -34,14 +30,12 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     // A stop at the limit of missing items is always also a warning.
     if (report.stoppedEarly && (report.diagnostics.empty() || report.HasError())) __builtin_trap();
   } catch (const tavilo::OverflowError&) {
-    // A count beyond 16 bits or a number beyond the double range: reported
-    // to the user by the loading code.
+    // A count beyond 16 bits or a number beyond the double range: reported to the user by the loading code.
   }
   tavilo::Polar polar;
   try {
     tavilo::ReadPolarFromPEFText(polar, bytes, 1, 1);
   } catch (const tavilo::OverflowError&) {
-    // As above.
   }
   if (size < 4096) CompareWithLiteralScan(bytes);
   return 0;

@@ -1,6 +1,7 @@
 // Any bytes as a polar table: polars with points, or an empty airfoil and
 // message 77, never a crash or a raised error. The first byte answers the
 // airfoil choice of a drag file.
+#include <algorithm>
 #include <cmath>
 #include <vector>
 
@@ -10,8 +11,7 @@
 
 namespace {
 
-// Every point of every polar in order, with values at or below the unknown
-// marker, or not finite, as the marker: that is how CSV keeps them.
+// Every point in order, values at or below the unknown marker or not finite as the marker, as CSV keeps them.
 std::vector<tavilo::PolarPoint> Points(const tavilo::Airfoil& airfoil) {
   std::vector<tavilo::PolarPoint> points;
   for (const tavilo::ConfigurationPtr& set : airfoil.Configurations())
@@ -32,9 +32,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tavilo::Airfoil airfoil;
   const tavilo::ReadReport report = tavilo::ReadFromTableText(
       airfoil, tavilo::fuzz::Text(data + 1, size - 1), "fuzz.txt", tavilo::fuzz::Answer(data[0]));
-  bool noPolars = false;
-  for (const tavilo::Diagnostic& diagnostic : report.diagnostics)
-    noPolars = noPolars || diagnostic.messageId == tavilo::Text::NoPolars;
+  const bool noPolars = std::any_of(report.diagnostics.begin(), report.diagnostics.end(),
+                                    [](const tavilo::Diagnostic& d) { return d.messageId == tavilo::Text::NoPolars; });
   if (noPolars != (airfoil.ConfigCount() == 0)) __builtin_trap();
   // What was read writes as CSV and reads back point for point.
   if (!noPolars && !report.stoppedEarly) {

@@ -1,9 +1,8 @@
-// The format table: which names pick which format, and the fixed lists and
-// texts that must agree with its rows.
 #include "fileio/formats_table.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <string>
 
@@ -45,49 +44,39 @@ TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
   }
 }
 
-// The patterns of a filter text "Label|pattern|Label|pattern", or of a
-// pattern list "a;b".
+// The patterns of a filter "Label|pattern|..." (every second) or of a list "a;b".
 std::set<std::string> PatternsOf(const std::string& text, char separator, bool everySecond) {
   std::set<std::string> patterns;
-  size_t start = 0;
-  for (int field = 0; start <= text.size(); ++field) {
-    size_t end = text.find(separator, start);
-    if (end == std::string::npos) end = text.size();
+  for (size_t start = 0, end = 0, field = 0; start <= text.size(); start = end + 1, ++field) {
+    end = std::min(text.find(separator, start), text.size());
     if (!everySecond || field % 2 == 1) patterns.insert(text.substr(start, end - start));
-    start = end + 1;
   }
   return patterns;
 }
 
 TEST(FormatTable, TheFixedListsNameTheRowsOnThem) {
-  const struct {
-    FormatList list;
-    std::set<std::string> fixed;
-  } cases[] = {
+  const std::pair<FormatList, std::set<std::string>> cases[] = {
       {kFileList, PatternsOf(kFileListPattern, ';', false)},
       {kImportFilter, PatternsOf(GetResString(Text::ImportFilter, Language::English), '|', true)},
       {kExportFilter, PatternsOf(GetResString(Text::ExportFilter, Language::English), '|', true)},
       {kCsvExportFilter, PatternsOf(GetResString(Text::ExportFilterWithCsv, Language::German), '|', true)},
   };
-  for (const auto& c : cases)
-    EXPECT_EQ(PatternsOf(PatternOfList(c.list), ';', false), c.fixed) << c.list;
+  for (const auto& [list, fixed] : cases) EXPECT_EQ(PatternsOf(PatternOfList(list), ';', false), fixed) << list;
   EXPECT_EQ(PatternOfList(kAllPolarFiles), "*.xml;*.pef;*.pol;polar.*;*.drg;*.mwk;*.txt;*.csv");
 }
 
 TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
+  // No Eppler input writer yet; the graphs' lines stay English.
   const std::string english = AboutText(Language::English, AboutReadLines(), AboutWrittenLines());
-  for (const char* lines :
-       {"\r\nThe Tavilo can...\"\r\n...read, display and print\r\n   .XML\tPolar Exchange Format\r\n",
-        "   .DRG\tPrinceton and UIUC drag polar file\r\n   .TXT, .MWK, .CSV\tpolar table in columns",
-        "...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
-        "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\n"
-        "Graphs (from left to right):\r\n"})
-    EXPECT_NE(english.find(lines), std::string::npos) << lines;
-  EXPECT_EQ(english.find(".EPP"), std::string::npos) << "no Eppler input writer yet";
   const std::string german = AboutText(Language::German, AboutReadLines(), AboutWrittenLines());
-  EXPECT_NE(german.find("...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"), std::string::npos);
-  EXPECT_NE(german.find("   Lift Coefficient vs. Drag Coefficient"), std::string::npos)
-      << "the fixed lines stay English";
+  for (const auto& [text, lines] :
+       {std::pair{english, "   .DRG\tPrinceton and UIUC drag polar file\r\n   .TXT, .MWK, .CSV\tpolar table"},
+        {english, "...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
+                  "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\nGraphs (from left"},
+        {german, "...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"},
+        {german, "   Lift Coefficient vs. Drag Coefficient"}})
+    EXPECT_NE(text.find(lines), std::string::npos) << lines;
+  EXPECT_EQ(english.find(".EPP"), std::string::npos);
 }
 
 }  // namespace

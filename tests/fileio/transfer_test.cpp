@@ -1,4 +1,3 @@
-// Loading, importing, exporting, batch conversion and the clipboard.
 #include "fileio/transfer.h"
 
 #include <gtest/gtest.h>
@@ -7,7 +6,6 @@
 #include <unistd.h>
 
 #include <atomic>
-
 #include <filesystem>
 #include <tuple>
 
@@ -21,12 +19,8 @@
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
 
-// Every change of the umask in this test binary is counted: a writer that
-// sets it, even for a moment, hands files created meanwhile by other threads
-// the wrong mode.
-namespace {
-std::atomic<int> umaskChanges{0};
-}
+// Counts umask changes: one, even for a moment, hands other threads' new files the wrong mode.
+static std::atomic<int> umaskChanges{0};
 extern "C" mode_t umask(mode_t mask) noexcept {
   ++umaskChanges;
   return static_cast<mode_t>(::syscall(SYS_umask, mask));
@@ -75,13 +69,8 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   const std::string pol =
       "\n XFOIL\n\n Calculated polar for: NACA 0012\n\n 1 1\n\n xtrf\n Mach =   0.000     Re =     1.000 e 6\n"
       "\n alpha CL\n ----- --\n   0.0  0.1  0.01  0  0  1  1\n   1.0  1e999  0.01  0  0  1  1\n";
-  const struct {
-    const char* name;
-    std::string text;
-    std::optional<Text> messageId;  // of the one diagnostic of an error
-    bool quiet, stoppedEarly;
-    int line;
-  } cases[] = {
+  // Name, text, the message of the one diagnostic of an error, quiet, stopped early, line.
+  const std::tuple<std::string, std::string, std::optional<Text>, bool, bool, int> cases[] = {
       // XML wants its declaration exactly so, and then at least one set.
       {"wing.xml", "<polar-exchange-file/>", Text::NoValidXmlFile, false, false, 0},
       {"encoding.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", Text::NoValidXmlFile, false, false, 0},
@@ -93,16 +82,15 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
       {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", {}, false, false, 0},
       {"empty.pol", "", {}, false, false, 0},  // no points is an error only where asked
   };
-  for (const auto& c : cases) {
-    const std::string path = dir.Write(c.name, c.text);
+  for (const auto& [name, text, messageId, quiet, stoppedEarly, line] : cases) {
+    const std::string path = dir.Write(name, text);
     const ReadReport report = ReadPolarFile(path, {}).report;
-    EXPECT_EQ(report.HasError(), c.messageId.has_value()) << c.name;
-    EXPECT_EQ(report.stoppedEarly, c.stoppedEarly) << c.name;
-    if (!c.messageId) continue;
-    ASSERT_EQ(report.diagnostics.size(), 1u) << c.name;
+    EXPECT_EQ(std::make_pair(report.HasError(), report.stoppedEarly), std::make_pair(!!messageId, stoppedEarly))
+        << name;
+    if (!messageId) continue;
+    ASSERT_EQ(report.diagnostics.size(), 1u) << name;
     const Diagnostic& d = report.diagnostics[0];
-    EXPECT_EQ(std::make_tuple(d.messageId, d.quiet, d.file, d.line), std::make_tuple(*c.messageId, c.quiet, path, c.line))
-        << c.name;
+    EXPECT_EQ(std::tie(d.messageId, d.quiet, d.file, d.line), std::tie(*messageId, quiet, path, line)) << name;
   }
   // The wild number keeps the point before it and is named with its line.
   const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
@@ -128,10 +116,9 @@ TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
 TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   TempDir dir;
   RecordingUserInterface ui;
-  const std::pair<const char*, const char*> cases[] = {{"out.xml", "<?xml version=\"1.0\"?>\r\n"},
-                                                       {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
-                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"},
-                                                       {"out.CSV", "set_no,set,polar_no,polar,re,mach,alpha,cl"}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"out.xml", "<?xml version=\"1.0\"?>\r\n"}, {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
+      {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"}, {"out.CSV", "set_no,set,polar_no,polar,re,mach"}};
   for (const auto& [name, start] : cases) {
     EXPECT_TRUE(ExportAirfoil(*Sample("SD7037"), dir.File(name), ui)) << name;
     EXPECT_EQ(dir.Read(name).rfind(start, 0), 0u) << name;
@@ -144,8 +131,7 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   ASSERT_EQ(ui.messages.size(), 2u);
   EXPECT_EQ(ui.messages[0].text, "Unknown File Format!\r\n'" + dir.File("polar.dat") + "'");
   ui.fileReplies.push_back(dir.File("saved.xml"));
-  EXPECT_TRUE(ExportFile(*Sample("x"), ui));
-  EXPECT_TRUE(std::filesystem::exists(dir.File("saved.xml")));
+  EXPECT_TRUE(ExportFile(*Sample("x"), ui) && std::filesystem::exists(dir.File("saved.xml")));
   EXPECT_TRUE(ui.fileRequests[0].promptOverwrite);
   EXPECT_TRUE(ui.fileRequests[0].filter.ends_with("|Polar Table (*.csv)|*.csv"));
   // Through a symbolic link the file it points to is written; the link stays.
@@ -184,19 +170,12 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
 }
 
-// The window's run never stops to ask: each file that fails is passed over,
-// nothing is written for it, and one message at the end lists the failures
-// (agreeing in number) and the warnings.
 TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
   const std::string noPolars = "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n";
   auto longPolar = Sample("Long");
   longPolar->Configuration(1)->Polar(1)->SetPoints(std::vector<PolarPoint>(1001, MakePoint(1, 0.5, 0.01)));
-  const struct {
-    std::vector<std::string> files;  // "a.pef" and "c.pef" good, "b.pef" missing, "e.pef" without polars
-    Language language;
-    std::string message;  // "%d" stands for the directory
-    MessageIcon icon;
-  } cases[] = {
+  // Files (a, c good; b missing; e without polars), language, message (%d: the directory), icon.
+  const std::tuple<std::vector<std::string>, Language, std::string, MessageIcon> cases[] = {
       {{"e.pef"}, Language::German, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
       {{"a.pef", "b.pef", "c.pef", "e.pef"}, Language::German,
@@ -212,26 +191,25 @@ TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
        "dem 1000. aus.",
        MessageIcon::Warning},
   };
-  for (const auto& c : cases) {
+  for (const auto& [files, language, message, icon] : cases) {
     TempDir dir;
     const std::string d = dir.Path().string();
-    SCOPED_TRACE(c.message);
-    for (const std::string& file : c.files) {
+    SCOPED_TRACE(message);
+    for (const std::string& file : files) {
       if (file == "b.pef") std::filesystem::create_symlink("nowhere.pef", dir.File(file));
       if (file == "e.pef") dir.Write(file, noPolars);
       if (file == "long.pef") WriteToPEF(*longPolar, dir.File(file));
       if (file == "a.pef" || file == "c.pef") WriteToPEF(*Sample("A"), dir.File(file));
     }
     RecordingUserInterface ui;
-    ui.SetLanguage(c.language);
+    ui.SetLanguage(language);
     BatchConvertDirectory(d, ui);
-    for (const std::string& file : c.files)
+    for (const std::string& file : files)
       EXPECT_EQ(std::filesystem::exists(dir.File(BatchTargetName(file))), file != "b.pef" && file != "e.pef") << file;
-    std::string expected = c.message;
+    std::string expected = message;
     for (size_t p; (p = expected.find("%d")) != std::string::npos;) expected.replace(p, 2, d);
     ASSERT_EQ(ui.messages.size(), 1u);
-    EXPECT_EQ(ui.messages[0].text, expected);
-    EXPECT_EQ(ui.messages[0].icon, c.icon);
+    EXPECT_EQ(std::tie(ui.messages[0].text, ui.messages[0].icon), std::tie(expected, icon));
   }
 }
 
@@ -256,13 +234,10 @@ TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {
   RecordingUserInterface ui;
   CopyPolar(*airfoil->Configuration(1)->Polar(1), ui);
   EXPECT_EQ(ui.clipboard.rfind("\r\n[Set1-Polar1]\r\nDescription1=clean\r\n", 0), 0u);
-  PolarPtr pasted = PolarFromClipboard(ui);
-  ASSERT_TRUE(pasted);
-  const Polar& copy = *pasted;
-  EXPECT_EQ(copy.Name, "clean");
-  EXPECT_EQ(copy.ReynoldsNumber, 200000);
-  EXPECT_EQ(copy.Cl(2), 0.4);
-  EXPECT_TRUE(copy.Selected);
+  PolarPtr copy = PolarFromClipboard(ui);
+  ASSERT_TRUE(copy);
+  EXPECT_EQ(std::make_tuple(copy->Name, copy->ReynoldsNumber, copy->Cl(2), copy->Selected),
+            std::make_tuple("clean", 200000.0, 0.4, true));
   ui.clipboard = "just some text\nfrom another program";
   EXPECT_FALSE(PolarFromClipboard(ui));
   ui.clipboard = "\n[Set1-Polar1]\nReynoldsNumber=1\nNumberPoints=1\nValue01=1 2 3\n";

@@ -10,6 +10,21 @@
 
 namespace tavilo::testing {
 
+// Builds a set of `polars`, and an airfoil of `sets`, in one expression.
+inline ConfigurationPtr SetOf(const std::string& name, std::initializer_list<PolarPtr> polars) {
+  auto set = std::make_shared<Configuration>();
+  set->Name = name;
+  for (const PolarPtr& polar : polars) set->AddPolar(polar);
+  return set;
+}
+
+inline Airfoil AirfoilOf(const std::string& name, std::initializer_list<ConfigurationPtr> sets) {
+  Airfoil airfoil;
+  airfoil.Name = name;
+  for (const ConfigurationPtr& set : sets) airfoil.AddConfiguration(set);
+  return airfoil;
+}
+
 inline std::string NumberOf(double value) {
   if (value == kNoValue) return "?";
   char buffer[32];

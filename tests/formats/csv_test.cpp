@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "fileio/transfer.h"
+#include "formats/airfoil_summary.h"
 #include "support/model_builders.h"
 #include "support/recording_ui.h"
 #include "support/temp_dir.h"
@@ -12,16 +13,9 @@ namespace {
 
 using testing::MakePoint;
 using testing::MakePolar;
+using testing::SetOf;
 
-ConfigurationPtr SetOf(const std::string& name, std::initializer_list<PolarPtr> polars) {
-  auto set = std::make_shared<Configuration>();
-  set->Name = name;
-  for (const PolarPtr& polar : polars) set->AddPolar(polar);
-  return set;
-}
-
-// Two sets of one name, a polar left unticked, names with quotes, values
-// that need all seventeen digits, and unknown values of every kind.
+// Two sets of one name, an unticked polar, quoted names, 17-digit values, unknowns of every kind.
 Airfoil Sample() {
   Airfoil airfoil;
   airfoil.Name = "E387";
@@ -44,8 +38,7 @@ TEST(CsvWriter, WritesOneQuotedRowPerPointOfEachTickedPolar) {
             "2,\"clean\",1,\"a, b\",1500000,0.2,3,0.7,0.009,,,\r\n");
 }
 
-// Read back and written again, only the left-out polar's number changes:
-// sets, names and every digit come back (a drag below the marker as unknown).
+// Read back, only the left-out polar's number changes (a drag below the marker reads as unknown).
 TEST(CsvWriter, ReadsBackIntoTheSameSetsAndPolars) {
   testing::TempDir dir;
   const std::string path = dir.File("e387.csv");

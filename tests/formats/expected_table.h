@@ -29,11 +29,9 @@ inline void ExpectAirfoilMatchesTable(const Airfoil& airfoil, const std::string&
   const Configuration& set = *airfoil.Configuration(1);
   std::vector<std::vector<double>> expected, read;
   for (std::string line; std::getline(in, line);) {
-    const bool polar = line.rfind("polar ", 0) == 0;
-    if (line.rfind("name ", 0) == 0) {
-      EXPECT_EQ(airfoil.Name, line.substr(5));
-    } else if (line.rfind("set ", 0) == 0) {
-      EXPECT_EQ(set.Name, line.substr(4));
+    const bool polar = line.starts_with("polar ");
+    if (line.starts_with("name ") || line.starts_with("set ")) {
+      EXPECT_EQ(line[0] == 'n' ? airfoil.Name : set.Name, line.substr(line.find(' ') + 1));
     } else if (!line.empty()) {
       expected.push_back(NumbersOf(std::string_view(line).substr(polar ? 6 : 0)));
       if (!polar) expected.back().resize(8, kNoValue);

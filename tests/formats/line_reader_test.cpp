@@ -13,20 +13,12 @@ namespace {
 
 using testing::TempDir;
 
-// A file read in pieces gives the lines and line numbers of the whole
-// text, wherever its pieces end: inside a line, between CR and LF, or after
-// a final CR.
+// Pieces may end inside a line, between CR and LF, or after a final CR.
 TEST(LineReader, AcceptsEveryLineEndWholeAndReadInPieces) {
   using V = std::vector<std::string>;
   const std::pair<std::string, V> cases[] = {
-      {"a\nb\n", {"a", "b"}},
-      {"a\r\nb\r\n", {"a", "b"}},
-      {"a\rb\r", {"a", "b"}},
-      {"a\r\n\r\nb", {"a", "", "b"}},
-      {"a\n\rb", {"a", "", "b"}},
-      {"", {}},
-      {"\n", {""}},
-      {"\r", {""}},
+      {"a\nb\n", {"a", "b"}}, {"a\r\nb\r\n", {"a", "b"}}, {"a\rb\r", {"a", "b"}}, {"a\r\n\r\nb", {"a", "", "b"}},
+      {"a\n\rb", {"a", "", "b"}}, {"", {}}, {"\n", {""}}, {"\r", {""}},
       {"long line one\r\n\r\nline three\rfour\nfive\r\n\r\r\nend without a line end",
        {"long line one", "", "line three", "four", "five", "", "", "end without a line end"}},
   };
@@ -37,8 +29,7 @@ TEST(LineReader, AcceptsEveryLineEndWholeAndReadInPieces) {
       FileTextSource source(file, piece == 0 ? 1 : piece);
       LineReader reader = piece == 0 ? LineReader(text) : LineReader(source);
       V lines;
-      std::string_view line;
-      while (reader.Next(line)) {
+      for (std::string_view line; reader.Next(line);) {
         lines.emplace_back(line);
         EXPECT_EQ(reader.LinesRead(), static_cast<int>(lines.size())) << text << " in pieces of " << piece;
       }

@@ -1,10 +1,8 @@
-// The keyed lookup: quirks of the format on hand-made files, and the fast
-// index against the literal line-by-line scan on generated files.
-
 #include "formats/pef_index.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 #include <string>
 #include <vector>
@@ -50,14 +48,10 @@ TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
   for (uint32_t section : {1u, 2u, PefIndex::kNoSection}) EXPECT_FALSE(index.FindValue(section, "x")) << section;
 }
 
-// ---------------------------------------------------------------- generated files
 
-// Builds PEF-like files from pieces that collide on purpose: section names
-// that are prefixes of each other, keys that are prefixes of each other,
-// stray separators, NULs, and every kind of line end.
-class QuirkyPefGenerator {
- public:
-  explicit QuirkyPefGenerator(unsigned seed) : random_(seed) {}
+// PEF-like files from colliding pieces: prefix sections and keys, stray separators, NULs, all line ends.
+struct QuirkyPefGenerator {
+  std::mt19937 random;
 
   std::string File() {
     std::string text;
@@ -72,53 +66,43 @@ class QuirkyPefGenerator {
   }
 
   std::string Line() {
-    switch (Pick(0, 9)) {
-      case 0: case 1: case 2:
-        return "[" + Section() + Choose<std::string>({"]", "]", "", "] ; note", "x]"});
-      case 3:
-        return Choose<std::string>({"", " ", ";comment", "; [Set1]", "[", "=", "\t"});
-      default:
-        return Key() + Separator() + Value();
-    }
+    const int kind = Pick(0, 9);
+    if (kind < 3) return "[" + Section() + Choose<std::string>({"]", "]", "", "] ; note", "x]"});
+    if (kind == 3) return Choose<std::string>({"", " ", ";comment", "; [Set1]", "[", "=", "\t"});
+    return Key() + Separator() + Value();
   }
 
   std::string Section() {
-    return Choose<std::string>({"Airfoil", "Set1", "Set10", "Set1-Polar1", "Set1-Polar10", "Set1-Polar2",
-                                "Set2", "Set2-Polar1", "Set", "S", "", "set1", "Set1-Polar1 ", "Set1\0"s,
+    return Choose<std::string>({"Airfoil", "Set1", "Set10", "Set1-Polar1", "Set1-Polar10", "Set1-Polar2", "Set2",
+                                "Set2-Polar1", "Set", "S", "", "set1", "Set1-Polar1 ", "Set1\0"s,
                                 "Set1-Polar1-and-a-long-tail"});
   }
 
   std::string Key() {
-    return Choose<std::string>({"Description1", "Description2", "Description", "Origin", "Airfoilname",
-                                "NumberSets", "NumberPolars", "NumberPoints", "ReynoldsNumber",
-                                "MachNumber", "Value01", "Value1", "Value10", "Value100", "Value",
-                                "Values", "Value02", "Value011", "", " Value01", "[Set1", "Value01\0"s,
-                                "V\xFFlue", "Value01234567890123"});
+    return Choose<std::string>({"Description1", "Description2", "Description", "Origin", "Airfoilname", "NumberSets",
+                                "NumberPolars", "NumberPoints", "ReynoldsNumber", "MachNumber", "Value01", "Value1",
+                                "Value10", "Value100", "Value", "Values", "Value02", "Value011", "", " Value01",
+                                "[Set1", "Value01\0"s, "V\xFFlue", "Value01234567890123"});
   }
 
   std::string Separator() { return Choose<std::string>({"=", "=", " = ", "==", "= =", " ", "", "x", "=\t"}); }
 
   std::string Value() {
-    std::string value = Choose<std::string>({"", "1", "2.5", "Clark Y", "  padded  ", "-3e2 0.1 0.01",
-                                             "=", "a=b", "x\0"s, "y \0 "s, "\0"s, "[Set1]"});
+    std::string value = Choose<std::string>(
+        {"", "1", "2.5", "Clark Y", "  padded  ", "-3e2 0.1 0.01", "=", "a=b", "x\0"s, "y \0 "s, "\0"s, "[Set1]"});
     if (Pick(0, 4) == 0) value += std::string(static_cast<size_t>(Pick(1, 3)), ' ');
     return value;
   }
 
-  int Pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random_); }
+  int Pick(int low, int high) { return std::uniform_int_distribution<int>(low, high)(random); }
 
   template <class T>
   T Choose(std::initializer_list<T> options) {
     return *(options.begin() + Pick(0, static_cast<int>(options.size()) - 1));
   }
-
- private:
-  std::mt19937 random_;
 };
 
-// Queries from the generator's vocabulary, plus prefixes of lines actually
-// present, which probe every boundary of the prefix rules, at random and in
-// file order.
+// Vocabulary queries plus prefixes of lines present, at random and in file order.
 std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& generator, const std::string& text) {
   std::vector<std::pair<std::string, std::string>> queries;
   for (int i = 0; i < 40; ++i) queries.emplace_back(generator.Section(), generator.Key());
@@ -140,34 +124,29 @@ std::vector<std::pair<std::string, std::string>> Queries(QuirkyPefGenerator& gen
   return queries;
 }
 
-// A file is indexed as it is read in pieces, here a few bytes long, so that
-// section lines, line ends and CR LF pairs fall across their edges.
+// Indexed as read in pieces of a few bytes, so that lines and CR LF pairs fall across their edges.
 TEST(PefIndex, AgreesWithTheLiteralScanOnGeneratedFilesInTextAndReadInPieces) {
-  QuirkyPefGenerator generator(20260101);
+  QuirkyPefGenerator generator{std::mt19937(20260101)};
   TempDir dir;
   int compared = 0;
   for (int file = 0; file < 4000; ++file) {
     const std::string text = generator.File();
-    const size_t pieces[] = {1, 2, 3, 5, 8, 13, 64, 4096};
-    const size_t piece = pieces[file % 8];
-    PefIndex inText(text);
-    PefIndex inPieces = PefIndex::OfFile(dir.Write("q.pef", text), piece);
+    const size_t piece = std::array<size_t, 8>{1, 2, 3, 5, 8, 13, 64, 4096}[file % 8];
+    const PefIndex inText(text), inPieces = PefIndex::OfFile(dir.Write("q.pef", text), piece);
     EXPECT_EQ(inPieces.LfOnly(), IsLfOnlyText(text));
     for (const auto& [section, key] : Queries(generator, text)) {
       const std::string expected = ReferencePefValue(text, section, key);
-      ASSERT_EQ(std::string(inText.Value(section, key)), expected)
-          << "file " << file << " section '" << section << "' key '" << key << "'\n" << text;
-      ASSERT_EQ(std::string(inPieces.Value(section, key)), expected)
-          << "file " << file << " in pieces of " << piece << ", section '" << section << "' key '" << key
-          << "'\n" << text;
+      ASSERT_EQ(std::string(inText.Value(section, key)) + "|" + std::string(inPieces.Value(section, key)),
+                expected + "|" + expected)
+          << "file " << file << " in pieces of " << piece << ", section '" << section << "' key '" << key << "'\n"
+          << text;
       ++compared;
     }
   }
   EXPECT_GT(compared, 200000);
 }
 
-// Long runs of keys sharing a prefix go through the range-minimum tree
-// rather than the short linear pass.
+// Long runs of keys sharing a prefix go through the range-minimum tree, not the linear pass.
 TEST(PefIndex, FindsTheEarliestLineAmongManyWithTheSamePrefix) {
   std::string text = "[P]\r\n";
   for (int i = 999; i >= 100; --i) text += "Value" + std::to_string(i) + "=" + std::to_string(i) + "\r\n";

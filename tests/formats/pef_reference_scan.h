@@ -32,15 +32,10 @@ inline std::optional<std::string> ReferencePefScan(std::string_view text, std::s
 }
 
 inline std::string ReferencePefValue(std::string_view text, std::string_view section, std::string_view key) {
-  std::string value(80, ' ');
-  if (auto found = ReferencePefScan(text, section, key)) value = *found;
-  auto trimRight = [](std::string& s) {
-    while (!s.empty() && s.back() == ' ') s.pop_back();
-  };
-  trimRight(value);
+  std::string value = ReferencePefScan(text, section, key).value_or("");
+  value.erase(value.find_last_not_of(' ') + 1);
   if (!value.empty() && value.back() == '\0') value.pop_back();
-  trimRight(value);
-  return value;
+  return value.erase(value.find_last_not_of(' ') + 1);
 }
 
 }  // namespace tavilo::testing

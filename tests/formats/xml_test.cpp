@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "fileio/load.h"
 #include "formats/airfoil_summary.h"
 #include "formats/file_text.h"
@@ -13,32 +15,22 @@
 namespace tavilo {
 namespace {
 
+using testing::AirfoilOf;
 using testing::MakePoint;
 using testing::MakePolar;
 using testing::RecordingUserInterface;
+using testing::SetOf;
 using testing::Summary;
 using testing::TempDir;
 
 // Two sets: a named one with two polars (one unselected) and an unnamed one.
 Airfoil SampleAirfoil() {
-  Airfoil airfoil;
-  airfoil.Name = "Clark Y";
-  auto flap = std::make_shared<Configuration>();
-  flap->Name = "flap 0";
+  const std::vector<PolarPoint> points = {MakePoint(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05),
+                                         MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0)};
+  auto flap = SetOf("flap 0", {MakePolar(2e5, 0.05, true, points, "Re 200k"),
+                               MakePolar(0, 0, false, {}, "not written")});
   flap->Origin = "XFOIL";
-  flap->AddPolar(MakePolar(200000, 0.05, true, {MakePoint(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05),
-                                                MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0)}, "Re 200k"));
-  flap->AddPolar(MakePolar(0, 0, false, {}, "not written"));
-  auto plain = std::make_shared<Configuration>();
-  plain->AddPolar(MakePolar(1e6, 0, true, {MakePoint(0.2385, 0.5, 0.01)}));
-  airfoil.AddConfiguration(flap);
-  airfoil.AddConfiguration(plain);
-  return airfoil;
-}
-
-TEST(XmlWriter, WritesTheDocumentLineForLine) {
-  const std::string golden = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.xml");
-  EXPECT_EQ(XmlText(SampleAirfoil()), golden);
+  return AirfoilOf("Clark Y", {flap, SetOf("", {MakePolar(1e6, 0, true, {MakePoint(0.2385, 0.5, 0.01)})})});
 }
 
 // A document around `body`, which stands inside <configurations>.
@@ -54,8 +46,9 @@ Airfoil Read(std::string_view bytes, RecordingUserInterface& ui) {
 }
 
 // Read back, the document gives its own text again; only the origin is not carried.
-TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
+TEST(XmlRoundTrip, WritesTheDocumentLineForLineAndReadsItBack) {
   const std::string golden = ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.xml");
+  EXPECT_EQ(XmlText(SampleAirfoil()), golden);
   RecordingUserInterface ui;
   Airfoil airfoil = Read(golden, ui);
   EXPECT_EQ(Summary(airfoil),
@@ -69,14 +62,8 @@ TEST(XmlRoundTrip, ReadsBackWhatWasWrittenToThePatterns) {
   EXPECT_TRUE(ui.messages.empty());
 }
 
-// Elements are found by plain text search, not by nesting, and values by
-// their position; nothing here is worth a message.
 TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
-  const struct {
-    const char* rule;
-    std::string text;
-    const char* expected;
-  } cases[] = {
+  const std::tuple<const char*, std::string, const char*> cases[] = {
       {"values by position, Cl and Cd always (absent ones as 0), at most eight",
        Document("<name>A</name><configuration><polars origin=\"x\"><polar><name>p</name>"
                 "<reynoldsnumber> 3.5E5 </reynoldsnumber><machnumber>0.1D0</machnumber><datapoints>"
@@ -86,8 +73,7 @@ TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
                 "<value>8</value><value>9</value></datapoint></datapoints></polar></polars>"
                 "</configuration>"),
        "A | p: Re 350000 Ma 0.1 'p' (1.5 0.3 0.02, 2 0 0, 1 2 3 4 5 6 7 8)"},
-      // The polar's name after its numbers, the set's after its polars, an
-      // unknown element between: the set takes the first name inside it.
+      // Names after numbers or polars, an unknown element between: the set takes the first name inside.
       {"names wherever they stand",
        Document("<name>A</name><configuration><polars><polar><unknown>9</unknown>"
                 "<machnumber>0.2</machnumber><reynoldsnumber>1e5</reynoldsnumber><name>late</name>"
@@ -97,21 +83,19 @@ TEST(XmlReader, ElementsAreFoundByTextAndValuesByPosition) {
        "A | late: Re 100000 Ma 0.2 'late' (1 2 3) Re 200000 Ma 0 ()"},
       {"without its own name the airfoil takes the first set's",
        Document("<configuration><name>flap</name></configuration>"), "flap | flap:"},
-      {"without any name", Document("<configuration></configuration>"),
-       "unknown airfoil | :"},
+      {"without any name", Document("<configuration></configuration>"), "unknown airfoil | :"},
       {"line breaks vanish inside values",
        "<?xml version=\"1.0\"?>\r<configurations>\r\n<name>Clark\nY</name>\r"
        "<configuration><name>s</name></configuration></configurations>",
        "ClarkY | s:"},
       {"legacy names become UTF-8", Document("<name>Fl\xFCgel \x80</name><configuration></configuration>"),
        "Flügel € | :"},
-      {"UTF-8 names stay", Document("<name>Flügel</name><configuration></configuration>"),
-       "Flügel | :"},
+      {"UTF-8 names stay", Document("<name>Flügel</name><configuration></configuration>"), "Flügel | :"},
   };
-  for (const auto& c : cases) {
+  for (const auto& [rule, text, expected] : cases) {
     RecordingUserInterface ui;
-    EXPECT_EQ(Summary(Read(c.text, ui)), c.expected) << c.rule;
-    EXPECT_TRUE(ui.messages.empty()) << c.rule;
+    EXPECT_EQ(Summary(Read(text, ui)), expected) << rule;
+    EXPECT_TRUE(ui.messages.empty()) << rule;
   }
 }
 
@@ -121,17 +105,12 @@ std::string Repeated(int count, std::string_view text) {
   return out;
 }
 
-// The format's readers take 1000 of each; what is left out is told, naming
-// the file, and never silently.
 TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
   const std::string point = "<datapoint><value>1</value><value>2</value><value>3</value></datapoint>";
   auto polar = [&](int points) { return "<polar><datapoints>" + Repeated(points, point) + "</datapoints></polar>"; };
   auto set = [&](std::string polars) { return "<configuration><polars>" + polars + "</polars></configuration>"; };
-  const struct {
-    std::string body;
-    int sets, polars, points;  // read: sets, polars of set 1, points of its polar 1
-    std::vector<Text> warnings;
-  } cases[] = {
+  // The body; read: sets, polars of set 1, points of its polar 1; the warnings.
+  const std::tuple<std::string, int, int, int, std::vector<Text>> cases[] = {
       {set(polar(1000)) + Repeated(999, set("")), 1000, 1, 1000, {}},
       {set(polar(1003)), 1, 1, 1000, {Text::PointsLeftOut}},
       {set(Repeated(1001, polar(1))), 1, 1000, 1, {Text::PolarsLeftOut}},
@@ -141,60 +120,38 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
        {Text::SetsLeftOut, Text::PolarsLeftOut, Text::PointsLeftOut}},
   };
   TempDir dir;
-  for (const auto& c : cases) {
-    const std::string path = dir.Write("many.xml", Document(c.body));
+  for (const auto& [body, sets, polars, points, expected] : cases) {
+    const std::string path = dir.Write("many.xml", Document(body));
     Airfoil airfoil;
     const ReadReport report = ReadFromXML(airfoil, path);
-    ASSERT_EQ(airfoil.ConfigCount(), c.sets);
-    EXPECT_EQ(airfoil.Configuration(1)->PolarCount(), c.polars);
-    EXPECT_EQ(airfoil.Configuration(1)->Polar(1)->PointCount(), c.points);
+    ASSERT_EQ(airfoil.ConfigCount(), sets);
+    EXPECT_EQ(std::make_tuple(airfoil.Configuration(1)->PolarCount(), airfoil.Configuration(1)->Polar(1)->PointCount()),
+              std::make_tuple(polars, points));
     std::vector<Text> warnings;
     for (const Diagnostic& d : report.diagnostics) {
       warnings.push_back(d.messageId);
       EXPECT_EQ(d.severity, Severity::Warning);
       EXPECT_EQ(DiagnosticText(d, Language::English).rfind(path + " holds ", 0), 0u);
     }
-    EXPECT_EQ(warnings, c.warnings) << c.sets << " " << c.polars << " " << c.points;
+    EXPECT_EQ(warnings, expected) << sets << " " << polars << " " << points;
   }
 }
 
 TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
   TempDir dir;
   const std::string path = dir.File("sweep.xml");
-  const struct {
-    int points;
-    bool selected;
-    bool warned;
-  } cases[] = {{1000, true, false}, {1001, true, true}, {1001, false, false}};
-  for (const auto& c : cases) {
-    Airfoil airfoil = SampleAirfoil();
-    airfoil.Configuration(1)->Polar(2)->SetPoints(std::vector<PolarPoint>(c.points, MakePoint(1, 0.5, 0.01)));
-    airfoil.Configuration(1)->Polar(2)->Selected = c.selected;
-    const WriteReport report = WriteToXML(airfoil, path);
-    // The warning's text is the batch's to show.
-    EXPECT_EQ(report.diagnostics.size(), c.warned ? 1u : 0u) << c.points;
-    Airfoil back;
+  // Points, selected, warned; the warning's text is the batch's to show.
+  for (auto [points, selected, warned] : {std::tuple{1000, true, false}, {1001, true, true}, {1001, false, false}}) {
+    Airfoil airfoil = SampleAirfoil(), back;
+    airfoil.Configuration(1)->Polar(2)->SetPoints(std::vector<PolarPoint>(points, MakePoint(1, 0.5, 0.01)));
+    airfoil.Configuration(1)->Polar(2)->Selected = selected;
+    EXPECT_EQ(WriteToXML(airfoil, path).diagnostics.size(), warned ? 1u : 0u) << points;
     ReadFromXML(back, path);
-    EXPECT_EQ(back.Configuration(1)->PolarCount(), c.selected ? 2 : 1) << "written whole";
+    EXPECT_EQ(back.Configuration(1)->PolarCount(), selected ? 2 : 1) << "written whole";
   }
 }
 
-TEST(XmlElements, ContentIsTheTextBetweenTheFirstTagAndItsClosingTag) {
-  const struct {
-    const char* element;
-    const char* content;
-  } cases[] = {
-      {"<name> Clark &amp; Y </name>", " Clark &amp; Y "},  // neither trimmed nor unescaped
-      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"},
-      {"<name></name>", ""},
-      {"<name>open", ""},
-      {"name>x</name>", ""},
-  };
-  for (const auto& c : cases) EXPECT_EQ(XmlElementContent(c.element), c.content) << c.element;
-}
-
-// The reader's tag search looks at sixteen places at a time; on texts of
-// every length and tag density it must find what a plain search finds.
+// The tag search looks at sixteen places at a time; it must find what a plain search finds.
 TEST(XmlElements, TheFastTagSearchFindsWhatAPlainSearchFinds) {
   uint32_t seed = 12345;
   auto next = [&seed] { return seed = seed * 1664525u + 1013904223u; };
