@@ -4,6 +4,7 @@
 
 #include <tuple>
 
+#include "base/errors.h"
 #include "formats/airfoil_summary.h"
 #include "formats/expected_table.h"
 #include "formats/file_text.h"
@@ -107,6 +108,15 @@ TEST(PolReader, CutShortOrForeignInputKeepsWhatWasRead) {
       {"[Airfoil]\r\nName=NACA 0012\r\n[Set1]\r\nDescription1=x\r\n", " | :"},
   };
   for (const auto& [text, expected] : cases) EXPECT_EQ(Read(text), expected) << text.substr(0, 10);
+}
+
+TEST(PolReader, SetNameIsTheFirstHeadingAndAMissingFileRaises) {
+  testing::TempDir dir;
+  EXPECT_EQ(ReadSetNameFromPOL(kXfoilData + "naca2412_re500k_m0.pol"), "NACA 2412");
+  EXPECT_EQ(ReadSetNameFromPOL(dir.Write("a.pol", "x\r\n Calculated polar for: One  \r\n" + Block("Two", kMachLine, ""))),
+            "One");
+  EXPECT_EQ(ReadSetNameFromPOL(dir.Write("b.pol", "no heading\r\n")), "");
+  EXPECT_THROW(ReadSetNameFromPOL(dir.File("none.pol")), FileNotFoundError);
 }
 
 Airfoil SampleAirfoil() {

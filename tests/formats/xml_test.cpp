@@ -151,6 +151,14 @@ TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
   }
 }
 
+TEST(XmlElements, ContentIsTheTextBetweenTheFirstTagAndItsClosingTag) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"<name> Clark &amp; Y </name>", " Clark &amp; Y "},  // neither trimmed nor unescaped
+      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"}, {"<name></name>", ""}, {"<name>open", ""},
+      {"name>x</name>", ""}};
+  for (const auto& [element, content] : cases) EXPECT_EQ(XmlElementContent(element), content) << element;
+}
+
 // The tag search looks at sixteen places at a time; it must find what a plain search finds.
 TEST(XmlElements, TheFastTagSearchFindsWhatAPlainSearchFinds) {
   uint32_t seed = 12345;
