@@ -31,7 +31,7 @@ int main(int argc, char** argv) {
   // depend on it, so German users keep their desktop settings.
   QApplication::setApplicationName("Tavilo");
   QApplication::setOrganizationName("Korvend");
-  QApplication::setDesktopFileName("tavilo");
+  QApplication::setDesktopFileName("org.example.tavilo");
 
   // Qt has taken its own options (-platform, -style ...) out of the list.
   std::vector<std::string> args;
