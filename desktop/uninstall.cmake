@@ -3,6 +3,7 @@
 # never the prefix, its own folders (bin, share) nor those right under share
 # (applications, icons, man ...); under /usr or /usr/local the desktop's
 # caches are refreshed.
+cmake_minimum_required(VERSION 3.25)
 if(NOT EXISTS "${MANIFEST}")
   message(FATAL_ERROR "Nothing to uninstall: ${MANIFEST} is missing (install first).")
 endif()
