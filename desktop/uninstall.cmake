@@ -1,8 +1,7 @@
 # cmake -DMANIFEST=install_manifest.txt -DPREFIX=... -DSHARE=share -P uninstall.cmake:
 # removes every file the install listed and the folders it leaves empty, but
-# never the prefix, its own folders (bin, share) nor those right under share
-# (applications, icons, man ...); under /usr or /usr/local the desktop's
-# caches are refreshed.
+# never the prefix nor its bin, share and share/man; under /usr or /usr/local
+# the desktop's caches are refreshed.
 cmake_minimum_required(VERSION 3.25)
 if(NOT EXISTS "${MANIFEST}")
   message(FATAL_ERROR "Nothing to uninstall: ${MANIFEST} is missing (install first).")
@@ -17,15 +16,19 @@ foreach(file ${files})
   get_filename_component(folder "${file}" DIRECTORY)
   list(APPEND folders "${folder}")
 endforeach()
-set(kept "${PREFIX}" "${PREFIX}/${SHARE}")
-foreach(file ${files})
-  file(RELATIVE_PATH below "${PREFIX}" "${file}")
-  string(REGEX MATCH "^[^/]+" top "${below}")
-  list(APPEND kept "${PREFIX}/${top}")
-  file(RELATIVE_PATH below "${PREFIX}/${SHARE}" "${file}")
-  string(REGEX MATCH "^[^/]+" top "${below}")
-  list(APPEND kept "${PREFIX}/${SHARE}/${top}")
-endforeach()
+set(kept "${PREFIX}" "${PREFIX}/bin" "${PREFIX}/${SHARE}" "${PREFIX}/${SHARE}/man")
+# Caches with nothing left to describe were ours alone: the mime database
+# without a package, the menu's cache without an entry.
+set(share "${PREFIX}/${SHARE}")
+file(GLOB packages "${share}/mime/packages/*.xml")
+if(NOT packages AND EXISTS "${share}/mime/mime.cache")
+  file(REMOVE_RECURSE "${share}/mime")
+endif()
+file(GLOB entries "${share}/applications/*.desktop")
+if(NOT entries)
+  file(REMOVE "${share}/applications/mimeinfo.cache")
+endif()
+list(APPEND folders "${share}/mime/packages" "${share}/applications")
 list(REMOVE_DUPLICATES folders)
 foreach(folder ${folders})
   while(IS_DIRECTORY "${folder}" AND NOT folder IN_LIST kept)
