@@ -2,8 +2,9 @@
 JOBS ?= $(shell nproc)
 GEN := -G Ninja -DTAVILO_WERROR=ON
 FUZZ_SECONDS ?= 60
+PREFIX ?= /usr/local
 
-.PHONY: all deps build run test test-plain asan bench fuzz clean
+.PHONY: all deps build run test test-plain asan bench fuzz clean install uninstall package
 
 all: build
 
@@ -13,6 +14,20 @@ deps:
 build: deps
 	cmake -S . -B build $(GEN) -DCMAKE_BUILD_TYPE=RelWithDebInfo
 	cmake --build build -j $(JOBS)
+
+# Installs under PREFIX (default /usr/local; as root or with sudo for a
+# system folder); under /usr or /usr/local the desktop's caches follow.
+install: build
+	cmake -S . -B build -DCMAKE_INSTALL_PREFIX=$(PREFIX)
+	cmake --install build
+
+# Removes what the last `make install` put down.
+uninstall:
+	cmake --build build --target uninstall
+
+# A Debian package in build/, from the build as it is.
+package: build
+	cd build && cpack -G DEB
 
 run: build
 	cd examples && ../build/src/app/tavilo

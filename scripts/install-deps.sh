@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev time
   clang libclang-rt-dev
   locales xvfb xauth fonts-dejavu-core poppler-utils
+  desktop-file-utils appstream shared-mime-info libglib2.0-bin xdg-utils man-db
 )
 
 missing=()

@@ -380,6 +380,26 @@ const LaterEntry kLaterStrings[] = {
     {286, {"and", "und"}},
     {287, {"Hold: the fit keeps this value.", "Halten: Die Anpassung behält diesen Wert."}},
     {288, {"The angle range from %1 to %2 is empty.", "Der Winkelbereich von %1 bis %2 ist leer."}},
+    {370, {"Usage: tavilo [options] [FILE...]\n"
+           "\n"
+           "Opens the first FILE that holds polars, as a double click in the file list does,\n"
+           "and imports the other FILEs into it as one step.\n"
+           "\n"
+           "Options:\n"
+           "  --help        show this text\n"
+           "  --version     show the version\n"
+           "  --            what follows is a FILE, even if it starts with \"-\"\n",
+           "Aufruf: tavilo [Optionen] [DATEI...]\n"
+           "\n"
+           "Öffnet die erste DATEI mit Polaren wie ein Doppelklick in der Dateiliste\n"
+           "und importiert die übrigen DATEIen in einem Schritt dazu.\n"
+           "\n"
+           "Optionen:\n"
+           "  --help        diesen Text zeigen\n"
+           "  --version     die Version zeigen\n"
+           "  --            was folgt, ist eine DATEI, auch wenn sie mit \"-\" beginnt\n"}},
+    {371, {"tavilo: unknown option %1 (tavilo --help lists the options)",
+           "tavilo: unbekannte Option %1 (tavilo --help zeigt die Optionen)"}},
 };
 
 const Entry* FindEntry(int n) {

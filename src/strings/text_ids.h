@@ -240,6 +240,10 @@ enum class Text : int16_t {
   ApproxRangeTo = 286,
   ApproxHoldTip = 287,
   ApproxEmptyRange = 288,
+
+  // 370-389: the program's own command line (tavilo --help, FILE...).
+  CommandLineUsage = 370,
+  CommandLineUnknownOption = 371,
 };
 
 }  // namespace tavilo
