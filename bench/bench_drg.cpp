@@ -11,13 +11,14 @@ namespace {
 std::string DrgFileText(int pointCount) {
   constexpr int kPointsPerBlock = 10000;
   const int blocks = (pointCount + kPointsPerBlock - 1) / kPointsPerBlock;
-  std::string text = "Airfoil: Benchmark\r\nBuilder: nobody\r\nComment: clean\r\n\r\n"
-                     "Number of Reynolds #'s:\r\n" + tavilo::NumberText(blocks) + " \r\n";
+  std::string text =
+      "Airfoil: Benchmark\r\nBuilder: nobody\r\nComment: clean\r\n\r\n"
+      "Number of Reynolds #'s:\r\n" +
+      tavilo::NumberText(blocks) + " \r\n";
   for (int b = 0; b < blocks; ++b) {
     const int points = std::min(kPointsPerBlock, pointCount - b * kPointsPerBlock);
-    text += "\r\nAverage Reynolds #:\r\n" + tavilo::NumberText(60000 + b) +
-            " \r\nNumber of angles of attack:\r\n" + tavilo::NumberText(points) +
-            " \r\n alpha /   Cl   /  Cd   /  Spanwise Cd's >>>\r\n";
+    text += "\r\nAverage Reynolds #:\r\n" + tavilo::NumberText(60000 + b) + " \r\nNumber of angles of attack:\r\n" +
+            tavilo::NumberText(points) + " \r\n alpha /   Cl   /  Cd   /  Spanwise Cd's >>>\r\n";
     for (int i = 0; i < points; ++i) {
       const double alfa = -5.0 + (i % 1500) * 0.01;
       text += " " + tavilo::FormatNumber(alfa, "0.00") + "  " + tavilo::FormatNumber(0.1 * alfa, "0.000") +

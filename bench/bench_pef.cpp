@@ -27,8 +27,8 @@ Airfoil MakeAirfoil(int sets, int polarsPerSet, int points) {
       polar->Selected = true;
       for (int i = 0; i < points; ++i) {
         double a = -10 + 25.0 * i / points;
-        polar->AddPoint({a, 0.1 * a + 0.2, 0.006 + 0.0001 * a * a, -0.05 - 0.001 * a, 0.6 - 0.02 * a,
-                         0.9 + 0.003 * a, kNoValue, kNoValue});
+        polar->AddPoint({a, 0.1 * a + 0.2, 0.006 + 0.0001 * a * a, -0.05 - 0.001 * a, 0.6 - 0.02 * a, 0.9 + 0.003 * a,
+                         kNoValue, kNoValue});
       }
       config->AddPolar(polar);
     }

@@ -117,11 +117,11 @@ void BM_PlotDataCore(benchmark::State& state) {
   const long before = allocations.load();
   for (auto _ : state) PlotData(airfoil.get(), request, {&s[0], &s[1], &s[2], &s[3], &s[4]});
   // A few per polar (its legend text), none per point.
-  state.counters["allocations"] = benchmark::Counter(double(allocations.load() - before),
-                                                     benchmark::Counter::kAvgIterations);
+  state.counters["allocations"] =
+      benchmark::Counter(double(allocations.load() - before), benchmark::Counter::kAvgIterations);
   state.counters["points"] = 100 * 200;
-  state.counters["ns_per_point"] = benchmark::Counter(
-      100 * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+  state.counters["ns_per_point"] =
+      benchmark::Counter(100 * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_PlotDataCore)->Unit(benchmark::kMillisecond);
 
@@ -138,9 +138,9 @@ void EnsureApplication() {
 }
 
 // The window's redraw: all graphs of `polars` polars of 200 points onto
-// 1600 x 1000 images, at once on as many threads as there are cores. With no polars it shows what clearing and the frames cost alone; the
-// second argument is the screen's pixel ratio (2 on a dense screen, where the
-// images have four times the pixels).
+// 1600 x 1000 images, at once on as many threads as there are cores. With no polars it shows what clearing and the
+// frames cost alone; the second argument is the screen's pixel ratio (2 on a dense screen, where the images have four
+// times the pixels).
 void BM_PlotDataQtImages(benchmark::State& state) {
   EnsureApplication();
   const int polars = int(state.range(0)), ratio = int(state.range(1));
@@ -162,8 +162,8 @@ void BM_PlotDataQtImages(benchmark::State& state) {
   const QFont font = QGuiApplication::font();
   for (auto _ : state) PlotDataOnImages(airfoil.get(), request, graphs, font, context);
   if (polars > 0)
-    state.counters["ns_per_point"] = benchmark::Counter(
-        polars * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+    state.counters["ns_per_point"] =
+        benchmark::Counter(polars * 200, benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 BENCHMARK(BM_PlotDataQtImages)
     ->Args({0, 1})

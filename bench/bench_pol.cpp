@@ -19,8 +19,8 @@ std::string PolFileText(int pointCount) {
     polar->Selected = true;
     for (int i = 0; i < kPointsPerPolar && done + i < pointCount; ++i) {
       const double alfa = -10.0 + (i % 2000) * 0.01;
-      polar->AddPoint({alfa, 0.1 * alfa + 0.2, 0.006 + 0.0001 * alfa * alfa, -0.05 - 0.001 * alfa,
-                       0.5 - 0.01 * alfa, 0.9, -99.999, -99.999});
+      polar->AddPoint({alfa, 0.1 * alfa + 0.2, 0.006 + 0.0001 * alfa * alfa, -0.05 - 0.001 * alfa, 0.5 - 0.01 * alfa,
+                       0.9, -99.999, -99.999});
     }
     config->AddPolar(polar);
   }

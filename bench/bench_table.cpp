@@ -26,7 +26,8 @@ std::string TableText(int lineCount) {
     text += "alpha [deg];Cl;Cd;Cm;Top_Xtr;Bot_Xtr\r\n";
     for (int i = 0; i < kLinesPerBlock && done + i < lineCount; ++i) {
       const double alfa = -10.0 + (i % 2000) * 0.01;
-      for (double value : {alfa, 0.1 * alfa + 0.2, 0.006 + 0.0001 * alfa * alfa, -0.05 - 0.001 * alfa, 0.5 - 0.01 * alfa}) {
+      for (double value :
+           {alfa, 0.1 * alfa + 0.2, 0.006 + 0.0001 * alfa * alfa, -0.05 - 0.001 * alfa, 0.5 - 0.01 * alfa}) {
         AppendNumber(text, value);
         text += ';';
       }

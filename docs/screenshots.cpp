@@ -4,24 +4,24 @@
 // It uses a private settings store, never the user's own.
 #include <QApplication>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDialog>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QMessageBox>
-#include <QContextMenuEvent>
 #include <QMenu>
 #include <QMenuBar>
-#include <QScreen>
-#include <QTableView>
+#include <QMessageBox>
 #include <QMouseEvent>
 #include <QPushButton>
-#include <QTreeWidget>
-#include <QTabWidget>
+#include <QScreen>
 #include <QSettings>
+#include <QTabWidget>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeWidget>
 #include <QWheelEvent>
 #include <iostream>
 
@@ -103,9 +103,8 @@ void SaveZoomed(tavilo::PEFForm& window, const QString& prefix) {
   Save(&window, prefix + "-zoom-en.png");
   // The zoomed graphs as File > Save Graphs As writes them.
   const std::string picture = (prefix + "-graphs.png").toStdString();
-  window.UserInterfaceImpl().SetFileChooser([picture](const tavilo::FileDialogRequest&, const QString&) {
-    return picture;
-  });
+  window.UserInterfaceImpl().SetFileChooser(
+      [picture](const tavilo::FileDialogRequest&, const QString&) { return picture; });
   window.findChild<QAction*>("mnuFileSaveGraphs")->trigger();
   std::cout << picture << '\n';
 }
@@ -222,8 +221,7 @@ void SaveErrorBoxes(tavilo::PEFForm& window, const QString& prefix) {
   notes.close();
   for (const tavilo::Language language : {tavilo::Language::English, tavilo::Language::German}) {
     window.SetLanguage(language);
-    const QString name = prefix + "-error-names-file-" +
-                         (language == tavilo::Language::English ? "en" : "de") + ".png";
+    const QString name = prefix + "-error-names-file-" + (language == tavilo::Language::English ? "en" : "de") + ".png";
     QTimer grabber;
     QObject::connect(&grabber, &QTimer::timeout, [&] {
       auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -299,9 +297,8 @@ int main(int argc, char** argv) {
   window.findChild<QAction*>("mnuViewResetZoom")->trigger();
   for (int i = 3; i < argc; ++i) {
     const std::string imported = QFileInfo(QString::fromLocal8Bit(argv[i])).absoluteFilePath().toStdString();
-    window.UserInterfaceImpl().SetFileChooser([imported](const tavilo::FileDialogRequest&, const QString&) {
-      return imported;
-    });
+    window.UserInterfaceImpl().SetFileChooser(
+        [imported](const tavilo::FileDialogRequest&, const QString&) { return imported; });
     window.Document().Import();
   }
   // Every polar of the imported files: a crowded legend over the curves.

@@ -16,7 +16,8 @@ void CompareWithLiteralScan(std::string_view text) {
   static const char* const kKeys[] = {"NumberSets", "Description1", "Value01", "Value10", "", "["};
   for (const char* section : kSections)
     for (const char* key : kKeys)
-      if (std::string(index.Value(section, key)) != tavilo::testing::ReferencePefValue(text, section, key)) std::abort();
+      if (std::string(index.Value(section, key)) != tavilo::testing::ReferencePefValue(text, section, key))
+        std::abort();
 }
 
 }  // namespace

@@ -30,8 +30,8 @@ std::vector<tavilo::PolarPoint> Points(const tavilo::Airfoil& airfoil) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (size == 0) return 0;
   tavilo::Airfoil airfoil;
-  const tavilo::ReadReport report = tavilo::ReadFromTableText(
-      airfoil, tavilo::fuzz::Text(data + 1, size - 1), "fuzz.txt", tavilo::fuzz::Answer(data[0]));
+  const tavilo::ReadReport report = tavilo::ReadFromTableText(airfoil, tavilo::fuzz::Text(data + 1, size - 1),
+                                                              "fuzz.txt", tavilo::fuzz::Answer(data[0]));
   const bool noPolars = std::any_of(report.diagnostics.begin(), report.diagnostics.end(),
                                     [](const tavilo::Diagnostic& d) { return d.messageId == tavilo::Text::NoPolars; });
   if (noPolars != (airfoil.ConfigCount() == 0)) __builtin_trap();

@@ -35,9 +35,7 @@ AirfoilSelectDialog::AirfoilSelectDialog(QWidget* parent) : QDialog(parent) {
   SwitchLanguage(Language::English);
 }
 
-void AirfoilSelectDialog::SwitchLanguage(Language language) {
-  ApplyCaptions(this, AirfoilSelectCaptions(), language);
-}
+void AirfoilSelectDialog::SwitchLanguage(Language language) { ApplyCaptions(this, AirfoilSelectCaptions(), language); }
 
 int AirfoilSelectDialog::SelectedIndex() const {
   const QList<QListWidgetItem*> selected = lstAirfoils_->selectedItems();

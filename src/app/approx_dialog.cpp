@@ -27,10 +27,9 @@ namespace {
 // "Stall Cd at Cl Max:" as it always did, so messages name that field by
 // Text::StallCdAtClMinName instead.
 constexpr std::array<Text, kApproxFieldCount> kFieldLabels = {
-    Text::CdTiltLabel,          Text::StallCdAtClMaxLabel,  Text::StallCdAtClMinLabel,
-    Text::CdShiftLabel,         Text::CdExponentLabel,      Text::CdMinLabel,
-    Text::StallRangeClMinLabel, Text::StallRangeClMaxLabel, Text::ClMaxLabel,
-    Text::ClMinLabel,           Text::AlfaZeroLabel,
+    Text::CdTiltLabel,     Text::StallCdAtClMaxLabel, Text::StallCdAtClMinLabel,  Text::CdShiftLabel,
+    Text::CdExponentLabel, Text::CdMinLabel,          Text::StallRangeClMinLabel, Text::StallRangeClMaxLabel,
+    Text::ClMaxLabel,      Text::ClMinLabel,          Text::AlfaZeroLabel,
 };
 
 // Enough digits to read a fitted value, few enough to read it at a glance.
@@ -147,10 +146,9 @@ void ApproxDialog::SwitchLanguage(Language language) {
 void ApproxDialog::UpdateFitButton() { fit_->setEnabled(polar_ && polar_() != nullptr); }
 
 std::string ApproxDialog::FieldName(ApproxField field) const {
-  std::string name =
-      GetResString(field == ApproxField::StallCdAtClMin ? Text::StallCdAtClMinName
-                                                        : kFieldLabels[static_cast<size_t>(field)],
-                   ui_.Language());
+  std::string name = GetResString(
+      field == ApproxField::StallCdAtClMin ? Text::StallCdAtClMinName : kFieldLabels[static_cast<size_t>(field)],
+      ui_.Language());
   if (!name.empty() && name.back() == ':') name.pop_back();
   return name;
 }
@@ -170,8 +168,7 @@ std::optional<ApproxValues> ApproxDialog::ReadValues() {
     const std::string text = fields_[i]->text().toStdString();
     const std::optional<double> number = WholeNumber(text);
     if (!number) {
-      ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(),
-                                {FieldName(ApproxFieldAt(i)), text}));
+      ShowError(FormatResString(Text::ApproxNoNumber, ui_.Language(), {FieldName(ApproxFieldAt(i)), text}));
       fields_[i]->setFocus();
       return std::nullopt;
     }
@@ -267,18 +264,17 @@ void ApproxDialog::FitToPolar() {
   }
   SetValues(fit.values);
   const Language language = ui_.Language();
-  std::string text = FormatResString(Text::ApproxFitted, language,
-                                     {FormatNumber(fit.fittedCount, "0"), FormatNumber(fit.errors.points, "0"),
-                                      SignificantNumberText(fit.errors.rmsCl, 3),
-                                      SignificantNumberText(fit.errors.rmsCd, 3)});
+  std::string text =
+      FormatResString(Text::ApproxFitted, language,
+                      {FormatNumber(fit.fittedCount, "0"), FormatNumber(fit.errors.points, "0"),
+                       SignificantNumberText(fit.errors.rmsCl, 3), SignificantNumberText(fit.errors.rmsCd, 3)});
   std::string estimated;
   for (int i = 0; i < kApproxFieldCount; ++i) {
     if (!fit.estimated[i]) continue;
     if (!estimated.empty()) estimated += ", ";
     estimated += FieldName(ApproxFieldAt(i));
   }
-  if (!estimated.empty())
-    text += "\n" + FormatResString(Text::ApproxEstimated, language, {estimated});
+  if (!estimated.empty()) text += "\n" + FormatResString(Text::ApproxEstimated, language, {estimated});
   SetStatus(text);
 }
 

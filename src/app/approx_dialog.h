@@ -15,8 +15,8 @@
 #include <vector>
 
 #include "model/polar.h"
-#include "tools/approx_fit.h"
 #include "strings/language.h"
+#include "tools/approx_fit.h"
 #include "tools/approximation.h"
 
 class QCheckBox;

@@ -85,9 +85,7 @@ void ApplyCaptions(QWidget* window, std::span<const Caption> captions, Language 
       case CaptionTarget::WindowTitle:
         window->setWindowTitle(FromUtf8(DialogTitle(GetResString(caption.id, language))));
         break;
-      case CaptionTarget::ControlText:
-        SetText(control, text);
-        break;
+      case CaptionTarget::ControlText: SetText(control, text); break;
       case CaptionTarget::ToolTip:
         if (auto* action = qobject_cast<QAction*>(control)) action->setToolTip(text);
         if (auto* widget = qobject_cast<QWidget*>(control)) widget->setToolTip(text);

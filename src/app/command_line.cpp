@@ -36,11 +36,8 @@ CommandLine ParseCommandLine(const std::vector<std::string>& args) {
 
 std::optional<int> AnswerCommandLine(const CommandLine& line, Language language, std::ostream& out, std::ostream& err) {
   switch (line.action) {
-    case CommandLine::Action::Run:
-      return std::nullopt;
-    case CommandLine::Action::Help:
-      out << GetResString(Text::CommandLineUsage, language);
-      return 0;
+    case CommandLine::Action::Run: return std::nullopt;
+    case CommandLine::Action::Help: out << GetResString(Text::CommandLineUsage, language); return 0;
     case CommandLine::Action::Version:
       out << "tavilo " << TAVILO_VERSION_MAJOR << '.' << TAVILO_VERSION_MINOR << '.' << TAVILO_VERSION_PATCH << '\n';
       return 0;

@@ -131,7 +131,7 @@ void FileBrowser::FillDirectories() {
   // Like a classic directory list: the way down from the root, each level
   // indented, then the sub-directories one level deeper.
   QStringList ancestors;
-  for (QDir dir(path_);; ) {
+  for (QDir dir(path_);;) {
     ancestors.prepend(dir.absolutePath());
     if (!dir.cdUp()) break;
   }

@@ -15,12 +15,7 @@ namespace tavilo {
 
 GraphController::GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
                                  RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent)
-    : QObject(parent),
-      widgets_(graphs),
-      document_(document),
-      ui_(ui),
-      context_(context),
-      ranges_(std::move(ranges)) {
+    : QObject(parent), widgets_(graphs), document_(document), ui_(ui), context_(context), ranges_(std::move(ranges)) {
   for (Graph g : kGraphs) {
     GraphWidget* widget = widgets_[g];
     widget->SetViewRequest([this, g](const std::optional<GraphView>& view) {
@@ -111,8 +106,8 @@ std::string GraphController::ChoosePictureFile(Text captionId) {
 
 void GraphController::ShowWriteError(const std::string& path, const std::string& error) {
   const Language language = ui_.Language();
-  ui_.ShowMessage(FormatResString(Text::PictureNotWritten, language, {path}) + "\r\n" + error,
-                  ErrorTitle(language), MessageIcon::Critical);
+  ui_.ShowMessage(FormatResString(Text::PictureNotWritten, language, {path}) + "\r\n" + error, ErrorTitle(language),
+                  MessageIcon::Critical);
 }
 
 // Pictures are made at the screen's density, so that they are as sharp as
@@ -122,16 +117,14 @@ void GraphController::SaveGraphs() {
   if (path.empty()) return;
   std::string error;
   ui_.SetBusy(true);
-  const bool written = RenderPlotsToFile(document_.Current(), path, Request(),
-                                         widgets_[Graph::ClCd]->devicePixelRatioF(), &error);
+  const bool written =
+      RenderPlotsToFile(document_.Current(), path, Request(), widgets_[Graph::ClCd]->devicePixelRatioF(), &error);
   ui_.SetBusy(false);
   if (!written) ShowWriteError(path, error);
 }
 
 // The picture as the graph shows it, a tool's curve drawn over it included.
-void GraphController::CopyPicture(Graph graph) {
-  QGuiApplication::clipboard()->setImage(widgets_[graph]->Canvas());
-}
+void GraphController::CopyPicture(Graph graph) { QGuiApplication::clipboard()->setImage(widgets_[graph]->Canvas()); }
 
 void GraphController::SavePicture(Graph graph) {
   const std::string path = ChoosePictureFile(Text::SavePicture);

@@ -26,8 +26,8 @@ class GraphController : public QObject {
  public:
   // `ranges` reads the range lists. Gives every graph its context menu
   // (mnuGraphCopy, mnuGraphSave) and takes its zoom requests.
-  GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui,
-                  RenderContext& context, std::function<PlotRanges()> ranges, QObject* parent);
+  GraphController(const GraphWidgets& graphs, DocumentController& document, QtUserInterface& ui, RenderContext& context,
+                  std::function<PlotRanges()> ranges, QObject* parent);
 
   // What a redraw shows: the range lists' views with the zoomed graphs'
   // own, the overlay, the language and the View switches.

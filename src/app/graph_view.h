@@ -27,8 +27,7 @@ inline constexpr std::array<RangeList, 4> kRangeLists = {kClMaxList, kClMinList,
 // null one is left as it is) at the widget's size, each in its view from `request`, gives each graph that view
 // for its read-out, and repaints them. Laid-out texts and marker shapes are
 // kept in `context` for the next redraw.
-void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs,
-                RenderContext& context);
+void DrawGraphs(const Airfoil* airfoil, const PlotRequest& request, const GraphWidgets& graphs, RenderContext& context);
 
 // Gives each graph its read-out label and the graph's read-out text.
 void ConnectReadouts(const GraphWidgets& graphs, const ReadoutLabels& labels);

@@ -20,10 +20,10 @@ struct MainLayout {
 };
 
 struct LayoutMetrics {
-  QSize client;             // the window's client area, status bar included
+  QSize client;  // the window's client area, status bar included
   int statusBarHeight = 0;
-  int firstTabHeight = 0;   // height of the tab strip's first tab button
-  int label1Width = 0;      // width of the range column
+  int firstTabHeight = 0;  // height of the tab strip's first tab button
+  int label1Width = 0;     // width of the range column
   double dpi = 96;
 };
 

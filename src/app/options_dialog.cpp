@@ -47,9 +47,7 @@ OptionsDialog::OptionsDialog(QWidget* parent) : QDialog(parent) {
   SwitchLanguage(Language::English);
 }
 
-void OptionsDialog::SwitchLanguage(Language language) {
-  ApplyCaptions(this, OptionsCaptions(), language);
-}
+void OptionsDialog::SwitchLanguage(Language language) { ApplyCaptions(this, OptionsCaptions(), language); }
 
 int OptionsDialog::GridShow() const { return chkGrid_->isChecked() ? 1 : 0; }
 int OptionsDialog::LegendShow() const { return chkLegend_->isChecked() ? 1 : 0; }

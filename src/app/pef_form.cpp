@@ -5,10 +5,10 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
-#include <QMimeData>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
+#include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
@@ -42,9 +42,7 @@ namespace tavilo {
 
 namespace {
 
-QString Latin1(std::string_view text) {
-  return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString Latin1(std::string_view text) { return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size())); }
 
 // The approximation's curve: an orange that no polar takes, since polars
 // draw in the classic palette.
@@ -76,12 +74,12 @@ PEFForm::PEFForm(QWidget* parent) : QMainWindow(parent) {
   ui_->SetDialogDirectory([this] { return browser_->Path(); });
   options_ = new OptionsDialog(this);
   about_ = new AboutDialog(this);
-  graphController_ = new GraphController(graphs_, *document_, *ui_, renderContext_,
-                                         [this] { return CurrentRanges(); }, this);
+  graphController_ = new GraphController(
+      graphs_, *document_, *ui_, renderContext_, [this] { return CurrentRanges(); }, this);
   BuildMenus();
   BuildToolbar();
-  treeController_ = new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"),
-                                       *document_, *ui_);
+  treeController_ =
+      new TreeController(tree_, findChild<QMenu*>("mnuEdit"), findChild<QMenu*>("mnuEditPolar"), *document_, *ui_);
   approx_ = new ApproxDialog(
       *ui_, [this] { return CurrentTreePolar(); },
       [this](const std::vector<PolarPoint>& curve) { ShowApproximation(curve); }, this);
@@ -141,15 +139,12 @@ PEFForm::~PEFForm() = default;
 
 double PEFForm::Dpi() const { return logicalDpiY() > 0 ? logicalDpiY() : 96.0; }
 
-tavilo::Language PEFForm::Language() const {
-  return ui_->Language();
-}
+tavilo::Language PEFForm::Language() const { return ui_->Language(); }
 
 void PEFForm::SwitchLanguage() {
   const tavilo::Language language = Language();
   ApplyCaptions(this, MainWindowCaptions(), language);
-  findChild<QAction*>("mnuBatch")
-      ->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
+  findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
   auto text = [language](Text id) { return QString::fromStdString(GetResString(id, language)); };
   findChild<QMenu*>("mnuView")->setTitle(text(Text::ViewMenu));
   const std::pair<const char*, Text> later[] = {{"mnuFilePrintPreview", Text::PrintPreview},
@@ -304,11 +299,10 @@ void PEFForm::LayoutWindow() {
   layout_ = LayoutMainWindow(current, metrics);
 
   tabStrip_->setGeometry(layout_.tabStrip);
-  for (Graph g : kGraphs)
-    graphs_[g]->setGeometry(OnTab(g) ? layout_.smallPicture : layout_.clCdPicture);
+  for (Graph g : kGraphs) graphs_[g]->setGeometry(OnTab(g) ? layout_.smallPicture : layout_.clCdPicture);
   tree_->setGeometry(layout_.treeView);
-  QWidget* column[7] = {rangeLabels_[0], rangeLists_[0], rangeLists_[1], rangeLabels_[1],
-                        rangeLists_[2], rangeLabels_[2], rangeLists_[3]};
+  QWidget* column[7] = {rangeLabels_[0], rangeLists_[0],  rangeLists_[1], rangeLabels_[1],
+                        rangeLists_[2],  rangeLabels_[2], rangeLists_[3]};
   for (QWidget* widget : column) widget->move(layout_.rangeLeft, widget->y());
   PlaceReadouts();
   RefreshPlots();

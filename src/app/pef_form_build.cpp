@@ -253,8 +253,8 @@ void PEFForm::PlaceDesign() {
   place(label(0), kTreeLabel);
   place(tree_, kTree);
 
-  QWidget* column[7] = {rangeLabels_[0], rangeLists_[0], rangeLists_[1], rangeLabels_[1],
-                        rangeLists_[2], rangeLabels_[2], rangeLists_[3]};
+  QWidget* column[7] = {rangeLabels_[0], rangeLists_[0],  rangeLists_[1], rangeLabels_[1],
+                        rangeLists_[2],  rangeLabels_[2], rangeLists_[3]};
   const double rangeLeft = kTree.left + kTree.width + 300;
   for (int i = 0; i < 7; ++i) place(column[i], {rangeLeft, kRangeTops[i], kRangeWidth, 330});
   place(profilName_, {120, kReadoutTop, 4800, 300});

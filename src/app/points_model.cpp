@@ -12,7 +12,11 @@
 namespace tavilo {
 
 PointsModel::PointsModel(PolarPtr polar, DocumentController& document, QtUserInterface& ui, QWidget* window)
-    : QAbstractTableModel(window), polar_(std::move(polar)), document_(document), ui_(ui), window_(window),
+    : QAbstractTableModel(window),
+      polar_(std::move(polar)),
+      document_(document),
+      ui_(ui),
+      window_(window),
       shownRows_(polar_->PointCount()) {}
 
 void PointsModel::Refresh() {
@@ -37,12 +41,9 @@ QVariant PointsModel::data(const QModelIndex& index, int role) const {
     case Qt::EditRole:
       // Text, not a number: Qt would show and edit a number in the locale's way.
       return QString::fromStdString(PointCellText(value));
-    case kValueRole:
-      return value;
-    case Qt::TextAlignmentRole:
-      return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
-    default:
-      return {};
+    case kValueRole: return value;
+    case Qt::TextAlignmentRole: return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    default: return {};
   }
 }
 
@@ -71,8 +72,7 @@ bool PointsModel::setData(const QModelIndex& index, const QVariant& value, int r
   }
   if (PointValue(point, index.column()) == reading.value) return true;
   SetPointValue(point, index.column(), reading.value);
-  return document_.Run(
-      [&](Document& document) { document.SetPoints(EditKind::EditPoint, polar_, std::move(points)); });
+  return document_.Run([&](Document& document) { document.SetPoints(EditKind::EditPoint, polar_, std::move(points)); });
 }
 
 void PointsModel::Refuse(const std::string& message) {

@@ -24,9 +24,7 @@ namespace tavilo {
 
 namespace {
 
-QString FromUtf8(const std::string& text) {
-  return QString::fromStdString(text);
-}
+QString FromUtf8(const std::string& text) { return QString::fromStdString(text); }
 
 // The text of the tree node `key` of `airfoil` ("Polar 2, Re= 200000").
 std::string NodeText(const Airfoil& airfoil, const std::string& key, Language language) {
@@ -124,9 +122,8 @@ void PointsWindow::SwitchLanguage() {
   const Airfoil& airfoil = document_.Current();
   const std::string key = KeyOfPolar(airfoil, Polar().get());
   const std::string setKey = key.substr(0, key.find('|'));
-  setWindowTitle(FromUtf8(
-      FormatResString(Text::PointsTitle, language,
-                      {NodeText(airfoil, key, language), NodeText(airfoil, setKey, language)})));
+  setWindowTitle(FromUtf8(FormatResString(Text::PointsTitle, language,
+                                          {NodeText(airfoil, key, language), NodeText(airfoil, setKey, language)})));
   addRow_->setText(FromUtf8(GetResString(Text::AddRow, language)));
   deleteRows_->setText(FromUtf8(GetResString(Text::DeleteRows, language)));
   const std::pair<const char*, Text> captions[] = {{"mnuPointsAddRow", Text::AddRow},
@@ -199,8 +196,7 @@ void PointsWindow::PasteRows() {
   Change(EditKind::PastePoints, std::move(points), static_cast<int>(at));
 }
 
-PointsWindows::PointsWindows(QWidget* mainWindow, DocumentController& document, QtUserInterface& ui,
-                             UndoActions& undo)
+PointsWindows::PointsWindows(QWidget* mainWindow, DocumentController& document, QtUserInterface& ui, UndoActions& undo)
     : QObject(mainWindow), mainWindow_(mainWindow), document_(document), ui_(ui), undo_(undo) {}
 
 std::vector<PointsWindow*> PointsWindows::Windows() const {

@@ -60,12 +60,9 @@ PolarPropsDialog::PolarPropsDialog(QWidget* parent) : QDialog(parent) {
   SwitchLanguage(Language::English);
 }
 
-void PolarPropsDialog::SwitchLanguage(Language language) {
-  ApplyCaptions(this, PolarPropsCaptions(), language);
-}
+void PolarPropsDialog::SwitchLanguage(Language language) { ApplyCaptions(this, PolarPropsCaptions(), language); }
 
-PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title,
-                                       Language language) {
+PolarProperties PolarPropsDialog::Edit(const PolarProperties& properties, const QString& title, Language language) {
   SwitchLanguage(language);
   setWindowTitle(title);
   txtName_->setText(FromText(properties.name));

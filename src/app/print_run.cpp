@@ -40,8 +40,7 @@ PageRequest PEFForm::PrintRequestFor(const QPrinter& printer) const {
   request.options.grid = options_->GridShow() != 0;
   request.options.legend = options_->LegendShow() != 0;
   // Lower right unless upper left is chosen: a first start has neither.
-  request.options.legendCorner =
-      options_->LegendPosition(1) != 0 ? LegendCorner::UpperLeft : LegendCorner::LowerRight;
+  request.options.legendCorner = options_->LegendPosition(1) != 0 ? LegendCorner::UpperLeft : LegendCorner::LowerRight;
   const QRectF paper = printer.pageLayout().fullRect(QPageLayout::Millimeter);
   request.paper = {paper.width(), paper.height()};
   return request;
@@ -84,8 +83,8 @@ void PEFForm::RunPrint(QPrinter& printer) {
   statusBar()->showMessage(QString::fromStdString(GetResString(Text::Ready, Language())));
   if (ran && !printed) {
     const QString where = printer.outputFileName().isEmpty() ? printer.printerName() : printer.outputFileName();
-    ui_->ShowMessage(FormatResString(Text::PageNotPrinted, Language(), {where.toStdString()}),
-                     ErrorTitle(Language()), MessageIcon::Critical);
+    ui_->ShowMessage(FormatResString(Text::PageNotPrinted, Language(), {where.toStdString()}), ErrorTitle(Language()),
+                     MessageIcon::Critical);
   }
 }
 
@@ -95,8 +94,7 @@ void PEFForm::PrintPreview() {
   SetUpPrinter(printer, document_->Current());
   QPrintPreviewDialog preview(&printer, this);
   preview.setObjectName("PrintPreview");
-  preview.setWindowTitle(
-      QString::fromStdString(DialogTitle(GetResString(Text::PrintPreview, Language()))));
+  preview.setWindowTitle(QString::fromStdString(DialogTitle(GetResString(Text::PrintPreview, Language()))));
   connect(&preview, &QPrintPreviewDialog::paintRequested, this,
           [this](QPrinter* target) { RunGuarded(*ui_, [&] { PaintOn(*target); }); });
   preview.exec();

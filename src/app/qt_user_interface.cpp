@@ -18,20 +18,14 @@ namespace tavilo {
 
 namespace {
 
-QString FromUtf8(const std::string& text) {
-  return QString::fromStdString(text);
-}
+QString FromUtf8(const std::string& text) { return QString::fromStdString(text); }
 
 QMessageBox::Icon BoxIcon(MessageIcon icon) {
   switch (icon) {
-    case MessageIcon::Information:
-      return QMessageBox::Information;
-    case MessageIcon::Warning:
-      return QMessageBox::Warning;
-    case MessageIcon::Critical:
-      return QMessageBox::Critical;
-    case MessageIcon::None:
-      break;
+    case MessageIcon::Information: return QMessageBox::Information;
+    case MessageIcon::Warning: return QMessageBox::Warning;
+    case MessageIcon::Critical: return QMessageBox::Critical;
+    case MessageIcon::None: break;
   }
   return QMessageBox::NoIcon;
 }
@@ -95,8 +89,7 @@ std::vector<std::string> QtUserInterface::ChooseFiles(const FileDialogRequest& r
 
 std::vector<std::string> QtUserInterface::RunFileDialog(const FileDialogRequest& request, bool several) {
   const QString filter = QtFileFilter(request.filter);
-  QFileDialog dialog(window_, FromUtf8(request.title),
-                     dialogDirectory_ ? dialogDirectory_() : QString(), filter);
+  QFileDialog dialog(window_, FromUtf8(request.title), dialogDirectory_ ? dialogDirectory_() : QString(), filter);
   dialog.setObjectName("CMDialog");
   // Qt's own dialog speaks the program's language; a native one would not.
   dialog.setOption(QFileDialog::DontUseNativeDialog);
@@ -137,9 +130,7 @@ int QtUserInterface::ChooseAirfoil(const std::vector<std::string>& entries) {
   return dialog.Choose(names, Language());
 }
 
-void QtUserInterface::SetStatusText(const std::string& text) {
-  status_->showMessage(FromUtf8(text));
-}
+void QtUserInterface::SetStatusText(const std::string& text) { status_->showMessage(FromUtf8(text)); }
 
 void QtUserInterface::FlashStatusText(const std::string& text, int milliseconds) {
   const QString shown = FromUtf8(text);
@@ -149,13 +140,9 @@ void QtUserInterface::FlashStatusText(const std::string& text, int milliseconds)
   });
 }
 
-void QtUserInterface::SetWindowTitle(const std::string& title) {
-  window_->setWindowTitle(FromUtf8(title));
-}
+void QtUserInterface::SetWindowTitle(const std::string& title) { window_->setWindowTitle(FromUtf8(title)); }
 
-void QtUserInterface::SetAirfoilName(const std::string& name) {
-  airfoilName_->setText(FromUtf8(name));
-}
+void QtUserInterface::SetAirfoilName(const std::string& name) { airfoilName_->setText(FromUtf8(name)); }
 
 void QtUserInterface::SetBusy(bool busy) {
   if (busy) {

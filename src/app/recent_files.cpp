@@ -40,8 +40,7 @@ void RecentFiles::Choose(int index) {
   files_.removeAt(index);
   Rebuild();
   const Language language = ui_.Language();
-  ui_.ShowMessage(FormatResString(Text::RecentFileGone, language,
-                                  {QDir::toNativeSeparators(path).toStdString()}),
+  ui_.ShowMessage(FormatResString(Text::RecentFileGone, language, {QDir::toNativeSeparators(path).toStdString()}),
                   GetResString(Text::ProgramName, language), MessageIcon::Warning);
 }
 

@@ -13,14 +13,14 @@ namespace tavilo {
 
 struct AppSettings {
   Language language = Language::English;  // other values kept as read
-  int gridShow = 0;          // check box value, 0 or 1
-  int legendShow = 0;        // check box value, 0 or 1
-  int legendPosition1 = 0;   // option value, -1 set, 0 clear ("lower right")
-  int legendPosition2 = 0;   // option value, -1 set, 0 clear ("upper left")
-  QString path = QStringLiteral("./");  // the browser's directory
-  int axisNumbers = 1;       // View > Axis Numbers, 0 or 1
-  int readableColors = 0;    // View > Readable Colours, 0 or 1
-  QStringList recentFiles;              // newest first
+  int gridShow = 0;                       // check box value, 0 or 1
+  int legendShow = 0;                     // check box value, 0 or 1
+  int legendPosition1 = 0;                // option value, -1 set, 0 clear ("lower right")
+  int legendPosition2 = 0;                // option value, -1 set, 0 clear ("upper left")
+  QString path = QStringLiteral("./");    // the browser's directory
+  int axisNumbers = 1;                    // View > Axis Numbers, 0 or 1
+  int readableColors = 0;                 // View > Readable Colours, 0 or 1
+  QStringList recentFiles;                // newest first
 };
 
 // Reads every key, falling back to the default of a missing key. A value

@@ -20,21 +20,15 @@ namespace tavilo {
 
 namespace {
 
-QString FromUtf8(const std::string& text) {
-  return QString::fromStdString(text);
-}
+QString FromUtf8(const std::string& text) { return QString::fromStdString(text); }
 
 // The mouse button numbers the tree's tag has always held.
 int ButtonNumber(Qt::MouseButton button) {
   switch (button) {
-    case Qt::LeftButton:
-      return 1;
-    case Qt::RightButton:
-      return 2;
-    case Qt::MiddleButton:
-      return 4;
-    default:
-      return 0;
+    case Qt::LeftButton: return 1;
+    case Qt::RightButton: return 2;
+    case Qt::MiddleButton: return 4;
+    default: return 0;
   }
 }
 
@@ -58,8 +52,7 @@ TreeController::TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar,
   tree_->setSelectionMode(QAbstractItemView::SingleSelection);
   tree_->installEventFilter(this);
   viewport_->installEventFilter(this);
-  connect(tree_, &QTreeWidget::itemClicked, this,
-          [this](QTreeWidgetItem* item) { NodeClick(item, QCursor::pos()); });
+  connect(tree_, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item) { NodeClick(item, QCursor::pos()); });
   WireMenus();
 }
 
@@ -213,18 +206,17 @@ void TreeController::EditName() {
     const Airfoil& airfoil = document.Current();
     const NodeKind kind = KindOfKey(key);
     if (kind == NodeKind::Root) {
-      document.RenameAirfoil(ui_.InputBox(text(Text::EnterAirfoilName),
-                                          text(Text::ChangeAirfoilName), FromUtf8(airfoil.Name))
-                                 .toStdString());
+      document.RenameAirfoil(
+          ui_.InputBox(text(Text::EnterAirfoilName), text(Text::ChangeAirfoilName), FromUtf8(airfoil.Name))
+              .toStdString());
     } else if (kind != NodeKind::None) {
       const int setIndex = SetIndexOfKey(key);
       ConfigurationPtr set = airfoil.Configuration(setIndex);
       if (!set) return;
       if (kind == NodeKind::Set) {
-        document.RenameSet(setIndex,
-                           ui_.InputBox(text(Text::EnterSetDescription),
-                                        text(Text::ChangeSetDescription), FromUtf8(set->Name))
-                               .toStdString());
+        document.RenameSet(setIndex, ui_.InputBox(text(Text::EnterSetDescription), text(Text::ChangeSetDescription),
+                                                  FromUtf8(set->Name))
+                                         .toStdString());
       } else if (PolarPtr polar = set->Polar(PolarIndexOfKey(key))) {
         document.SetPolarProperties(setIndex, PolarIndexOfKey(key),
                                     polarProps_->Edit(PropertiesOf(*polar), title, language));
@@ -253,8 +245,6 @@ void TreeController::EditPoints() {
   if (KindOfKey(key.toStdString()) == NodeKind::Polar) emit PointsRequested(key);
 }
 
-void TreeController::SwitchLanguage(Language language) {
-  polarProps_->SwitchLanguage(language);
-}
+void TreeController::SwitchLanguage(Language language) { polarProps_->SwitchLanguage(language); }
 
 }  // namespace tavilo

@@ -33,8 +33,7 @@ class TreeController : public QObject {
 
   // Wires the tree and the entries of the pop-ups `edit` (mnuEdit) and
   // `editPolar` (mnuEditPolar).
-  TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar, DocumentController& document,
-                 QtUserInterface& ui);
+  TreeController(QTreeWidget* tree, QMenu* edit, QMenu* editPolar, DocumentController& document, QtUserInterface& ui);
   ~TreeController() override;
 
   // Rebuilds every node from the document; the node that was selected

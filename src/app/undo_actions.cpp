@@ -26,8 +26,8 @@ void UndoActions::Update(Language language) {
   const History& history = document_.Edits().Steps();
   auto caption = [language](QAction* action, const CommandPtr& step, Text plain, Text named) {
     action->setEnabled(step != nullptr);
-    const std::string text = step ? FormatResString(named, language, {StepName(*step, language)})
-                                  : GetResString(plain, language);
+    const std::string text =
+        step ? FormatResString(named, language, {StepName(*step, language)}) : GetResString(plain, language);
     action->setText(QString::fromStdString(text));
   };
   caption(undo_, history.NextUndo(), Text::Undo, Text::UndoStep);

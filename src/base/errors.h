@@ -20,15 +20,7 @@ enum class Text : int16_t;
 
 // The errors of the layers below the string table, each a text with one
 // argument for the detail; `Named` for an error that carries its own text.
-enum class ErrorKind : int16_t {
-  Unexpected,
-  FileNotFound,
-  Subscript,
-  Overflow,
-  DivisionByZero,
-  Resource,
-  Named
-};
+enum class ErrorKind : int16_t { Unexpected, FileNotFound, Subscript, Overflow, DivisionByZero, Resource, Named };
 
 class RuntimeError : public std::runtime_error {
  public:
@@ -36,10 +28,7 @@ class RuntimeError : public std::runtime_error {
   RuntimeError(ErrorKind kind, const std::string& english, const std::string& detail)
       : std::runtime_error(english + detail), kind_(kind), arguments_{detail} {}
   RuntimeError(Text text, const std::string& english, const std::string& detail)
-      : std::runtime_error(english + detail),
-        kind_(ErrorKind::Named),
-        text_(text),
-        arguments_{detail} {}
+      : std::runtime_error(english + detail), kind_(ErrorKind::Named), text_(text), arguments_{detail} {}
   explicit RuntimeError(const std::string& what) : RuntimeError(ErrorKind::Unexpected, "", what) {}
   // A text of several arguments; `what` is its English form.
   RuntimeError(Text text, const std::string& what, std::initializer_list<std::string> arguments)
@@ -95,8 +84,7 @@ class SubscriptError : public RuntimeError {
 // A 16-bit count or index past its range, or a number too large for its target.
 class OverflowError : public RuntimeError {
  public:
-  explicit OverflowError(const std::string& what)
-      : RuntimeError(ErrorKind::Overflow, "Overflow: ", what) {}
+  explicit OverflowError(const std::string& what) : RuntimeError(ErrorKind::Overflow, "Overflow: ", what) {}
 };
 
 // A file that does not exist or cannot be opened; the message names the path.
@@ -112,8 +100,7 @@ class DivisionByZeroError : public RuntimeError {
  public:
   explicit DivisionByZeroError(const std::string& what)
       : RuntimeError(ErrorKind::DivisionByZero, "Division by zero: ", what) {}
-  DivisionByZeroError(const std::string& what, Text text)
-      : RuntimeError(text, "Division by zero: ", what) {}
+  DivisionByZeroError(const std::string& what, Text text) : RuntimeError(text, "Division by zero: ", what) {}
 };
 
 // A file that could be opened but not read or written completely: one of
@@ -121,16 +108,14 @@ class DivisionByZeroError : public RuntimeError {
 // English form with the arguments in place.
 class FileAccessError : public RuntimeError {
  public:
-  FileAccessError(Text text, const std::string& english,
-                  std::initializer_list<std::string> arguments)
+  FileAccessError(Text text, const std::string& english, std::initializer_list<std::string> arguments)
       : RuntimeError(text, english, arguments) {}
 };
 
 // A text id with no entry in the string table.
 class ResourceError : public RuntimeError {
  public:
-  explicit ResourceError(const std::string& what)
-      : RuntimeError(ErrorKind::Resource, "Resource not found: ", what) {}
+  explicit ResourceError(const std::string& what) : RuntimeError(ErrorKind::Resource, "Resource not found: ", what) {}
 };
 
 }  // namespace tavilo

@@ -22,8 +22,8 @@ long DecimalMagnitude(std::string_view mantissa, std::string_view exponent) {
   size_t firstNonZero = mantissa.find_first_not_of("0.");
   if (firstNonZero == std::string_view::npos) return -1;
   if (period == std::string_view::npos) period = mantissa.size();
-  magnitude = firstNonZero < period ? static_cast<long>(period - firstNonZero)
-                                    : -static_cast<long>(firstNonZero - period);
+  magnitude =
+      firstNonZero < period ? static_cast<long>(period - firstNonZero) : -static_cast<long>(firstNonZero - period);
   long power = 0;
   bool negative = !exponent.empty() && exponent[0] == '-';
   for (char c : exponent) {
@@ -105,8 +105,7 @@ double LeadingNumber(std::string_view text) {
 
 int16_t RoundToInt16(double value) {
   double rounded = std::nearbyint(value);  // the default rounding mode is half to even
-  if (!(rounded >= INT16_MIN && rounded <= INT16_MAX))
-    throw OverflowError(ShortestNumberText(value) + " > 32767");
+  if (!(rounded >= INT16_MIN && rounded <= INT16_MAX)) throw OverflowError(ShortestNumberText(value) + " > 32767");
   return static_cast<int16_t>(rounded);
 }
 
@@ -121,8 +120,7 @@ struct DecimalDigits {
 
 DecimalDigits SignificantDigits(double magnitude) {
   char buffer[64];
-  auto result = std::to_chars(buffer, buffer + sizeof buffer, magnitude,
-                              std::chars_format::scientific, 14);
+  auto result = std::to_chars(buffer, buffer + sizeof buffer, magnitude, std::chars_format::scientific, 14);
   DecimalDigits d;
   const char* p = buffer;
   size_t n = 0;
@@ -139,10 +137,8 @@ DecimalDigits SignificantDigits(double magnitude) {
 
 std::string FormatNumber(double value, std::string_view pattern) {
   size_t periodPos = pattern.find('.');
-  const int integerDigits =
-      static_cast<int>(periodPos == std::string_view::npos ? pattern.size() : periodPos);
-  const int decimals =
-      periodPos == std::string_view::npos ? 0 : static_cast<int>(pattern.size() - periodPos - 1);
+  const int integerDigits = static_cast<int>(periodPos == std::string_view::npos ? pattern.size() : periodPos);
+  const int decimals = periodPos == std::string_view::npos ? 0 : static_cast<int>(pattern.size() - periodPos - 1);
 
   if (!std::isfinite(value)) return std::isnan(value) ? "NaN" : (value < 0 ? "-Infinity" : "Infinity");
 
@@ -220,9 +216,9 @@ std::string ShortestNumberText(double value) {
 
 std::string SignificantNumberText(double value, int digits) {
   char buffer[32];
-  return std::string(buffer, std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general,
-                                           std::clamp(digits, 1, 17))
-                                 .ptr);
+  return std::string(
+      buffer,
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::general, std::clamp(digits, 1, 17)).ptr);
 }
 
 std::string_view RestAfterFirstBlank(std::string_view line) {

@@ -62,9 +62,13 @@ class WorkerPool {
         }
       } stopAtEnd{run, workers_, helpers};
       for (int h = 0; h < helpers; ++h)
-        workers_[h]->Start([&run](State& state) { while (run.RunNext(state)) {} });
+        workers_[h]->Start([&run](State& state) {
+          while (run.RunNext(state)) {
+          }
+        });
       if (!done) {
-        while (run.RunNext(own)) {}
+        while (run.RunNext(own)) {
+        }
       } else {
         for (int i = 0; i < count && run.RunUntilDone(i, own); ++i) done(i);
       }
@@ -119,8 +123,8 @@ class WorkerPool {
     std::atomic<bool> stop{false};
     std::mutex mutex;
     std::condition_variable changed;
-    std::vector<bool> finished;    // guarded by `mutex`
-    std::exception_ptr failure;    // the first, guarded by `mutex`
+    std::vector<bool> finished;  // guarded by `mutex`
+    std::exception_ptr failure;  // the first, guarded by `mutex`
   };
 
   // A thread that runs one job at a time with its own state.

@@ -9,8 +9,7 @@
 namespace tavilo {
 
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
-                        const std::function<void(const std::string& message)>& skipped,
-                        Language language) {
+                        const std::function<void(const std::string& message)>& skipped, Language language) {
   int written = 0;
   int ordinal = 0;  // of the polar in the file, as the skip message names it
   for (int i = 1; i <= airfoil.ConfigCount(); ++i) {

@@ -18,7 +18,6 @@ namespace tavilo {
 // Each other polar is handed to `skipped` as a message in `language`.
 // Returns how many polars were written.
 int WriteApproximations(const Airfoil& airfoil, std::ostream& out,
-                        const std::function<void(const std::string& message)>& skipped,
-                        Language language);
+                        const std::function<void(const std::string& message)>& skipped, Language language);
 
 }  // namespace tavilo

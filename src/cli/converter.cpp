@@ -119,9 +119,7 @@ class Messages {
 
   tavilo::Language Language() const { return language_; }
   void Error(const std::string& text, const std::string& file) { Print(ErrorTitle(language_), text, file); }
-  void Warning(const std::string& text, const std::string& file) {
-    Print(WarningTitle(language_), text, file);
-  }
+  void Warning(const std::string& text, const std::string& file) { Print(WarningTitle(language_), text, file); }
   void Report(const ReadReport& report) {
     for (const Diagnostic& diagnostic : report.diagnostics) {
       const std::string text = DiagnosticText(diagnostic, language_);
@@ -175,7 +173,7 @@ struct LateUsageError {
 struct Options {
   enum class Mode { Convert, Batch, Info, Plot, Print, Approx, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
-  std::optional<int> airfoil;  // 1-based, when given
+  std::optional<int> airfoil;                                                      // 1-based, when given
   int jobs = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u));  // --batch
   Language language = Language::English;
   PrintOptions print;  // --print: as a first start has them unless asked
@@ -234,16 +232,15 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
     }
   }
   const Options::Mode mode = options.mode;
-  const size_t wanted = mode == Options::Mode::Convert || mode == Options::Mode::Plot || mode == Options::Mode::Print ? 2
-                        : mode == Options::Mode::Batch || mode == Options::Mode::Info || mode == Options::Mode::Approx
-                            ? 1
-                            : 0;
+  const size_t wanted =
+      mode == Options::Mode::Convert || mode == Options::Mode::Plot || mode == Options::Mode::Print  ? 2
+      : mode == Options::Mode::Batch || mode == Options::Mode::Info || mode == Options::Mode::Approx ? 1
+                                                                                                     : 0;
   if (options.files.size() != wanted) return "wrong number of file names";
   return std::nullopt;
 }
 
-void PrintInfo(const std::string& input, const Airfoil& airfoil, Language language,
-               std::ostream& out) {
+void PrintInfo(const std::string& input, const Airfoil& airfoil, Language language, std::ostream& out) {
   const FileFormat* format = FormatToRead(input);
   if (format != nullptr && format->airfoilNames != nullptr) {
     const std::vector<std::string> names = format->airfoilNames(ReadFileBytes(input));
@@ -260,8 +257,8 @@ void PrintInfo(const std::string& input, const Airfoil& airfoil, Language langua
       const Polar& polar = *set.Polar(j);
       out << "  "
           << FormatResString(Text::PolarLine, language,
-                             {NumberText(j), NumberText(polar.ReynoldsNumber),
-                              NumberText(polar.MachNumber), FormatNumber(polar.PointCount(), "0")});
+                             {NumberText(j), NumberText(polar.ReynoldsNumber), NumberText(polar.MachNumber),
+                              FormatNumber(polar.PointCount(), "0")});
       if (!polar.Name.empty()) out << ", " << polar.Name;
       out << '\n';
     }
@@ -324,12 +321,10 @@ class Reader {
     }
     const int count = static_cast<int>(format->airfoilNames(ReadFileBytes(path)).size());
     if (*options_.airfoil > std::max(count, 1)) {
-      throw LateUsageError{
-          FormatResString(Text::AirfoilPastEnd, language,
-                          {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
+      throw LateUsageError{FormatResString(Text::AirfoilPastEnd, language,
+                                           {path, FormatNumber(count, "0"), FormatNumber(*options_.airfoil, "0")})};
     }
-    if (count < 2)
-      messages_.Warning(FormatResString(Text::AirfoilIgnoredSingle, language, {path}), path);
+    if (count < 2) messages_.Warning(FormatResString(Text::AirfoilIgnoredSingle, language, {path}), path);
   }
 
   const Options& options_;
@@ -389,9 +384,7 @@ int RunRendererBeside(const std::vector<std::string>& args, std::ostream& out, M
   argv.push_back(nullptr);
   out.flush();
   ::execv(renderer.c_str(), argv.data());
-  messages.Error(FormatResString(Text::RendererNotStarted, messages.Language(),
-                                 {renderer, std::strerror(errno)}),
-                 "");
+  messages.Error(FormatResString(Text::RendererNotStarted, messages.Language(), {renderer, std::strerror(errno)}), "");
   return kExitFileError;
 }
 #endif
@@ -400,12 +393,10 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
         std::ostream& out, Messages& messages) {
   Reader reader(options, messages);
   switch (options.mode) {
-    case Options::Mode::Help:
-      out << UsageText();
-      return kExitDone;
+    case Options::Mode::Help: out << UsageText(); return kExitDone;
     case Options::Mode::Version:
-      out << "tavilo-convert " << TAVILO_VERSION_MAJOR << '.' << TAVILO_VERSION_MINOR << '.'
-          << TAVILO_VERSION_PATCH << '\n';
+      out << "tavilo-convert " << TAVILO_VERSION_MAJOR << '.' << TAVILO_VERSION_MINOR << '.' << TAVILO_VERSION_PATCH
+          << '\n';
       return kExitDone;
     case Options::Mode::Batch:
       try {
@@ -472,8 +463,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
 
 }  // namespace
 
-int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::ostream& err,
-                 const Renderer* renderer) {
+int RunConverter(const std::vector<std::string>& args, std::ostream& out, std::ostream& err, const Renderer* renderer) {
   Options options;
   if (auto problem = Parse(args, options)) {
     err << "tavilo-convert: " << *problem << "\n\n" << UsageText();

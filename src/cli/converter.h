@@ -24,8 +24,7 @@ struct PageRequest;
 // starts without loading Qt, and hands those two modes to the tavilo-render
 // beside its own binary, which runs them with the same arguments.
 struct Renderer {
-  bool (*plot)(const Airfoil& airfoil, const std::string& path, Language language,
-               std::string* error);
+  bool (*plot)(const Airfoil& airfoil, const std::string& path, Language language, std::string* error);
   bool (*print)(const Airfoil& airfoil, const PageRequest& request, const std::string& path, std::string* error);
 };
 

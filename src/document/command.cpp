@@ -11,18 +11,15 @@ namespace tavilo {
 
 unsigned ChangesOf(EditKind kind) {
   switch (kind) {
-    case EditKind::Tick:
-      return kTicksChanged;
-    case EditKind::Open:
-      return kContentChanged | kTicksChanged | kFileChanged;
+    case EditKind::Tick: return kTicksChanged;
+    case EditKind::Open: return kContentChanged | kTicksChanged | kFileChanged;
     case EditKind::EditPoint:
     case EditKind::AddPoint:
     case EditKind::DeletePoints:
     case EditKind::PastePoints:
       // Ticks too: undone, a step puts back the ticks of its time.
       return kPointsChanged | kTicksChanged;
-    default:
-      return kContentChanged | kTicksChanged;
+    default: return kContentChanged | kTicksChanged;
   }
 }
 
@@ -81,8 +78,7 @@ std::string StepName(const Command& command, Language language) {
   std::string argument = NodeName(command.Subject(), language);
   if (files.size() == 1) argument = FileNameOnly(files.front());
   if (files.size() > 1)
-    argument = FormatResString(Text::FileCount, language,
-                               {FormatNumber(static_cast<double>(files.size()), "0")});
+    argument = FormatResString(Text::FileCount, language, {FormatNumber(static_cast<double>(files.size()), "0")});
   for (const auto& [kind, id] : kTexts) {
     if (kind == command.Kind()) return FormatResString(id, language, {argument});
   }

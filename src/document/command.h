@@ -14,8 +14,21 @@
 namespace tavilo {
 
 enum class EditKind {
-  Open, New, Import, Paste, Delete, Rename, PolarProperties, SortReynolds, SortMach, Envelope, Tick,
-  EditPoint, AddPoint, DeletePoints, PastePoints
+  Open,
+  New,
+  Import,
+  Paste,
+  Delete,
+  Rename,
+  PolarProperties,
+  SortReynolds,
+  SortMach,
+  Envelope,
+  Tick,
+  EditPoint,
+  AddPoint,
+  DeletePoints,
+  PastePoints
 };
 
 // What a change touched; a view redraws what it shows of it.

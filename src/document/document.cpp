@@ -112,27 +112,37 @@ CommandPtr Document::Paste(int setIndex, UserInterface& ui) {
 }
 
 CommandPtr Document::Delete(std::string_view key) {
-  return Execute(EditKind::Delete, [&](AirfoilPtr& airfoil) { DeleteNode(*airfoil, key); }, std::string(key));
+  return Execute(
+      EditKind::Delete, [&](AirfoilPtr& airfoil) { DeleteNode(*airfoil, key); }, std::string(key));
 }
 
 CommandPtr Document::RenameAirfoil(const std::string& name) {
-  return Execute(EditKind::Rename, [&](AirfoilPtr& airfoil) {
-    if (!name.empty()) airfoil->Name = name;
-  }, "r");
+  return Execute(
+      EditKind::Rename,
+      [&](AirfoilPtr& airfoil) {
+        if (!name.empty()) airfoil->Name = name;
+      },
+      "r");
 }
 
 CommandPtr Document::RenameSet(int setIndex, const std::string& name) {
-  return Execute(EditKind::Rename, [&](AirfoilPtr& airfoil) {
-    ConfigurationPtr set = airfoil->Configuration(setIndex);
-    if (set && !name.empty()) set->Name = name;
-  }, NodeKey(setIndex));
+  return Execute(
+      EditKind::Rename,
+      [&](AirfoilPtr& airfoil) {
+        ConfigurationPtr set = airfoil->Configuration(setIndex);
+        if (set && !name.empty()) set->Name = name;
+      },
+      NodeKey(setIndex));
 }
 
 CommandPtr Document::SetPolarProperties(int setIndex, int polarIndex, const PolarProperties& properties) {
-  return Execute(EditKind::PolarProperties, [&](AirfoilPtr& airfoil) {
-    ConfigurationPtr set = airfoil->Configuration(setIndex);
-    if (PolarPtr polar = set ? set->Polar(polarIndex) : nullptr) ApplyProperties(*polar, properties);
-  }, NodeKey(setIndex, polarIndex));
+  return Execute(
+      EditKind::PolarProperties,
+      [&](AirfoilPtr& airfoil) {
+        ConfigurationPtr set = airfoil->Configuration(setIndex);
+        if (PolarPtr polar = set ? set->Polar(polarIndex) : nullptr) ApplyProperties(*polar, properties);
+      },
+      NodeKey(setIndex, polarIndex));
 }
 
 CommandPtr Document::Sort(bool byMach) {
@@ -150,8 +160,8 @@ CommandPtr Document::Envelope(const std::string& path) {
 }
 
 CommandPtr Document::SetPoints(EditKind kind, const PolarPtr& polar, std::vector<PolarPoint> points) {
-  return Execute(kind, [&](AirfoilPtr&) { polar->SetPoints(std::move(points)); },
-                 KeyOfPolar(*current_, polar.get()), polar);
+  return Execute(
+      kind, [&](AirfoilPtr&) { polar->SetPoints(std::move(points)); }, KeyOfPolar(*current_, polar.get()), polar);
 }
 
 CommandPtr Document::Toggle(std::vector<TreeNode>& nodes, size_t clicked) {

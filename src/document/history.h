@@ -27,8 +27,12 @@ class History {
   CommandPtr NextRedo() const { return done_ < steps_.size() ? steps_[done_].command : nullptr; }
   // Moves past the step NextUndo() / NextRedo() named, once it is undone
   // or redone.
-  void StepBack() { if (done_ > 0) --done_; }
-  void StepForward() { if (done_ < steps_.size()) ++done_; }
+  void StepBack() {
+    if (done_ > 0) --done_;
+  }
+  void StepForward() {
+    if (done_ < steps_.size()) ++done_;
+  }
 
   size_t UndoCount() const { return done_; }
   size_t RedoCount() const { return steps_.size() - done_; }

@@ -54,20 +54,16 @@ CellReading ReadPointCell(int column, std::string_view text, Language language, 
   double value = kNoValue;
   switch (ReadFieldNumber(field, decimalComma, value)) {
     case FieldValue::Text:
-      reading.refusal = FormatResString(
-          decimalComma ? Text::PointNoNumberEitherDecimal : Text::PointNoNumber, language, {field});
+      reading.refusal =
+          FormatResString(decimalComma ? Text::PointNoNumberEitherDecimal : Text::PointNoNumber, language, {field});
       return reading;
-    case FieldValue::Empty:
-      value = kNoValue;
-      break;
-    case FieldValue::Number:
-      break;
+    case FieldValue::Empty: value = kNoValue; break;
+    case FieldValue::Number: break;
   }
   // Refused rather than kept: one huge value would take its polar out of
   // every graph.
   if (std::abs(value) > kPointValueLimit) {
-    reading.refusal =
-        FormatResString(Text::PointOutOfRange, language, {PointColumnName(column), field});
+    reading.refusal = FormatResString(Text::PointOutOfRange, language, {PointColumnName(column), field});
     return reading;
   }
   if (column < kRequiredPointColumns && value <= kNoValue) {

@@ -46,8 +46,7 @@ struct CellReading {
 // above kPointValueLimit is refused in every column. With `decimalComma` a
 // comma is taken for the period too (pasted rows), and the refusal of a
 // text says so.
-CellReading ReadPointCell(int column, std::string_view text, Language language,
-                          bool decimalComma = false);
+CellReading ReadPointCell(int column, std::string_view text, Language language, bool decimalComma = false);
 
 // As ReadPointCell for a cell that holds `stored`; its own text, left as
 // PointCellText shows it, keeps `stored` with all its digits.

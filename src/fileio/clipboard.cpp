@@ -26,8 +26,7 @@ class ScratchFile {
     int fd = ::mkstemp(pattern.data());
     if (fd < 0) {
       const std::string reason = std::strerror(errno);
-      throw FileAccessError(Text::NoClipboardFile,
-                            FormatResString(Text::NoClipboardFile, Language::English, {reason}),
+      throw FileAccessError(Text::NoClipboardFile, FormatResString(Text::NoClipboardFile, Language::English, {reason}),
                             {reason});
     }
     ::close(fd);

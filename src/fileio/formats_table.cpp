@@ -13,8 +13,7 @@ namespace tavilo {
 
 namespace {
 
-constexpr unsigned kEveryList =
-    kFileList | kAllPolarFiles | kImportFilter | kExportFilter | kCsvExportFilter;
+constexpr unsigned kEveryList = kFileList | kAllPolarFiles | kImportFilter | kExportFilter | kCsvExportFilter;
 constexpr unsigned kReadLists = kFileList | kAllPolarFiles | kImportFilter;
 constexpr unsigned kExportLists = kExportFilter | kCsvExportFilter;
 
@@ -39,9 +38,8 @@ std::vector<FileFormat> MakeFileFormats() {
        .names = {{.text = ".pef", .readOrder = 3, .written = true, .lists = kEveryList}},
        .read =
            [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-             return ReadFromPEF(
-                 airfoil, path,
-                 arguments.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
+             return ReadFromPEF(airfoil, path,
+                                arguments.leaveFileUnchanged ? LfOnlyFile::ConvertInMemory : LfOnlyFile::Rewrite);
            },
        .write = Quietly<WriteToPEF>,
        .aboutReadLine = Text::AboutReadsPef,
@@ -68,24 +66,17 @@ std::vector<FileFormat> MakeFileFormats() {
       {.id = "drag",
        .kind = FormatKind::Polars,
        .names = {{.text = ".drg", .readOrder = 5, .lists = kReadLists}},
-       .read =
-           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-             return ReadFromDRG(airfoil, path, arguments.choose);
-           },
+       .read = [](Airfoil& airfoil, const std::string& path,
+                  const ReaderArguments& arguments) { return ReadFromDRG(airfoil, path, arguments.choose); },
        .aboutReadLine = Text::AboutReadsDrg,
        .airfoilNames = DrgAirfoilNames},
       {.id = "table",
        .kind = FormatKind::Polars,
        .names = {{.text = ".mwk", .readOrder = 2, .lists = kReadLists},
                  {.text = ".txt", .readOrder = 6, .lists = kAllPolarFiles | kImportFilter},
-                 {.text = ".csv",
-                  .readOrder = 7,
-                  .written = true,
-                  .lists = kAllPolarFiles | kCsvExportFilter}},
-       .read =
-           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-             return ReadFromTable(airfoil, path, arguments.choose);
-           },
+                 {.text = ".csv", .readOrder = 7, .written = true, .lists = kAllPolarFiles | kCsvExportFilter}},
+       .read = [](Airfoil& airfoil, const std::string& path,
+                  const ReaderArguments& arguments) { return ReadFromTable(airfoil, path, arguments.choose); },
        .write = Quietly<WriteToCSV>,
        .aboutReadLine = Text::AboutReadsTable,
        .aboutWrittenLine = Text::AboutWritesCsv,
@@ -110,9 +101,8 @@ const std::vector<ReadName>& ReadNames() {
     for (const FileFormat& format : FileFormats())
       for (const FormatName& name : format.names)
         if (name.readOrder > 0) all.push_back({&name, &format});
-    std::stable_sort(all.begin(), all.end(), [](const ReadName& a, const ReadName& b) {
-      return a.name->readOrder < b.name->readOrder;
-    });
+    std::stable_sort(all.begin(), all.end(),
+                     [](const ReadName& a, const ReadName& b) { return a.name->readOrder < b.name->readOrder; });
     return all;
   }();
   return names;
@@ -141,8 +131,7 @@ const FileFormat* FormatToWrite(std::string_view fileName, FormatKind kind) {
 }
 
 std::string PatternOf(const FormatName& name) {
-  return name.test == NameTest::Anywhere ? std::string(name.text) + "*"
-                                         : "*" + std::string(name.text);
+  return name.test == NameTest::Anywhere ? std::string(name.text) + "*" : "*" + std::string(name.text);
 }
 
 std::string PatternOfList(FormatList list) {

@@ -29,12 +29,11 @@ enum class NameTest {
 
 // The fixed lists a name is on, as bits.
 enum FormatList : unsigned {
-  kFileList = 1u << 0,       // the main window's file list, kFileListPattern
-  kAllPolarFiles = 1u << 1,  // Import's first filter, after Text::AllPolarFiles
-  kImportFilter = 1u << 2,   // Import's and Batch's filter text, Text::ImportFilter
-  kExportFilter = 1u << 3,   // the export filter text of old, Text::ExportFilter
-  kCsvExportFilter =
-      1u << 4,  // Export's filter text, Text::ExportFilterWithCsv: the old one and the CSV table
+  kFileList = 1u << 0,         // the main window's file list, kFileListPattern
+  kAllPolarFiles = 1u << 1,    // Import's first filter, after Text::AllPolarFiles
+  kImportFilter = 1u << 2,     // Import's and Batch's filter text, Text::ImportFilter
+  kExportFilter = 1u << 3,     // the export filter text of old, Text::ExportFilter
+  kCsvExportFilter = 1u << 4,  // Export's filter text, Text::ExportFilterWithCsv: the old one and the CSV table
 };
 
 // The file list's pattern is fixed text: ".txt" (Eppler output) and MSES
@@ -66,8 +65,7 @@ struct FileFormat {
   FormatKind kind;
   std::vector<FormatName> names;  // in the order the lists show them
   // Fills the airfoil from the file; raises what the format's reader raises.
-  ReadReport (*read)(Airfoil& airfoil, const std::string& path,
-                     const ReaderArguments& arguments) = nullptr;
+  ReadReport (*read)(Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) = nullptr;
   // Writes the selected polars; raises FileAccessError.
   WriteReport (*write)(const Airfoil& airfoil, const std::string& path) = nullptr;
   // Shown when a written name has no writer yet.

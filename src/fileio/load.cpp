@@ -70,9 +70,7 @@ LoadResult ReadPolarFile(const std::string& fileName, const AirfoilChoice& choos
 std::string DiagnosticText(const Diagnostic& diagnostic, Language language) {
   std::string text;
   if (diagnostic.line > 0)
-    text = FormatResString(Text::FileAndLine, language,
-                           {diagnostic.file, std::to_string(diagnostic.line)}) +
-           ": ";
+    text = FormatResString(Text::FileAndLine, language, {diagnostic.file, std::to_string(diagnostic.line)}) + ": ";
   return text + FormatResString(diagnostic.messageId, language, {diagnostic.text, diagnostic.file});
 }
 

@@ -25,8 +25,7 @@ bool EndsWithPef(std::string_view name) { return UpperExtension(name) == ".PEF";
 FileDialogRequest ImportRequest(Language language, bool allPolarFilesFirst) {
   std::string filter = GetResString(Text::ImportFilter, language);
   if (allPolarFilesFirst)
-    filter = GetResString(Text::AllPolarFiles, language) + "|" + PatternOfList(kAllPolarFiles) +
-             "|" + filter;
+    filter = GetResString(Text::AllPolarFiles, language) + "|" + PatternOfList(kAllPolarFiles) + "|" + filter;
   return {FileDialogKind::Open, GetResString(Text::ImportTitle, language), filter, false};
 }
 
@@ -192,11 +191,9 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
 
 std::string BatchFailuresText(int failed, int total, Language language) {
   if (failed != 1)
-    return FormatResString(Text::FilesNotConverted, language,
-                           {FormatNumber(failed, "0"), FormatNumber(total, "0")});
+    return FormatResString(Text::FilesNotConverted, language, {FormatNumber(failed, "0"), FormatNumber(total, "0")});
   return total == 1 ? GetResString(Text::OneFileNotConverted, language)
-                    : FormatResString(Text::OneOfFilesNotConverted, language,
-                                      {"1", FormatNumber(total, "0")});
+                    : FormatResString(Text::OneOfFilesNotConverted, language, {"1", FormatNumber(total, "0")});
 }
 
 void BatchConvertDirectory(const std::string& directory, UserInterface& ui) {

@@ -86,8 +86,7 @@ int ConvertPefDirectory(const std::string& directory, const BatchReader& read, c
 // (Writing, then Written; or Failed), so that what it prints comes out as a
 // run of one job prints it. Every file is tried: the answer to a failure is
 // not looked at. With one job nothing runs beside the calling thread.
-int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress,
-                        int jobs);
+int ConvertPefDirectory(const std::string& directory, const BatchReader& read, const BatchProgress& progress, int jobs);
 
 // The window's batch run, under the busy pointer: each file read as the
 // window reads it but without a message box (a file without a polar with a

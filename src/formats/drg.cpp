@@ -43,9 +43,7 @@ std::string NameFromHeading(std::string_view line) {
   return NameFromFileBytes(TrimTrailingBlanks(line.size() > 9 ? line.substr(9) : std::string_view{}));
 }
 
-bool StartsWith(std::string_view line, std::string_view prefix) {
-  return line.substr(0, prefix.size()) == prefix;
-}
+bool StartsWith(std::string_view line, std::string_view prefix) { return line.substr(0, prefix.size()) == prefix; }
 
 // A Princeton heading has its one-digit polar count two lines further on.
 bool IsOneDigitLine(std::string_view line) {

@@ -93,8 +93,7 @@ mode_t ProcessUmask() {
 // Text::CannotRead, Text::CannotWrite or Text::CannotReplace.
 FileAccessError SystemRefused(Text messageId, const std::string& path, int error) {
   const std::string reason = std::strerror(error);
-  return FileAccessError(messageId, FormatResString(messageId, Language::English, {path, reason}),
-                         {path, reason});
+  return FileAccessError(messageId, FormatResString(messageId, Language::English, {path, reason}), {path, reason});
 }
 
 }  // namespace
@@ -270,10 +269,10 @@ namespace {
 
 // Windows-1252 code points for 0x80..0x9F; the rest of the upper half maps to
 // the same Latin-1 code point. The five unassigned bytes keep their C1 value.
-constexpr unsigned kCp1252High[32] = {
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+constexpr unsigned kCp1252High[32] = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                      0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
+                                      0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                      0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
 
 void AppendUtf8(std::string& out, unsigned code) {
   if (code < 0x80) {

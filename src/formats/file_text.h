@@ -51,7 +51,7 @@ class FileTextSource : public TextSource {
  private:
   const InputFile& file_;
   size_t piece_;
-  uint64_t offset_ = 0;  // of the next piece
+  uint64_t offset_ = 0;             // of the next piece
   std::unique_ptr<char[]> buffer_;  // left unfilled until read into
   size_t capacity_ = 0;
 };

@@ -40,8 +40,7 @@ void AppendPoint(std::string& out, const PolarPoint& point, int index) {
   const struct {
     double value;
     int decimals;
-  } columns[] = {{point.Alfa, 3}, {point.Cl, 3}, {point.Cd, 5},
-                 {point.Cm, 4},   {point.TU, 3}, {point.TL, 3}};
+  } columns[] = {{point.Alfa, 3}, {point.Cl, 3}, {point.Cd, 5}, {point.Cm, 4}, {point.TU, 3}, {point.TL, 3}};
   for (const auto& column : columns) {
     if (&column != columns) out.append("   ");
     AppendFixedNumber(out, column.value, column.decimals);
@@ -130,9 +129,7 @@ std::string PefText(const Airfoil& airfoil) {
   return out;
 }
 
-void WriteToPEF(const Airfoil& airfoil, const std::string& path) {
-  WriteFileAtomically(path, PefText(airfoil));
-}
+void WriteToPEF(const Airfoil& airfoil, const std::string& path) { WriteFileAtomically(path, PefText(airfoil)); }
 
 std::string PolarPefText(const Polar& polar, int setNumber, int polarNumber) {
   std::string out;
@@ -178,8 +175,7 @@ int16_t CountValue(std::string_view text) { return RoundToInt16(LeadingNumber(te
 
 class PefReader {
  public:
-  PefReader(PefIndex index, long missingItemLimit)
-      : index_(std::move(index)), missingItemsLeft_(missingItemLimit) {}
+  PefReader(PefIndex index, long missingItemLimit) : index_(std::move(index)), missingItemsLeft_(missingItemLimit) {}
 
   void ReadAirfoil(Airfoil& airfoil, ReadReport& report);
   void ReadConfiguration(Configuration& config, int setNumber);
@@ -242,8 +238,7 @@ void PefReader::ReadConfiguration(Configuration& config, int setNumber) {
 }
 
 void PefReader::ReadPolar(Polar& polar, int setNumber, int polarNumber) {
-  ReadPolar(polar, index_.FindSection("Set" + std::to_string(setNumber) + "-Polar" +
-                                      std::to_string(polarNumber)));
+  ReadPolar(polar, index_.FindSection("Set" + std::to_string(setNumber) + "-Polar" + std::to_string(polarNumber)));
 }
 
 void PefReader::ReadPolar(Polar& polar, uint32_t section) {
@@ -266,8 +261,7 @@ void PefReader::ReadPolar(Polar& polar, uint32_t section) {
 bool IsMarkedReadOnly(const std::string& path) {
   struct stat info {};
   // The write bits are tested as well as access(), which lets root write anything.
-  return ::stat(path.c_str(), &info) == 0 &&
-         ((info.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0);
+  return ::stat(path.c_str(), &info) == 0 && ((info.st_mode & 0222) == 0 || ::access(path.c_str(), W_OK) != 0);
 }
 
 // Puts the converted text of an LF-only file in its place, unless the file

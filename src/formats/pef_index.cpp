@@ -80,8 +80,7 @@ uint32_t PrefixFinder::RangeMinimum(size_t begin, size_t end) const {
 uint32_t PrefixFinder::First(size_t group, std::string_view prefix) const {
   if (group >= groupStarts_.size()) return kNone;
   auto begin = entries_.begin() + groupStarts_[group];
-  auto end = group + 1 < groupStarts_.size() ? entries_.begin() + groupStarts_[group + 1]
-                                              : entries_.end();
+  auto end = group + 1 < groupStarts_.size() ? entries_.begin() + groupStarts_[group + 1] : entries_.end();
   // Texts with a common prefix stand together in sorted order, from the
   // first one not below the prefix.
   const Head head(prefix);
@@ -95,8 +94,7 @@ uint32_t PrefixFinder::First(size_t group, std::string_view prefix) const {
     for (auto e = low; e != high; ++e) best = std::min(best, e->ordinal);
     return best;
   }
-  return RangeMinimum(static_cast<size_t>(low - entries_.begin()),
-                      static_cast<size_t>(high - entries_.begin()));
+  return RangeMinimum(static_cast<size_t>(low - entries_.begin()), static_cast<size_t>(high - entries_.begin()));
 }
 
 // The entries starting with a prefix stand together in sorted order; from
@@ -147,7 +145,7 @@ PefIndex& PefIndex::operator=(PefIndex&&) noexcept = default;
 // section's key lines run from its line end to the next section line.
 template <class NextPiece>
 void PefIndex::Scan(NextPiece next) {
-  char before = '\n';  // the byte before the piece
+  char before = '\n';   // the byte before the piece
   bool inLine = false;  // a section line goes on into the next piece
   bool sawCr = false, sawLf = false;
   uint64_t offset = 0;
@@ -208,8 +206,8 @@ PefIndex PefIndex::OfFile(const std::string& path, size_t piece) {
   index.file_ = std::make_unique<InputFile>(path);
   const InputFile& file = *index.file_;
   if (!file.IsRegular() || file.Size() >= UINT32_MAX)
-    throw FileAccessError(Text::PefNotInPieces,
-                          FormatResString(Text::PefNotInPieces, Language::English, {path}), {path});
+    throw FileAccessError(Text::PefNotInPieces, FormatResString(Text::PefNotInPieces, Language::English, {path}),
+                          {path});
   std::string buffer(static_cast<size_t>(std::clamp<uint64_t>(file.Size() + 1, 1, std::max<size_t>(piece, 1))), '\0');
   uint64_t offset = 0;
   index.Scan([&]() {

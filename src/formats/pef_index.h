@@ -123,18 +123,18 @@ class PefIndex {
   std::string_view SectionLine(uint32_t section) const;
   void Load(uint32_t section) const;
 
-  std::string_view text_;               // the text indexed, unless it is a file
-  std::unique_ptr<InputFile> file_;     // the file indexed
+  std::string_view text_;            // the text indexed, unless it is a file
+  std::unique_ptr<InputFile> file_;  // the file indexed
   // Vectors, not strings, so that views into them survive a move.
-  std::vector<char> sectionText_;       // every line starting with "[", in file order
+  std::vector<char> sectionText_;  // every line starting with "[", in file order
   std::vector<Section> sections_;
-  PrefixFinder sectionNames_;           // one group: section lines without the "["
+  PrefixFinder sectionNames_;  // one group: section lines without the "["
   bool lfOnly_ = false;
 
   // The key lines of the section a value was asked of last.
   mutable uint32_t loaded_ = kNoSection;
-  mutable std::vector<char> body_;      // read from the file
-  mutable PrefixFinder keyLines_;       // one group
+  mutable std::vector<char> body_;                      // read from the file
+  mutable PrefixFinder keyLines_;                       // one group
   mutable std::vector<std::string_view> keyLineTexts_;  // by ordinal
   // The line after the one found last: a reader asks for the keys in the
   // order the file has them, so it is usually the next one found.

@@ -21,9 +21,7 @@ std::string_view Columns(std::string_view line, size_t first, size_t count = std
   return line.substr(first - 1, count);
 }
 
-std::string NameFromHeading(std::string_view line) {
-  return NameFromFileBytes(TrimTrailingBlanks(Columns(line, 24)));
-}
+std::string NameFromHeading(std::string_view line) { return NameFromFileBytes(TrimTrailingBlanks(Columns(line, 24))); }
 
 // ---------------------------------------------------------------- writing
 
@@ -80,8 +78,7 @@ PolarPoint PointFromLine(std::string_view line) {
   PolarPoint point;
   // The fourth field is Re(CL) in old files and CDp in newer ones; neither
   // is kept. Fields past the seventh (newer XFOIL writes nine) are ignored.
-  double* const fields[] = {&point.Alfa, &point.Cl, &point.Cd, nullptr,
-                            &point.Cm,   &point.TU, &point.TL};
+  double* const fields[] = {&point.Alfa, &point.Cl, &point.Cd, nullptr, &point.Cm, &point.TU, &point.TL};
   std::string_view rest = TrimLeadingBlanks(line);
   for (double* field : fields) {
     if (field) *field = LeadingNumber(rest);
@@ -94,8 +91,7 @@ PolarPoint PointFromLine(std::string_view line) {
 // " Mach =   0.200     Re =     1.500 e 6 ..."; the column heading is never
 // looked at, so a line laid out otherwise reads wrong values silently.
 void ReadMachAndReynolds(std::string_view line, Polar& polar) {
-  polar.ReynoldsNumber =
-      LeadingNumber(Columns(line, 26, 9)) * std::pow(10.0, LeadingNumber(Columns(line, 37, 2)));
+  polar.ReynoldsNumber = LeadingNumber(Columns(line, 26, 9)) * std::pow(10.0, LeadingNumber(Columns(line, 37, 2)));
   polar.MachNumber = LeadingNumber(Columns(line, 11, 5));
 }
 
@@ -153,8 +149,7 @@ ReadReport ReadPolarBlocks(Airfoil& airfoil, LineReader& reader) {
     // in this reader: what was read stays, the polar being read is dropped.
     // The window shows nothing; the converter must not call it a success.
     report.stoppedEarly = true;
-    report.diagnostics.push_back(
-        {Severity::Error, MessageText(error), error.Detail(), true, {}, reader.LinesRead()});
+    report.diagnostics.push_back({Severity::Error, MessageText(error), error.Detail(), true, {}, reader.LinesRead()});
   }
   return report;
 }
@@ -173,9 +168,7 @@ std::string PolText(const Airfoil& airfoil) {
   return out;
 }
 
-void WriteToPOL(const Airfoil& airfoil, const std::string& path) {
-  WriteFileAtomically(path, PolText(airfoil));
-}
+void WriteToPOL(const Airfoil& airfoil, const std::string& path) { WriteFileAtomically(path, PolText(airfoil)); }
 
 ReadReport ReadFromPOLText(Airfoil& airfoil, std::string_view bytes) {
   LineReader reader(bytes);

@@ -8,7 +8,6 @@
 #include <string_view>
 
 #include "formats/read_report.h"
-#include "formats/read_report.h"
 #include "model/airfoil.h"
 
 namespace tavilo {

@@ -51,9 +51,7 @@ using WriteReport = ReadReport;
 // The quiet warning Text::ShortOfCounts, that a file holds fewer polars or
 // points than its own counts announce (it names the file as "%2"): the
 // window never showed it, the converter does. Readers add it once, when they can tell.
-inline Diagnostic ShortOfCountsWarning() {
-  return {Severity::Warning, Text::ShortOfCounts, {}, true, {}, 0};
-}
+inline Diagnostic ShortOfCountsWarning() { return {Severity::Warning, Text::ShortOfCounts, {}, true, {}, 0}; }
 
 // A report holding the one error message `messageId`, shown in the window.
 inline ReadReport MessageReport(Text messageId) {

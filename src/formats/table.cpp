@@ -111,8 +111,7 @@ ReadReport TableReader::Read(std::string_view bytes) {
   } catch (const OverflowError& error) {
     // Past 32767 sets or polars of a set: what was read stays.
     report_.stoppedEarly = true;
-    report_.diagnostics.push_back(
-        {Severity::Error, MessageText(error), error.Detail(), false, {}, lineNumber_});
+    report_.diagnostics.push_back({Severity::Error, MessageText(error), error.Detail(), false, {}, lineNumber_});
   }
   FlushPoints();
   airfoil_.Name = NameFromFileBytes(airfoilName_.empty() ? stem_ : airfoilName_);
@@ -182,8 +181,7 @@ void TableReader::AddRow(const PolarPoint& point, const RowKey& key) {
   if (!polar_ || !(key == polarKey_)) {
     StartPolar(key);
   } else if (pending_.size() >= kMaxPoints) {
-    report_.diagnostics.push_back(
-        {Severity::Warning, Text::TablePolarSplit, {}, false, {}, lineNumber_});
+    report_.diagnostics.push_back({Severity::Warning, Text::TablePolarSplit, {}, false, {}, lineNumber_});
     StartPolar(key);
   }
   pending_.push_back(point);
@@ -245,8 +243,7 @@ ReadReport ReadDragText(Airfoil& airfoil, std::string_view bytes, const AirfoilC
   } catch (const OverflowError& error) {
     ReadReport report;
     report.stoppedEarly = true;
-    report.diagnostics.push_back(
-        {Severity::Error, MessageText(error), error.Detail(), false, {}, 0});
+    report.diagnostics.push_back({Severity::Error, MessageText(error), error.Detail(), false, {}, 0});
     return report;
   }
 }
@@ -274,8 +271,7 @@ ReadReport ReadFromTableText(Airfoil& airfoil, std::string_view bytes, std::stri
   if (tableRead) report = TableReader(airfoil, fileName).Read(bytes);
   if (!HasPoint(airfoil)) {
     Empty(airfoil);
-    report.diagnostics.push_back(
-        {Severity::Error, Text::NoPolars, std::string(fileName), false, {}, 0});
+    report.diagnostics.push_back({Severity::Error, Text::NoPolars, std::string(fileName), false, {}, 0});
   }
   return report;
 }

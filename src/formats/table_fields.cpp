@@ -9,9 +9,7 @@ namespace {
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
-bool IsWordChar(char c) {
-  return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
-}
+bool IsWordChar(char c) { return IsDigit(c) || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_'; }
 char LowerAscii(char c) { return c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c; }
 
 bool EqualsIgnoringCase(std::string_view text, std::string_view lower) {
@@ -185,13 +183,13 @@ Column ColumnOfName(std::string_view name) {
     Column column;
   };
   static constexpr Alias kAliases[] = {
-      {"alpha", Column::Alfa},      {"alfa", Column::Alfa},        {"aoa", Column::Alfa},
-      {"\xCE\xB1", Column::Alfa},   {"cl", Column::Cl},            {"ca", Column::Cl},
-      {"cd", Column::Cd},           {"cw", Column::Cd},            {"cm", Column::Cm},
-      {"top_xtr", Column::TopXtr},  {"xtr_top", Column::TopXtr},   {"xtr1", Column::TopXtr},
-      {"bot_xtr", Column::BotXtr},  {"xtr_bot", Column::BotXtr},   {"xtr2", Column::BotXtr},
-      {"re", Column::Re},           {"mach", Column::Mach},        {"ma", Column::Mach},
-      {"set_no", Column::SetNo},    {"set", Column::Set},          {"polar_no", Column::PolarNo},
+      {"alpha", Column::Alfa},     {"alfa", Column::Alfa},      {"aoa", Column::Alfa},
+      {"\xCE\xB1", Column::Alfa},  {"cl", Column::Cl},          {"ca", Column::Cl},
+      {"cd", Column::Cd},          {"cw", Column::Cd},          {"cm", Column::Cm},
+      {"top_xtr", Column::TopXtr}, {"xtr_top", Column::TopXtr}, {"xtr1", Column::TopXtr},
+      {"bot_xtr", Column::BotXtr}, {"xtr_bot", Column::BotXtr}, {"xtr2", Column::BotXtr},
+      {"re", Column::Re},          {"mach", Column::Mach},      {"ma", Column::Mach},
+      {"set_no", Column::SetNo},   {"set", Column::Set},        {"polar_no", Column::PolarNo},
       {"polar", Column::Polar},
   };
   for (const Alias& alias : kAliases)
@@ -250,8 +248,10 @@ void ReadFlowNumbers(std::string_view line, double& reynolds, bool& hasReynolds,
 
 std::string_view AirfoilNameOf(std::string_view line) {
   line = TrimBlanksAndTabs(line);
-  if (line.starts_with("//")) line.remove_prefix(2);
-  else if (!line.empty() && (line[0] == '#' || line[0] == '%' || line[0] == '!')) line.remove_prefix(1);
+  if (line.starts_with("//"))
+    line.remove_prefix(2);
+  else if (!line.empty() && (line[0] == '#' || line[0] == '%' || line[0] == '!'))
+    line.remove_prefix(1);
   line = TrimBlanksAndTabs(line);
   for (std::string_view key : {"airfoil:", "profil:", "name:"}) {
     if (line.size() > key.size() && EqualsIgnoringCase(line.substr(0, key.size()), key))

@@ -27,8 +27,7 @@ constexpr int kMaxItems = 1000;
 
 // One line "<indent><tag>value</tag>" with the value in the fixed pattern of
 // `decimals` decimals.
-void AppendValueLine(std::string& out, std::string_view open, double value, int decimals,
-                     std::string_view close) {
+void AppendValueLine(std::string& out, std::string_view open, double value, int decimals, std::string_view close) {
   out.append(open);
   AppendFixedNumber(out, value, decimals);
   AppendLine(out, close);
@@ -36,11 +35,9 @@ void AppendValueLine(std::string& out, std::string_view open, double value, int 
 
 void AppendPoint(std::string& out, const PolarPoint& point) {
   AppendLine(out, "        <datapoint>");
-  const std::pair<double, int> values[] = {{point.Alfa, 3}, {point.Cl, 3}, {point.Cd, 5},
-                                            {point.Cm, 4},   {point.TU, 3}, {point.TL, 3},
-                                            {point.SU, 3},   {point.SL, 3}};
-  for (const auto& [value, decimals] : values)
-    AppendValueLine(out, "          <value>", value, decimals, "</value>");
+  const std::pair<double, int> values[] = {{point.Alfa, 3}, {point.Cl, 3}, {point.Cd, 5}, {point.Cm, 4},
+                                           {point.TU, 3},   {point.TL, 3}, {point.SU, 3}, {point.SL, 3}};
+  for (const auto& [value, decimals] : values) AppendValueLine(out, "          <value>", value, decimals, "</value>");
   AppendLine(out, "        </datapoint>");
 }
 
@@ -113,8 +110,7 @@ WriteReport WriteToXML(const Airfoil& airfoil, const std::string& path) {
     for (int j = 1; j <= config.PolarCount(); ++j) {
       const Polar& polar = *config.Polar(j);
       if (polar.Selected && polar.PointCount() > kMaxItems) {
-        report.diagnostics.push_back(
-            {Severity::Warning, Text::LongPolarWritten, {}, false, path, 0});
+        report.diagnostics.push_back({Severity::Warning, Text::LongPolarWritten, {}, false, path, 0});
         return report;
       }
     }
@@ -139,15 +135,25 @@ Tag MakeTag(std::string_view name, int index) {
   return {n, "<" + n + ">", "<" + n + " ", "</" + n + ">", index < 0 ? -1 : 3 * index};
 }
 
-enum TagId { kConfigurations, kConfiguration, kName, kPolars, kPolar, kReynolds, kMach,
-             kDatapoints, kDatapoint, kValue, kTagCount };
+enum TagId {
+  kConfigurations,
+  kConfiguration,
+  kName,
+  kPolars,
+  kPolar,
+  kReynolds,
+  kMach,
+  kDatapoints,
+  kDatapoint,
+  kValue,
+  kTagCount
+};
 
 const Tag& TagOf(TagId id) {
   static const std::array<Tag, kTagCount> tags = {
-      MakeTag("configurations", 0), MakeTag("configuration", 1), MakeTag("name", 2),
-      MakeTag("polars", 3),         MakeTag("polar", 4),         MakeTag("reynoldsnumber", 5),
-      MakeTag("machnumber", 6),     MakeTag("datapoints", 7),    MakeTag("datapoint", 8),
-      MakeTag("value", 9)};
+      MakeTag("configurations", 0), MakeTag("configuration", 1),  MakeTag("name", 2),       MakeTag("polars", 3),
+      MakeTag("polar", 4),          MakeTag("reynoldsnumber", 5), MakeTag("machnumber", 6), MakeTag("datapoints", 7),
+      MakeTag("datapoint", 8),      MakeTag("value", 9)};
   return tags[id];
 }
 
@@ -158,9 +164,7 @@ const Tag& TagOf(TagId id) {
 // is scanned about once per pattern instead of once per element.
 class XmlSearch {
  public:
-  explicit XmlSearch(std::string_view document) : document_(document) {
-    memos_.fill({0, npos, false});
-  }
+  explicit XmlSearch(std::string_view document) : document_(document) { memos_.fill({0, npos, false}); }
 
   // First occurrence of `pattern` lying wholly inside `text` (a slice of
   // the document), as an offset into `text`, or npos. `slot` names the
@@ -183,8 +187,7 @@ class XmlSearch {
   size_t FindInDocument(size_t start, std::string_view pattern, int slot) {
     if (slot < 0) return Scan(start, pattern);
     Memo& memo = memos_[slot];
-    if (memo.valid && memo.queryStart <= start && (memo.found == npos || memo.found >= start))
-      return memo.found;
+    if (memo.valid && memo.queryStart <= start && (memo.found == npos || memo.found >= start)) return memo.found;
     memo = {start, Scan(start, pattern), true};
     return memo.found;
   }
@@ -281,8 +284,7 @@ struct LeftOut {
 PolarPoint ReadPoint(XmlSearch& search, std::string_view datapoint) {
   PolarPoint point;
   std::string_view v = Trim(Content(search, datapoint, kDatapoint));
-  double* fields[] = {&point.Alfa, &point.Cl, &point.Cd, &point.Cm,
-                      &point.TU,   &point.TL, &point.SU, &point.SL};
+  double* fields[] = {&point.Alfa, &point.Cl, &point.Cd, &point.Cm, &point.TU, &point.TL, &point.SU, &point.SL};
   for (int k = 0; k < 8; ++k) {
     std::string_view value = Extract(search, v, kValue);
     // Alfa, Cl and Cd are always assigned (an absent value reads 0); the
@@ -337,8 +339,7 @@ std::string_view ReadPolar(XmlSearch& search, std::string_view text, Polar& pola
   return rest;
 }
 
-std::string_view ReadConfiguration(XmlSearch& search, std::string_view text, Configuration& config,
-                                   LeftOut& leftOut) {
+std::string_view ReadConfiguration(XmlSearch& search, std::string_view text, Configuration& config, LeftOut& leftOut) {
   std::string_view e = Extract(search, text, kConfiguration);
   if (e.empty()) return kEnd;
   std::string_view rest = text.substr(search.Find(text, "</configuration>") + 16);
@@ -356,16 +357,14 @@ ReadReport ReadFromXMLText(Airfoil& airfoil, std::string bytes) {
   // A byte order mark is not part of the text.
   size_t start = bytes.compare(0, 3, "\xEF\xBB\xBF") == 0 ? 3 : 0;
   size_t lineEnd = bytes.find_first_of("\r\n", start);
-  std::string_view first = std::string_view(bytes).substr(start, lineEnd == std::string::npos
-                                                                      ? std::string::npos
-                                                                      : lineEnd - start);
+  std::string_view first =
+      std::string_view(bytes).substr(start, lineEnd == std::string::npos ? std::string::npos : lineEnd - start);
   if (first.substr(0, 21) != "<?xml version=\"1.0\"?>") return MessageReport(Text::NoValidXmlFile);
   // The rest of the lines joined with nothing between them: every line end
   // goes, in place, so the document costs no second copy.
   std::string& text = bytes;
   text.erase(0, lineEnd == std::string::npos ? text.size() : lineEnd);
-  text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }),
-             text.end());
+  text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == '\r' || c == '\n'; }), text.end());
 
   XmlSearch search(text);
   std::string_view cfgs = Extract(search, text, kConfigurations);

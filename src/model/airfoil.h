@@ -34,9 +34,7 @@ class Airfoil {
   std::vector<ConfigurationPtr> Configurations() const { return configurations_.Items(); }
 
   // Stores `config` at `index` within 1..ConfigCount() (after a reset).
-  void SetConfiguration(int index, ConfigurationPtr config) {
-    configurations_.Set(index, std::move(config));
-  }
+  void SetConfiguration(int index, ConfigurationPtr config) { configurations_.Set(index, std::move(config)); }
 
  private:
   ChildList<tavilo::Configuration> configurations_;

@@ -37,8 +37,7 @@ class ChildList {
   // SubscriptError below 1 or where no element was ever stored.
   Ptr At(int index) const {
     if (index > count_) return nullptr;
-    if (index < 1 || static_cast<size_t>(index) > items_.size())
-      throw SubscriptError(std::to_string(index));
+    if (index < 1 || static_cast<size_t>(index) > items_.size()) throw SubscriptError(std::to_string(index));
     return items_[index - 1];
   }
 
@@ -59,8 +58,7 @@ class ChildList {
   void Delete(int index) {
     count_ = DecrementCount(count_);
     for (int k = index; k <= count_; ++k) {
-      if (k < 1 || static_cast<size_t>(k) >= items_.size())
-        throw SubscriptError(std::to_string(k));
+      if (k < 1 || static_cast<size_t>(k) >= items_.size()) throw SubscriptError(std::to_string(k));
       items_[k - 1] = std::move(items_[k]);
     }
     if (count_ > 0) items_.resize(count_);
@@ -82,9 +80,7 @@ class ChildList {
   }
 
   // The children 1..Count(), in order; none for a count below 1.
-  std::vector<Ptr> Items() const {
-    return std::vector<Ptr>(items_.begin(), items_.begin() + std::max<int>(0, count_));
-  }
+  std::vector<Ptr> Items() const { return std::vector<Ptr>(items_.begin(), items_.begin() + std::max<int>(0, count_)); }
 
   // Exchanges elements i and j (1-based, both valid).
   void Swap(int i, int j) { std::swap(items_[i - 1], items_[j - 1]); }

@@ -48,8 +48,7 @@ std::optional<PolarPoint> Configuration::InterpolateAtCl(double cl, double reyno
   if (reynolds > last->ReynoldsNumber) return last->InterpolateAtCl(cl);
 
   int i = 1;
-  while (i <= m - 1 &&
-         !(Polar(i)->ReynoldsNumber <= reynolds && reynolds <= Polar(i + 1)->ReynoldsNumber)) {
+  while (i <= m - 1 && !(Polar(i)->ReynoldsNumber <= reynolds && reynolds <= Polar(i + 1)->ReynoldsNumber)) {
     ++i;
   }
   if (i > m - 1) return std::nullopt;

@@ -17,14 +17,11 @@ void Polar::SetPoints(std::vector<PolarPoint> points) {
 }
 
 const PolarPoint& Polar::Point(int index) const {
-  if (index < 1 || index > PointCount())
-    throw SubscriptError(std::to_string(index));
+  if (index < 1 || index > PointCount()) throw SubscriptError(std::to_string(index));
   return points_[index - 1];
 }
 
-PolarPoint& Polar::Point(int index) {
-  return const_cast<PolarPoint&>(static_cast<const Polar*>(this)->Point(index));
-}
+PolarPoint& Polar::Point(int index) { return const_cast<PolarPoint&>(static_cast<const Polar*>(this)->Point(index)); }
 
 PolarPoint Polar::InterpolateAtCl(double cl) const {
   PolarPoint result;

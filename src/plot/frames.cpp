@@ -25,13 +25,11 @@ void StartFrame(DrawingSurface& surface, const GraphView& view) {
   surface.SetForeColor(kAxisColor);
 }
 
-void VerticalGrid(DrawingSurface& surface, double first, double step, double last, double top,
-                  double bottom) {
+void VerticalGrid(DrawingSurface& surface, double first, double step, double last, double top, double bottom) {
   ForEachStep(first, step, last, [&](double x) { surface.Line(x, top, x, bottom, kGridColor); });
 }
 
-void HorizontalGrid(DrawingSurface& surface, double first, double step, double last, double left,
-                    double right) {
+void HorizontalGrid(DrawingSurface& surface, double first, double step, double last, double left, double right) {
   ForEachStep(first, step, last, [&](double y) { surface.Line(left, y, right, y, kGridColor); });
 }
 
@@ -119,15 +117,14 @@ void DrawClCdFrame(DrawingSurface& surface, const GraphView& view) {
   surface.Line(view.left, 0, view.right, 0, kAxisColor);
 }
 
-GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view,
-                       std::string_view airfoilName, Language language) {
+GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                       Language language) {
   const double left = view.left + view.Width() / 50, top = view.bottom + (view.top - view.bottom) / 10;
   const std::string title = TitleText(airfoilName, language);
   return {left, top, left + surface.TextWidth(title), top + surface.TextHeight(title)};
 }
 
-void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
-                   Language language) {
+void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, Language language) {
   surface.SetForeColor(kAxisColor);
   const GraphView title = ClCdTitleBox(surface, view, airfoilName, language);
   DragLabels(surface, view, &title);
@@ -224,9 +221,8 @@ void DrawBottomNumbers(DrawingSurface& surface, const GraphView& view, AxisQuant
   const int decimals = DecimalsAt(style, view, step);
   // Not on the edges, where half the label would be cut off.
   const double margin = widest(step) / 2;
-  ForEachStep(std::ceil((view.left + margin) / step) * step, step, view.right - margin, [&](double x) {
-    BottomLabel(surface, view, x, NumberLabel(x, decimals, style.suffix), keepClear);
-  });
+  ForEachStep(std::ceil((view.left + margin) / step) * step, step, view.right - margin,
+              [&](double x) { BottomLabel(surface, view, x, NumberLabel(x, decimals, style.suffix), keepClear); });
 }
 
 void DrawLeftNumbers(DrawingSurface& surface, const GraphView& view, AxisQuantity quantity,

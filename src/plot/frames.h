@@ -31,11 +31,10 @@ void DrawClCdFrame(DrawingSurface& surface, const GraphView& view);
 // English and German) near the bottom-left corner. A drag label that would
 // meet the title is left out, and so is one that would touch its neighbour
 // (the labels then stand at a wider step). Leaves the foreground black.
-void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
-                   Language language);
+void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_view airfoilName, Language language);
 // Where DrawClCdTexts writes the title: left, top, right and bottom in values.
-GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view,
-                       std::string_view airfoilName, Language language);
+GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
+                       Language language);
 // Lift against angle of attack: grid every 5 degrees and every 0.1.
 void DrawClAlfaFrame(DrawingSurface& surface, const GraphView& view);
 // Moment against angle of attack: grid every 5 degrees and every 0.05.

@@ -9,6 +9,7 @@ namespace {
 
 // The names and captions are those the window and the pictures have
 // always shown.
+// clang-format off
 constexpr std::array<GraphDescription, kGraphCount> kDescriptions = {{
     {.graph = Graph::ClCd, .picture = "ClCdPicture", .readoutLabel = "CdClValue",
      .readout = CdClValue, .title = "Cl-Cd", .tabKey = "", .frame = DrawClCdFrame,
@@ -31,6 +32,7 @@ constexpr std::array<GraphDescription, kGraphCount> kDescriptions = {{
      .x = AxisQuantity::Xc, .y = AxisQuantity::Cl, .markers = false,
      .pointX = &PolarPoint::TL, .pointY = &PolarPoint::Cl, .missing = &PolarPoint::TL},
 }};
+// clang-format on
 
 constexpr bool RowsInOrder() {
   for (int i = 0; i < kGraphCount; ++i)
@@ -41,8 +43,6 @@ static_assert(RowsInOrder(), "one row per graph, in the order of kGraphs");
 
 }  // namespace
 
-const GraphDescription& Describe(Graph graph) {
-  return kDescriptions[static_cast<std::size_t>(graph)];
-}
+const GraphDescription& Describe(Graph graph) { return kDescriptions[static_cast<std::size_t>(graph)]; }
 
 }  // namespace tavilo

@@ -21,8 +21,7 @@ struct GraphView;
 
 // In the order in which the window creates them and the pictures draw them.
 enum class Graph { ClCd, ClAlfa, CmAlfa, Blu, Bll };
-inline constexpr std::array kGraphs = {Graph::ClCd, Graph::ClAlfa, Graph::CmAlfa, Graph::Blu,
-                                       Graph::Bll};
+inline constexpr std::array kGraphs = {Graph::ClCd, Graph::ClAlfa, Graph::CmAlfa, Graph::Blu, Graph::Bll};
 inline constexpr int kGraphCount = static_cast<int>(kGraphs.size());
 
 // One T per graph.

@@ -10,8 +10,7 @@ namespace tavilo {
 namespace {
 
 float ToSingle(double millimetres) {
-  if (!(std::fabs(millimetres) <= std::numeric_limits<float>::max()))
-    throw OverflowError("page position out of range");
+  if (!(std::fabs(millimetres) <= std::numeric_limits<float>::max())) throw OverflowError("page position out of range");
   return static_cast<float>(millimetres);
 }
 

@@ -49,8 +49,8 @@ void SetForeColor(const GraphSurfaces& s, Color color) {
 // Columns run leftwards from the view's right edge, one per set; rows run
 // down from its top, one per polar index, so an unticked polar leaves its
 // row empty.
-void DrawLegendEntry(DrawingSurface& surface, const GraphView& view, const LegendCell& cell,
-                     int set, int polarIndex, const Polar& polar, int symbol) {
+void DrawLegendEntry(DrawingSurface& surface, const GraphView& view, const LegendCell& cell, int set, int polarIndex,
+                     const Polar& polar, int symbol) {
   std::string text = LegendText(polar);
   // The entry's cell, and the inset place where it is written: first as a
   // halo of the background, then over it in the polar's colour.
@@ -71,8 +71,7 @@ constexpr size_t kPiece = 512;
 // picks; the line runs on from the last point plotted. Each piece starts
 // where the one before it ended.
 template <class X, class Y, class Missing>
-void DrawCurve(DrawingSurface& surface, std::span<const PolarPoint> points, X x, Y y,
-               Missing missing) {
+void DrawCurve(DrawingSurface& surface, std::span<const PolarPoint> points, X x, Y y, Missing missing) {
   PlotPoint piece[kPiece];
   size_t count = 0;
   for (const PolarPoint& point : points) {
@@ -92,8 +91,7 @@ void DrawCurve(DrawingSurface& surface, std::span<const PolarPoint> points, X x,
 }
 
 template <class X, class Y, class Missing>
-void DrawMarkers(DrawingSurface& surface, std::span<const PolarPoint> points, int symbol, X x, Y y,
-                 Missing missing) {
+void DrawMarkers(DrawingSurface& surface, std::span<const PolarPoint> points, int symbol, X x, Y y, Missing missing) {
   double size = kMarkerDeviceSize * surface.ScaleWidth() / surface.Width();
   SymbolFigure figure = SymbolOutline(surface, symbol, size);
   PlotPoint centres[kPiece];
@@ -127,9 +125,7 @@ void DrawPolarSeries(const GraphSurfaces& s, std::span<const PolarPoint> points,
       if (!s[graph] || d.markers != withMarkers) continue;
       auto x = [&d](const PolarPoint& p) { return p.*d.pointX; };
       auto y = [&d](const PolarPoint& p) { return p.*d.pointY; };
-      auto missing = [&d](const PolarPoint& p) {
-        return d.missing && p.*d.missing <= kMissingBelow;
-      };
+      auto missing = [&d](const PolarPoint& p) { return d.missing && p.*d.missing <= kMissingBelow; };
       DrawCurve(*s[graph], points, x, y, missing);
       if (withMarkers && symbol) DrawMarkers(*s[graph], points, symbol, x, y, missing);
     }
@@ -168,8 +164,7 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
     ForEachTickedPolar(airfoil, [&](int set, int index, int ordinal, const Polar& polar) {
       if (cut && ordinal > reached) return;
       clCd->SetForeColor(PolarColor(ordinal, request.readableColors));
-      DrawLegendEntry(*clCd, request.views[Graph::ClCd], cell, set, index, polar,
-                      PolarSymbolIndex(ordinal));
+      DrawLegendEntry(*clCd, request.views[Graph::ClCd], cell, set, index, polar, PolarSymbolIndex(ordinal));
     });
   }
   if (cut) std::rethrow_exception(cut);
@@ -178,7 +173,6 @@ void DrawAll(const Airfoil& airfoil, const PlotRequest& request, const GraphSurf
 }  // namespace
 
 std::string LegendText(const Polar& polar) { return "Re=" + NumberText(polar.ReynoldsNumber); }
-
 
 bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSurfaces& surfaces) {
   if (!airfoil) return true;
@@ -194,4 +188,3 @@ bool PlotData(const Airfoil* airfoil, const PlotRequest& request, const GraphSur
 }
 
 }  // namespace tavilo
-

@@ -63,10 +63,10 @@ struct PlotOverlay {
 // What a redraw shows besides the airfoil.
 struct PlotRequest {
   PlotViews views = DefaultViews(PlotRanges{});
-  std::vector<PlotOverlay> overlays;  // drawn in this order, after the polars
+  std::vector<PlotOverlay> overlays;      // drawn in this order, after the polars
   Language language = Language::English;  // of the lift-drag title
-  bool axisNumbers = false;           // numbers on every axis, not only the drag labels
-  bool readableColors = false;        // see PolarColor
+  bool axisNumbers = false;               // numbers on every axis, not only the drag labels
+  bool readableColors = false;            // see PolarColor
 };
 
 // Draws everything, each graph in its own view. A null airfoil draws

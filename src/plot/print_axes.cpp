@@ -37,8 +37,7 @@ void GridLine(DrawingSurface& page, bool horizontalAxis, double along, double fr
     page.Line(from, along, to, along);
 }
 
-void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skipZeroGrid,
-                         bool gridShow) {
+void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skipZeroGrid, bool gridShow) {
   DrawingSurface& page = *axis.page;
   double across = style.horizontal ? axis.originY : axis.originX;
   page.SetDrawWidth(2);
@@ -56,8 +55,7 @@ void DrawAxisLineAndGrid(const PageAxis& axis, const AxisStyle& style, bool skip
     // The running sum misses 0 by a rounding error, so "at 0" means within a
     // thousandth of a step.
     if (skipZeroGrid && std::fabs(v) < step / 1000) return;
-    GridLine(page, style.horizontal, PagePosition(axis, style, v), axis.acrossLow,
-             axis.acrossHigh);
+    GridLine(page, style.horizontal, PagePosition(axis, style, v), axis.acrossLow, axis.acrossHigh);
   });
   page.SetForeColor(kAxisColor);
 }
@@ -86,8 +84,7 @@ void DrawLabel(const PageAxis& axis, const AxisStyle& style, double value) {
 void DrawLabels(const PageAxis& axis, const AxisStyle& style, double labelStep) {
   if (axis.labelStep > 0) labelStep = axis.labelStep;
   double first = std::ceil(axis.low / labelStep - 1e-9) * labelStep;
-  ForEachStep(first, labelStep, axis.high + labelStep * 1e-6,
-              [&](double v) { DrawLabel(axis, style, v); });
+  ForEachStep(first, labelStep, axis.high + labelStep * 1e-6, [&](double v) { DrawLabel(axis, style, v); });
 }
 
 // The title centred on the axis's middle: below the labels of a horizontal
@@ -112,8 +109,7 @@ void DrawTitle(const PageAxis& axis, const AxisStyle& style, double labelStep) {
   page.Print(style.title);
 }
 
-void DrawAxis(const PageAxis& axis, const AxisStyle& style, double labelStep, bool skipZeroGrid,
-              bool gridShow) {
+void DrawAxis(const PageAxis& axis, const AxisStyle& style, double labelStep, bool skipZeroGrid, bool gridShow) {
   DrawAxisLineAndGrid(axis, style, skipZeroGrid, gridShow);
   DrawLabels(axis, style, labelStep);
   DrawTitle(axis, style, axis.labelStep > 0 ? axis.labelStep : labelStep);
@@ -164,8 +160,8 @@ void CmAxis(const PageAxis& axis, bool skipZeroGrid, bool gridShow) {
       if (!OnTenth(v)) DrawLabel(axis, kCm, v);
   }
   count = 0;
-  for (double v = std::floor(axis.high / coarse + 1e-9) * coarse;
-       v >= axis.low - coarse / 2 && count < kMaxGridLines; v -= coarse, ++count)
+  for (double v = std::floor(axis.high / coarse + 1e-9) * coarse; v >= axis.low - coarse / 2 && count < kMaxGridLines;
+       v -= coarse, ++count)
     DrawLabel(axis, kCm, v);
   DrawTitle(axis, kCm, axis.labelStep < 0.1 ? 0.02 : coarse);
 }

@@ -14,7 +14,7 @@ struct PageAxis {
   double originX = 0;  // mm
   double originY = 0;  // mm
   PageFactors factors;
-  double low = 0;   // value range of this axis's quantity
+  double low = 0;  // value range of this axis's quantity
   double high = 0;
   double acrossLow = 0;   // page extent (mm) of the grid lines across the
   double acrossHigh = 0;  // graph: y for a horizontal axis, x for a vertical one

@@ -67,14 +67,11 @@ AxisPlan PlanOf(AxisQuantity quantity, const PlotRanges& r) {
       grid.insert(grid.begin(), DragGridStep(r.cdMax));
       return {CdMM, 0, r.cdMax, "0.000", "", "Cd", Multiples(label, {1, 2, 5, 10, 20, 50, 100}), grid, CdAxis};
     }
-    case AxisQuantity::Cl:
-      return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, {0.1, 0.5}, ClAxis};
+    case AxisQuantity::Cl: return {ClMM, r.clMin, r.clMax, "0.0", "", "Cl", {0.5, 1.0, 1.5}, {0.1, 0.5}, ClAxis};
     case AxisQuantity::Alfa:
-      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, {1, 5, 15},
-              AlfaAxis};
+      return {AlfaMM, r.AlfaMin(), r.alfaMax, "0", "\u00B0", "Alfa", {5, 10, 15, 30, 45, 90}, {1, 5, 15}, AlfaAxis};
     // A moment label step below 0.1 stands for the axis's own two loops.
-    case AxisQuantity::Cm:
-      return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, {0.02, 0.1}, CmAxis};
+    case AxisQuantity::Cm: return {CmMM, kCmMin, kCmMax, "0.00", "", "Cm", {0.02, 0.1, 0.2, 0.4}, {0.02, 0.1}, CmAxis};
     case AxisQuantity::Xc: return {XcMM, 0, 1, "0.0", "", "x/c", {0.2, 0.5, 1.0}, {0.1, 0.2}, XcAxis};
   }
   return PlanOf(AxisQuantity::Xc, r);
@@ -193,8 +190,7 @@ double RowHeight(DrawingSurface& page) { return std::fabs(page.TextHeight("\u00D
 // place given to "+ N more". `columnWidth` measures a column at the
 // current size; `header` rows stand above every column.
 template <class Measure>
-ListBlock FitList(DrawingSurface& page, int count, double maxWidth, double maxHeight, int header,
-                  Measure columnWidth) {
+ListBlock FitList(DrawingSurface& page, int count, double maxWidth, double maxHeight, int header, Measure columnWidth) {
   ListBlock block;
   block.total = count;
   for (double points : {kListPoints, kMinListPoints}) {
@@ -260,8 +256,7 @@ struct FooterFields {
 
 std::string MachText(double mach) { return std::string(TrimLeadingBlanks(NumberText(mach))); }
 
-FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries,
-                           Language language) {
+FooterFields MeasureFooter(DrawingSurface& page, const std::vector<ListEntry>& entries, Language language) {
   double set = page.TextWidth(GetResString(Text::SetHeading, language)),
          polar = page.TextWidth(GetResString(Text::PolarHeading, language));
   double re = page.TextWidth(GetResString(Text::ReynoldsHeading, language)),
@@ -302,11 +297,11 @@ struct Layout {
 ListBlock LayOutFooter(DrawingSurface& page, const PageRequest& request, const std::vector<ListEntry>& entries,
                        FooterFields& fields) {
   const double width = request.paper.width - 2 * kPageMargin;
-  ListBlock footer = FitList(page, static_cast<int>(entries.size()), width, kFooterShare * request.paper.height,
-                             1, [&] {
-                               fields = MeasureFooter(page, entries, request.language);
-                               return fields.width;
-                             });
+  ListBlock footer =
+      FitList(page, static_cast<int>(entries.size()), width, kFooterShare * request.paper.height, 1, [&] {
+        fields = MeasureFooter(page, entries, request.language);
+        return fields.width;
+      });
   if (entries.empty()) footer.columnWidth = width;
   footer.area = BlockArea(kPageMargin, kPageMargin + (footer.rows + 1) * footer.rowHeight, footer, 1);
   return footer;
@@ -318,8 +313,7 @@ ListBlock LayOutLegend(DrawingSurface& page, const PageRequest& request, const P
   const PageRect& plot = graph.plot;
   const bool upper = request.options.legendCorner == LegendCorner::UpperLeft;
   auto measure = [&] { return kSampleLength + kFieldGap + page.TextWidth("Re= 10000000"); };
-  ListBlock legend =
-      FitList(page, count, kLegendShare * plot.Width(), kLegendShare * plot.Height(), 0, measure);
+  ListBlock legend = FitList(page, count, kLegendShare * plot.Width(), kLegendShare * plot.Height(), 0, measure);
   const PageRect size = BlockArea(0, 0, legend, 0);
   const double left = upper ? plot.left + kLegendInset : plot.right - kLegendInset - size.Width();
   const double top = upper ? plot.top - kLegendInset : plot.bottom + kLegendInset + size.Height();
@@ -355,8 +349,7 @@ Layout LayOut(const Airfoil& airfoil, const PageRequest& request, DrawingSurface
   }}};
   for (Graph g : kGraphs) result.graphs[g] = PlaceGraph(page, layout.plans[g], boxes[g]);
   if (request.options.legend)
-    result.legend = LayOutLegend(page, request, result.graphs[Graph::ClCd],
-                                 static_cast<int>(layout.entries.size()));
+    result.legend = LayOutLegend(page, request, result.graphs[Graph::ClCd], static_cast<int>(layout.entries.size()));
   return layout;
 }
 
@@ -370,12 +363,12 @@ void DrawGraphFrame(DrawingSurface& page, const GraphPlan& plan, const PlacedGra
   page.SetForeColor(kPageGridColor);
   page.Line(plot.left, plot.top, plot.right, plot.bottom, LineKind::Box);
   page.SetForeColor(kBlack);
-  PageAxis x{&page, graph.originX, graph.originY, graph.factorsX, plan.x.low, plan.x.high,
-             plot.bottom, plot.top, graph.labelStepX, graph.gridStepX, plot.bottom};
+  PageAxis x{&page,       graph.originX, graph.originY,    graph.factorsX,  plan.x.low, plan.x.high,
+             plot.bottom, plot.top,      graph.labelStepX, graph.gridStepX, plot.bottom};
   plan.x.draw(x, true, grid);
   const double stepY = plan.y.map == CmMM && graph.labelStepY < 0.1 ? 0 : graph.labelStepY;
-  PageAxis y{&page, graph.originX, graph.originY, graph.factorsY, plan.y.low, plan.y.high,
-             plot.left, plot.right, stepY, graph.gridStepY, plot.left};
+  PageAxis y{&page,     graph.originX, graph.originY, graph.factorsY,  plan.y.low, plan.y.high,
+             plot.left, plot.right,    stepY,         graph.gridStepY, plot.left};
   plan.y.draw(y, true, grid);
   page.SetFontSize(kGraphTitlePoints);
   PrintAt(page, plot.left, graph.box.top, std::string(plan.title));
@@ -477,10 +470,8 @@ void PrintPage(const Airfoil& airfoil, const PageRequest& request, DrawingSurfac
   page.SetFontSize(kHeadingPoints);
   const PageRect& heading = layout.page.heading;
   PrintAt(page, heading.left, heading.top,
-          Fit(page, GetResString(Text::Airfoil, request.language) + ": " + airfoil.Name,
-              heading.Width()));
-  for (Graph g : kGraphs)
-    DrawGraphFrame(page, layout.plans[g], layout.page.graphs[g], request.options.grid);
+          Fit(page, GetResString(Text::Airfoil, request.language) + ": " + airfoil.Name, heading.Width()));
+  for (Graph g : kGraphs) DrawGraphFrame(page, layout.plans[g], layout.page.graphs[g], request.options.grid);
   DrawCurves(page, layout, request.readableColors);
   DrawLegend(page, layout, request);
   DrawFooter(page, layout, request);

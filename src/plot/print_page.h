@@ -80,7 +80,7 @@ struct ListBlock {
   double columnWidth = 0;       // mm
   int rows = 0;                 // per column, without a header row
   int columns = 0;
-  int shown = 0;                // entries shown; the rest is counted in "+ N more"
+  int shown = 0;  // entries shown; the rest is counted in "+ N more"
   int total = 0;
 };
 

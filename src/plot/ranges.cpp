@@ -6,8 +6,7 @@ namespace tavilo {
 
 PlotRanges ParseRanges(std::string_view clMax, std::string_view clMin, std::string_view cdMax,
                        std::string_view alfaMax) {
-  return PlotRanges{LeadingNumber(clMax), LeadingNumber(clMin), LeadingNumber(cdMax),
-                    LeadingNumber(alfaMax)};
+  return PlotRanges{LeadingNumber(clMax), LeadingNumber(clMin), LeadingNumber(cdMax), LeadingNumber(alfaMax)};
 }
 
 namespace {
@@ -19,8 +18,7 @@ struct DragSteps {
 };
 
 constexpr DragSteps kDragSteps[] = {
-    {0.01, 0.0005, 0.002}, {0.05, 0.001, 0.005}, {0.1, 0.005, 0.01},
-    {0.5, 0.01, 0.05},     {1.0, 0.05, 0.1},
+    {0.01, 0.0005, 0.002}, {0.05, 0.001, 0.005}, {0.1, 0.005, 0.01}, {0.5, 0.01, 0.05}, {1.0, 0.05, 0.1},
 };
 
 const DragSteps& StepsFor(double cdMax) {

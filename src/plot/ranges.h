@@ -7,20 +7,17 @@
 namespace tavilo {
 
 struct RangeList {
-  std::string_view name;                    // object name of the drop-down list
-  const std::string_view* items;            // in the order the list shows them
+  std::string_view name;          // object name of the drop-down list
+  const std::string_view* items;  // in the order the list shows them
   int count;
-  int initialIndex;                         // zero-based selection at start
+  int initialIndex;  // zero-based selection at start
 };
 
 // Drag runs from the largest value down, the others from the smallest up.
-inline constexpr std::array<std::string_view, 6> kClMaxItems = {"0.5", "1.0", "1.5",
-                                                                "2.0", "2.5", "3.0"};
+inline constexpr std::array<std::string_view, 6> kClMaxItems = {"0.5", "1.0", "1.5", "2.0", "2.5", "3.0"};
 inline constexpr std::array<std::string_view, 4> kClMinItems = {"-1.5", "-1.0", "-0.5", "0.0"};
-inline constexpr std::array<std::string_view, 7> kCdMaxItems = {"2.0",  "1.0",   "0.2", "0.1",
-                                                                "0.05", "0.025", "0.01"};
-inline constexpr std::array<std::string_view, 5> kAlfaMaxItems = {"10.0", "15.0", "30.0", "45.0",
-                                                                  "90.0"};
+inline constexpr std::array<std::string_view, 7> kCdMaxItems = {"2.0", "1.0", "0.2", "0.1", "0.05", "0.025", "0.01"};
+inline constexpr std::array<std::string_view, 5> kAlfaMaxItems = {"10.0", "15.0", "30.0", "45.0", "90.0"};
 
 inline constexpr RangeList kClMaxList = {"cbClMax", kClMaxItems.data(), 6, 2};
 inline constexpr RangeList kClMinList = {"cbClMin", kClMinItems.data(), 4, 2};

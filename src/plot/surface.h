@@ -29,10 +29,9 @@ struct Color {
 
 // The classic values: dark shades 1..6, silver 7, grey 8, bright shades 9..15.
 inline constexpr Color kClassicPalette[16] = {
-    {0, 0, 0, 0},        {0, 0, 128, 1},     {0, 128, 0, 2},     {0, 128, 128, 3},
-    {128, 0, 0, 4},      {128, 0, 128, 5},   {128, 128, 0, 6},   {192, 192, 192, 7},
-    {128, 128, 128, 8},  {0, 0, 255, 9},     {0, 255, 0, 10},    {0, 255, 255, 11},
-    {255, 0, 0, 12},     {255, 0, 255, 13},  {255, 255, 0, 14},  {255, 255, 255, 15}};
+    {0, 0, 0, 0},     {0, 0, 128, 1},     {0, 128, 0, 2},     {0, 128, 128, 3},   {128, 0, 0, 4},  {128, 0, 128, 5},
+    {128, 128, 0, 6}, {192, 192, 192, 7}, {128, 128, 128, 8}, {0, 0, 255, 9},     {0, 255, 0, 10}, {0, 255, 255, 11},
+    {255, 0, 0, 12},  {255, 0, 255, 13},  {255, 255, 0, 14},  {255, 255, 255, 15}};
 
 constexpr Color Color::Palette(int index) { return kClassicPalette[index & 15]; }
 
@@ -84,8 +83,7 @@ class DrawingSurface {
   void Line(double x1, double y1, double x2, double y2, LineKind kind = LineKind::Plain) {
     DrawLine(x1, y1, x2, y2, ForeColor(), kind);
   }
-  void Line(double x1, double y1, double x2, double y2, Color color,
-            LineKind kind = LineKind::Plain) {
+  void Line(double x1, double y1, double x2, double y2, Color color, LineKind kind = LineKind::Plain) {
     DrawLine(x1, y1, x2, y2, color, kind);
   }
 
@@ -155,13 +153,13 @@ class DrawingSurface {
                                                          {1, 0},   {-1, 1}, {0, 1},  {1, 1}};
 
   // Figures, given a centre and at least two offsets.
-  virtual void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets,
-                           size_t offsetCount, Color color) {
+  virtual void DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets, size_t offsetCount,
+                           Color color) {
     for (size_t c = 0; c < count; ++c) {
       const double x = centres[c].x, y = centres[c].y;
       for (size_t k = 1; k < offsetCount; ++k)
-        DrawLine(x + offsets[k - 1].x, y + offsets[k - 1].y, x + offsets[k].x, y + offsets[k].y,
-                 color, LineKind::Plain);
+        DrawLine(x + offsets[k - 1].x, y + offsets[k - 1].y, x + offsets[k].x, y + offsets[k].y, color,
+                 LineKind::Plain);
     }
   }
 };
@@ -178,8 +176,7 @@ inline constexpr double kMaxDeviceCoordinate = 2147483647.0;
 // Raises OverflowError unless |value| <= kMaxDeviceCoordinate.
 [[noreturn]] void ThrowDeviceCoordinateOverflow();
 inline void CheckDeviceCoordinate(double value) {
-  if (!(value <= kMaxDeviceCoordinate && value >= -kMaxDeviceCoordinate))
-    ThrowDeviceCoordinateOverflow();
+  if (!(value <= kMaxDeviceCoordinate && value >= -kMaxDeviceCoordinate)) ThrowDeviceCoordinateOverflow();
 }
 
 }  // namespace tavilo

@@ -21,7 +21,7 @@ constexpr Vertex kSquare[] = {{-0.8, -0.8}, {0.8, -0.8}, {0.8, 0.8}, {-0.8, 0.8}
 constexpr Vertex kDiamond[] = {{0, -1}, {1, 0}, {0, 1}, {-1, 0}, {0, -1}};
 constexpr Vertex kTriangleUp[] = {{0, -1}, {1, 0.75}, {-1, 0.75}, {0, -1}};
 constexpr Vertex kTriangleDown[] = {{0, 1}, {-1, -0.75}, {1, -0.75}, {0, 1}};
-constexpr Vertex kOctagon[] = {{-0.41, -1}, {0.41, -1}, {1, -0.41}, {1, 0.41}, {0.41, 1},
+constexpr Vertex kOctagon[] = {{-0.41, -1}, {0.41, -1}, {1, -0.41},  {1, 0.41},  {0.41, 1},
                                {-0.41, 1},  {-1, 0.41}, {-1, -0.41}, {-0.41, -1}};
 
 static_assert(std::size(kOctagon) <= std::size(SymbolFigure{}.offsets));

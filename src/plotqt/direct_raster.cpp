@@ -35,12 +35,8 @@ inline void StoreTwo(uint32_t* a, uint32_t* b, Pair16 lanes) {
   *b = uint32_t(_mm_cvtsi128_si32(_mm_srli_si128(bytes, 4)));
 }
 // The pixels at p and p + 1.
-inline Pair16 LoadAdjacent(const uint32_t* p) {
-  return Widen(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p)));
-}
-inline void StoreAdjacent(uint32_t* p, Pair16 lanes) {
-  _mm_storel_epi64(reinterpret_cast<__m128i*>(p), Narrow(lanes));
-}
+inline Pair16 LoadAdjacent(const uint32_t* p) { return Widen(_mm_loadl_epi64(reinterpret_cast<const __m128i*>(p))); }
+inline void StoreAdjacent(uint32_t* p, Pair16 lanes) { _mm_storel_epi64(reinterpret_cast<__m128i*>(p), Narrow(lanes)); }
 #else
 using Pair8 = uint8_t __attribute__((vector_size(8)));
 inline Pair16 LoadTwo(const uint32_t* a, const uint32_t* b) {
@@ -76,8 +72,7 @@ inline Pair16 Mix(Pair16 pixels, Pair16 color, Pair16 coverage) {
 // that the line's centre lies past the first: 255 - lower, then lower.
 struct StepCoverage {
   StepCoverage() {
-    for (uint16_t lower = 0; lower < 256; ++lower)
-      byLower[lower] = Pair16{255, 255, 255, 255, 0, 0, 0, 0} ^ lower;
+    for (uint16_t lower = 0; lower < 256; ++lower) byLower[lower] = Pair16{255, 255, 255, 255, 0, 0, 0, 0} ^ lower;
   }
   Pair16 byLower[256];
 };
@@ -139,8 +134,7 @@ inline int FloorToInt(double v) {
 inline int RoundSmall(double v) { return v < 0 ? -FloorToInt(0.5 - v) : FloorToInt(v + 0.5); }
 
 // Liang-Barsky: clips the segment to the box, false when nothing is left.
-bool ClipSegment(double& x0, double& y0, double& x1, double& y1, double left, double top,
-                 double right, double bottom) {
+bool ClipSegment(double& x0, double& y0, double& x1, double& y1, double left, double top, double right, double bottom) {
   double t0 = 0, t1 = 1;
   double dx = x1 - x0, dy = y1 - y0;
   const double p[4] = {-dx, dx, -dy, dy};
@@ -184,9 +178,7 @@ constexpr double kOne = 65536.0;  // of the fixed point
 
 // The fixed-point minor coordinate of v > -2.
 inline int64_t Fixed(double v) { return int64_t((v + 2) * kOne + 0.5) - int64_t(2 * kOne); }
-inline int64_t FixedStep(double gradient) {
-  return int64_t(gradient * kOne + (gradient < 0 ? -0.5 : 0.5));
-}
+inline int64_t FixedStep(double gradient) { return int64_t(gradient * kOne + (gradient < 0 ? -0.5 : 0.5)); }
 
 }  // namespace
 
@@ -201,16 +193,12 @@ std::unique_ptr<DirectRaster> DirectRaster::For(QPainter& painter, ShapeCache& s
   QPaintDevice* device = painter.device();
   if (!device || device->devType() != QInternal::Image) return nullptr;
   auto* image = static_cast<QImage*>(device);
-  if (image->format() != QImage::Format_ARGB32_Premultiplied &&
-      image->format() != QImage::Format_RGB32)
-    return nullptr;
+  if (image->format() != QImage::Format_ARGB32_Premultiplied && image->format() != QImage::Format_RGB32) return nullptr;
   // A dense screen's image scales its painter by the pixel ratio.
   QTransform transform = painter.deviceTransform();
   const double scale = transform.m11();
-  if (transform.type() > QTransform::TxScale || transform.m22() != scale || !(scale > 0 && scale <= 8))
-    return nullptr;
-  if (painter.compositionMode() != QPainter::CompositionMode_SourceOver || painter.opacity() < 1)
-    return nullptr;
+  if (transform.type() > QTransform::TxScale || transform.m22() != scale || !(scale > 0 && scale <= 8)) return nullptr;
+  if (painter.compositionMode() != QPainter::CompositionMode_SourceOver || painter.opacity() < 1) return nullptr;
   if (painter.hasClipping() && painter.clipRegion().rectCount() > 1) return nullptr;
   return std::unique_ptr<DirectRaster>(
       new DirectRaster(*image, scale, QPointF(transform.dx(), transform.dy()), shapes));
@@ -255,15 +243,15 @@ inline void DirectRaster::Blend(int x, int y, uint32_t color, uint32_t coverage)
 //
 // Run takes the steps from `first` to `last` along the major axis, all
 // inside the clip.
-inline void DirectRaster::Run(int first, int last, int64_t y, int64_t step, qsizetype along,
-                              qsizetype across, uint32_t pixel) {
+inline void DirectRaster::Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,
+                              uint32_t pixel) {
   // Blending with full or no coverage gives back the colour or the pixel
   // exactly, and costs less than the mispredicted branches that would tell
   // the cases apart.
   const Pair16 source = Spread(pixel);
   const Pair16* coverage = kStepCoverage.byLower;
   uint32_t* start = bits_ + first * along;  // of the step's line along the major axis
-  if (across == 1) {  // steep: the two pixels are neighbours in a row
+  if (across == 1) {                        // steep: the two pixels are neighbours in a row
     for (int x = first; x <= last; ++x, y += step, start += along) {
       uint32_t* p = start + (y >> 16);
       StoreAdjacent(p, Mix(LoadAdjacent(p), source, coverage[(y >> 8) & 0xff]));
@@ -278,10 +266,9 @@ inline void DirectRaster::Run(int first, int last, int64_t y, int64_t step, qsiz
 
 // Most segments of a curve lie well inside the clip, so that none of their
 // pixels needs a test; the rest go the long way.
-inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, uint32_t pixel,
-                                  bool withEnd) {
-  bool safe = x0 >= safeLeft_ && x0 <= safeRight_ && x1 >= safeLeft_ && x1 <= safeRight_ &&
-              y0 >= safeTop_ && y0 <= safeBottom_ && y1 >= safeTop_ && y1 <= safeBottom_;
+inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd) {
+  bool safe = x0 >= safeLeft_ && x0 <= safeRight_ && x1 >= safeLeft_ && x1 <= safeRight_ && y0 >= safeTop_ &&
+              y0 <= safeBottom_ && y1 >= safeTop_ && y1 <= safeBottom_;
   if (!safe || plain_) {
     SegmentNearEdge(x0, y0, x1, y1, pixel, withEnd);
     return;
@@ -315,8 +302,7 @@ inline void DirectRaster::Segment(double x0, double y0, double x1, double y1, ui
 // A grid line or an axis: along a row (`across`) or a column through pixel
 // centres, so that it covers whole pixels, which are simply set, as Wu's
 // line would.
-void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip,
-                            bool across) {
+void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across) {
   const int line = across ? int(y0) : int(x0);
   if (line < (across ? clipTop_ : clipLeft_) || line >= (across ? clipBottom_ : clipRight_)) return;
   const double a = across ? x0 : y0, b = across ? x1 : y1;
@@ -335,13 +321,11 @@ void DirectRaster::Straight(double x0, double y0, double x1, double y1, uint32_t
 
 // Clips a segment to `margin` pixels around the clip; false when nothing of
 // it is left. The end pixel is that of the end before clipping.
-bool DirectRaster::ClipNear(double& x0, double& y0, double& x1, double& y1, double margin, int& endX,
-                            int& endY) const {
+bool DirectRaster::ClipNear(double& x0, double& y0, double& x1, double& y1, double margin, int& endX, int& endY) const {
   const double left = clipLeft_ - margin, top = clipTop_ - margin, right = clipRight_ + margin,
                bottom = clipBottom_ + margin;
   // Wholly beyond one side: the common case of a curve leaving its graph.
-  if ((x0 < left && x1 < left) || (x0 > right && x1 > right) || (y0 < top && y1 < top) ||
-      (y0 > bottom && y1 > bottom))
+  if ((x0 < left && x1 < left) || (x0 > right && x1 > right) || (y0 < top && y1 < top) || (y0 > bottom && y1 > bottom))
     return false;
   if (!(std::fabs(x1) < 1e9 && std::fabs(y1) < 1e9 && std::fabs(x0) < 1e9 && std::fabs(y0) < 1e9)) {
     if (!ClipSegment(x0, y0, x1, y1, -1e9, -1e9, 1e9, 1e9)) return false;
@@ -353,8 +337,8 @@ bool DirectRaster::ClipNear(double& x0, double& y0, double& x1, double& y1, doub
 
 // Turns a segment so that x is its major axis and runs forwards, and tells
 // the pixel to leave out along it (INT32_MIN for none) and its gradient.
-DirectRaster::Orientation DirectRaster::Orient(double& x0, double& y0, double& x1, double& y1,
-                                               int endX, int endY, bool withEnd) {
+DirectRaster::Orientation DirectRaster::Orient(double& x0, double& y0, double& x1, double& y1, int endX, int endY,
+                                               bool withEnd) {
   const bool steep = std::fabs(y1 - y0) > std::fabs(x1 - x0);
   if (steep) {
     std::swap(x0, y0);
@@ -368,8 +352,7 @@ DirectRaster::Orientation DirectRaster::Orient(double& x0, double& y0, double& x
   return {steep, withEnd ? INT32_MIN : endX, x1 == x0 ? 0 : (y1 - y0) / (x1 - x0)};
 }
 
-void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel,
-                                   bool withEnd) {
+void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd) {
   int endX, endY;
   if (!ClipNear(x0, y0, x1, y1, 1.0, endX, endY)) return;
   const bool row = y0 == y1 && x0 != x1 && FloorToInt(y0) == y0;
@@ -386,10 +369,8 @@ void DirectRaster::SegmentNearEdge(double x0, double y0, double x1, double y1, u
   int64_t step = FixedStep(gradient);
   const int64_t yEnd = y + step * (last - first);
   const int minRow = int(std::min(y, yEnd) >> 16), maxRow = int(std::max(y, yEnd) >> 16) + 1;
-  const bool inside = steep ? first >= clipTop_ && last < clipBottom_ && minRow >= clipLeft_ &&
-                                  maxRow < clipRight_
-                            : first >= clipLeft_ && last < clipRight_ && minRow >= clipTop_ &&
-                                  maxRow < clipBottom_;
+  const bool inside = steep ? first >= clipTop_ && last < clipBottom_ && minRow >= clipLeft_ && maxRow < clipRight_
+                            : first >= clipLeft_ && last < clipRight_ && minRow >= clipTop_ && maxRow < clipBottom_;
   if (inside && !plain_) {
     if (skip == last) {
       --last;
@@ -429,25 +410,23 @@ void DirectRaster::DrawPolyline(const QPointF* points, size_t count, uint32_t pi
   const double ox = offset_.x() - 0.5, oy = offset_.y() - 0.5;
   if (scale_ != 1) {
     for (size_t k = 1; k < count; ++k)
-      WideSegment(points[k - 1].x() * scale_ + ox, points[k - 1].y() * scale_ + oy,
-                  points[k].x() * scale_ + ox, points[k].y() * scale_ + oy, pixel,
-                  withEnd && k + 1 == count);
+      WideSegment(points[k - 1].x() * scale_ + ox, points[k - 1].y() * scale_ + oy, points[k].x() * scale_ + ox,
+                  points[k].y() * scale_ + oy, pixel, withEnd && k + 1 == count);
     return;
   }
   for (size_t k = 1; k < count; ++k)
-    Segment(points[k - 1].x() + ox, points[k - 1].y() + oy, points[k].x() + ox, points[k].y() + oy,
-            pixel, withEnd && k + 1 == count);
+    Segment(points[k - 1].x() + ox, points[k - 1].y() + oy, points[k].x() + ox, points[k].y() + oy, pixel,
+            withEnd && k + 1 == count);
 }
 
 // A logical pixel wide on a dense screen: each step along the major axis
 // covers the pixels across that the line's width spans, each by its share.
 // The ends are cut square at the end pixels' centres.
-void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel,
-                               bool withEnd) {
+void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd) {
   int endX, endY;
   // Most segments of a curve lie inside the clip, with nothing to cut off.
-  if (!plain_ && x0 >= clipLeft_ && x0 <= clipRight_ && x1 >= clipLeft_ && x1 <= clipRight_ &&
-      y0 >= clipTop_ && y0 <= clipBottom_ && y1 >= clipTop_ && y1 <= clipBottom_) {
+  if (!plain_ && x0 >= clipLeft_ && x0 <= clipRight_ && x1 >= clipLeft_ && x1 <= clipRight_ && y0 >= clipTop_ &&
+      y0 <= clipBottom_ && y1 >= clipTop_ && y1 <= clipBottom_) {
     endX = FloorToInt(x1 + 0.5);
     endY = FloorToInt(y1 + 0.5);
   } else if (!ClipNear(x0, y0, x1, y1, scale_ + 2, endX, endY)) {
@@ -456,9 +435,7 @@ void DirectRaster::WideSegment(double x0, double y0, double x1, double y1, uint3
   const auto [steep, skip, gradient] = Orient(x0, y0, x1, y1, endX, endY, withEnd);
   const double half = 0.5 * scale_ * std::sqrt(1 + gradient * gradient);  // across the major axis
   int first = FloorToInt(x0 + 0.5), last = FloorToInt(x1 + 0.5);
-  if (!plain_ && gradient != 0 &&
-      WideRun(first, last, x0, y0, gradient, half, skip, steep, pixel))
-    return;
+  if (!plain_ && gradient != 0 && WideRun(first, last, x0, y0, gradient, half, skip, steep, pixel)) return;
   if (gradient == 0 && !plain_) {  // a grid line or an axis: the same coverage all along
     const int from = std::max(first, steep ? clipTop_ : clipLeft_);
     const int to = std::min(last, (steep ? clipBottom_ : clipRight_) - 1);
@@ -549,8 +526,8 @@ struct WideSteps {
 // pixels at a time with no test per pixel. Pixels past the upper edge in the
 // last pair get no coverage, which leaves them as they are. False when the
 // segment comes near the clip's edge or the line is too wide for the lanes.
-bool DirectRaster::WideRun(int first, int last, double x0, double y0, double gradient, double half,
-                           int skip, bool steep, uint32_t pixel) {
+bool DirectRaster::WideRun(int first, int last, double x0, double y0, double gradient, double half, int skip,
+                           bool steep, uint32_t pixel) {
   if (!(half < 3)) return false;
   // Rows from the one holding the lower edge (at most 2 * half + 2 of them),
   // in pairs.
@@ -695,8 +672,7 @@ DirectRaster::ShapePtr DirectRaster::ShapeOf(const QPointF* relative, size_t cou
     painter.setRenderHint(QPainter::Antialiasing, true);
     painter.setPen(QPen(Qt::black, pen, Qt::SolidLine, Qt::SquareCap, Qt::RoundJoin));
     QPointF outline[kMaxOutline];
-    for (size_t i = 0; i < count; ++i)
-      outline[i] = QPointF(centre + key[2 + 2 * i], centre + key[3 + 2 * i]);
+    for (size_t i = 0; i < count; ++i) outline[i] = QPointF(centre + key[2 + 2 * i], centre + key[3 + 2 * i]);
     painter.drawPolygon(outline, int(count - 1));
   }
   auto shape = std::make_shared<Shape>();
@@ -748,8 +724,8 @@ void DirectRaster::DrawStamps(const Shape& shape, const QPointF* at, size_t coun
     if (!(std::fabs(atX) < 1e9 && std::fabs(atY) < 1e9)) continue;  // far beyond any image
     const int x = FloorToInt(atX + shape.anchorShift);
     const int y = FloorToInt(atY + shape.anchorShift);
-    bool inside = !plain_ && x + shape.left >= clipLeft_ && x + shape.right < clipRight_ &&
-                  y + shape.top >= clipTop_ && y + shape.bottom < clipBottom_;
+    bool inside = !plain_ && x + shape.left >= clipLeft_ && x + shape.right < clipRight_ && y + shape.top >= clipTop_ &&
+                  y + shape.bottom < clipBottom_;
     if (!inside) {
       for (const Shape::Solid& solid : shape.solids) Blend(x + solid.dx, y + solid.dy, pixel, 255);
       for (const Shape::Pair& pair : shape.pairs) {

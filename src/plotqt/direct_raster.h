@@ -95,7 +95,7 @@ class DirectRaster {
 
  private:
   struct Command {
-    const Shape* shape;     // stamps of this shape, or null for a polyline
+    const Shape* shape;  // stamps of this shape, or null for a polyline
     uint32_t pixel;
     uint32_t first, count;  // of the points: the polyline's, or where the stamps go
     bool withEnd;
@@ -107,25 +107,23 @@ class DirectRaster {
   void DrawPolyline(const QPointF* points, size_t count, uint32_t pixel, bool withEnd);
   void Segment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
   struct Orientation {
-    bool steep;      // y was the major axis
-    int skip;        // the end pixel along the major axis, or INT32_MIN
+    bool steep;  // y was the major axis
+    int skip;    // the end pixel along the major axis, or INT32_MIN
     double gradient;
   };
   bool ClipNear(double& x0, double& y0, double& x1, double& y1, double margin, int& endX, int& endY) const;
-  static Orientation Orient(double& x0, double& y0, double& x1, double& y1, int endX, int endY,
-                            bool withEnd);
+  static Orientation Orient(double& x0, double& y0, double& x1, double& y1, int endX, int endY, bool withEnd);
   void WideSegment(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
-  bool WideRun(int first, int last, double x0, double y0, double gradient, double half, int skip,
-               bool steep, uint32_t pixel);
+  bool WideRun(int first, int last, double x0, double y0, double gradient, double half, int skip, bool steep,
+               uint32_t pixel);
   void Straight(double x0, double y0, double x1, double y1, uint32_t pixel, int skip, bool across);
   void SegmentNearEdge(double x0, double y0, double x1, double y1, uint32_t pixel, bool withEnd);
-  void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across,
-           uint32_t pixel);
+  void Run(int first, int last, int64_t y, int64_t step, qsizetype along, qsizetype across, uint32_t pixel);
 
   uint32_t* bits_;
   qsizetype stride_;  // in pixels
   int width_, height_;
-  double scale_;      // painter to device: times the scale, plus the offset
+  double scale_;  // painter to device: times the scale, plus the offset
   QPointF offset_;
   int clipLeft_ = 0, clipTop_ = 0, clipRight_ = 0, clipBottom_ = 0;  // right, bottom exclusive
   double safeLeft_ = 0, safeTop_ = 0, safeRight_ = -1, safeBottom_ = -1;
@@ -134,7 +132,7 @@ class DirectRaster {
   ShapeCache& cache_;
   std::vector<Command> commands_;
   std::vector<QPointF> points_;
-  std::vector<ShapePtr> shapes_;  // those that queued stamps use
+  std::vector<ShapePtr> shapes_;                       // those that queued stamps use
   std::vector<qsizetype> solidOffsets_, pairOffsets_;  // of the shape being stamped
 };
 

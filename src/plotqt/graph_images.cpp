@@ -8,8 +8,8 @@
 
 namespace tavilo {
 
-void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const GraphImages& graphs,
-                      const QFont& font, RenderContext& context) {
+void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const GraphImages& graphs, const QFont& font,
+                      RenderContext& context) {
   if (airfoil == nullptr) return;
   std::atomic<bool> cut{false};
   context.ForEach(kGraphCount, [&](int index, RenderContext& own) {

@@ -23,7 +23,7 @@ using GraphImages = PerGraph<GraphImage>;
 // Draws as PlotData draws on surfaces of the images (lift-drag first, as in
 // GraphSurfaces) in `font`, to the same pixels, but each graph on a thread of
 // `context`. The images must not be used elsewhere meanwhile.
-void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const GraphImages& graphs,
-                      const QFont& font, RenderContext& context);
+void PlotDataOnImages(const Airfoil* airfoil, const PlotRequest& request, const GraphImages& graphs, const QFont& font,
+                      RenderContext& context);
 
 }  // namespace tavilo

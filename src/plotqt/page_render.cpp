@@ -48,9 +48,9 @@ bool WritePagePdf(const Airfoil& airfoil, const PageRequest& request, const std:
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     QPdfWriter writer(&buffer);
-    writer.setPageLayout(QPageLayout(QPageSize(QSizeF(request.paper.width, request.paper.height),
-                                               QPageSize::Millimeter),
-                                     QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
+    writer.setPageLayout(
+        QPageLayout(QPageSize(QSizeF(request.paper.width, request.paper.height), QPageSize::Millimeter),
+                    QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     writer.setTitle(QString::fromStdString(airfoil.Name));
     writer.setCreator(QStringLiteral("Tavilo"));
     QPainter painter(&writer);

@@ -36,8 +36,7 @@ Qt::BrushStyle BrushFor(int fillStyle) {
 // device's resolution (a printer's differs from the screen's).
 QString LayoutKey(const QFont& font, const QPaintDevice* device) {
   QString key = font.key();
-  if (device != nullptr)
-    key += QStringLiteral("@%1x%2").arg(device->logicalDpiX()).arg(device->logicalDpiY());
+  if (device != nullptr) key += QStringLiteral("@%1x%2").arg(device->logicalDpiX()).arg(device->logicalDpiY());
   return key;
 }
 
@@ -184,14 +183,13 @@ void QtSurface::DrawPolyline(const PlotPoint* points, size_t count, Color color)
 }
 
 // Markers: stamped from a shape drawn once, while the figure stays the same.
-void QtSurface::DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets,
-                            size_t offsetCount, Color color) {
+void QtSurface::DrawFigures(const PlotPoint* centres, size_t count, const PlotPoint* offsets, size_t offsetCount,
+                            Color color) {
   if (!raster_ || drawWidth_ != 1 || offsetCount > DirectRaster::kMaxOutlinePoints) {
     DrawingSurface::DrawFigures(centres, count, offsets, offsetCount, color);
     return;
   }
-  if (offsetCount != figureCount_ ||
-      std::memcmp(offsets, figureOffsets_, offsetCount * sizeof(PlotPoint)) != 0) {
+  if (offsetCount != figureCount_ || std::memcmp(offsets, figureOffsets_, offsetCount * sizeof(PlotPoint)) != 0) {
     QPointF relative[DirectRaster::kMaxOutlinePoints];
     for (size_t k = 0; k < offsetCount; ++k)
       relative[k] = QPointF(offsets[k].x * devicePerUserX_, offsets[k].y * devicePerUserY_);
@@ -288,8 +286,7 @@ void QtSurface::Flush() {
 
 void QtSurface::DrawBox(const QPointF& a, const QPointF& b, Color color, LineKind kind) {
   FlushLines();
-  QRectF box = QRectF(QPointF(SnapX(a.x()), SnapY(a.y())), QPointF(SnapX(b.x()), SnapY(b.y())))
-                   .normalized();
+  QRectF box = QRectF(QPointF(SnapX(a.x()), SnapY(a.y())), QPointF(SnapX(b.x()), SnapY(b.y()))).normalized();
   QColor line = ToQColor(color);
   UseClip();
   if (cutsItself_ && !clip_.contains(box)) return DrawCutBox(box, line, kind);
@@ -390,8 +387,7 @@ void QtSurface::DrawHalo(std::string_view text, Color color) {
     painter.setFont(font_);
     painter.setPen(ToQColor(color));
     const QPointF origin = (QPointF(margin, margin) + fraction) / scale;
-    for (const auto& [i, j] : kHaloOffsets)
-      painter.drawStaticText(origin + QPointF(i, j), laidOut.text);
+    for (const auto& [i, j] : kHaloOffsets) painter.drawStaticText(origin + QPointF(i, j), laidOut.text);
     return image;
   });
   UseClip();
@@ -411,8 +407,6 @@ void QtSurface::SetFontSize(double points) {
   layoutKey_ = LayoutKey(font_, painter_.device());
 }
 
-double QtSurface::TextHeight(std::string_view) const {
-  return metrics_.height() * scaleHeight_ / target_.height();
-}
+double QtSurface::TextHeight(std::string_view) const { return metrics_.height() * scaleHeight_ / target_.height(); }
 
 }  // namespace tavilo

@@ -76,8 +76,7 @@ void DrawMarginScales(QPainter& painter, const GraphBox& box) {
   painter.setPen(kScaleText);
   const QRectF& r = box.rect;
   const MarginScale& v = box.vertical;
-  for (double value = std::ceil(v.low / v.step - 1e-9) * v.step; value <= v.high + 1e-9;
-       value += v.step) {
+  for (double value = std::ceil(v.low / v.step - 1e-9) * v.step; value <= v.high + 1e-9; value += v.step) {
     QString text = QString::fromStdString(FormatNumber(value, v.pattern));
     double y = r.bottom() - (value - v.low) / (v.high - v.low) * r.height();
     double baseline = y + (metrics.ascent() - metrics.descent()) / 2;
@@ -85,12 +84,10 @@ void DrawMarginScales(QPainter& painter, const GraphBox& box) {
   }
   const MarginScale& h = box.horizontal;
   if (h.step <= 0) return;
-  for (double value = std::ceil(h.low / h.step - 1e-9) * h.step; value <= h.high + 1e-9;
-       value += h.step) {
+  for (double value = std::ceil(h.low / h.step - 1e-9) * h.step; value <= h.high + 1e-9; value += h.step) {
     QString text = QString::fromStdString(FormatNumber(value, h.pattern));
     double x = r.left() + (value - h.low) / (h.high - h.low) * r.width();
-    painter.drawText(QPointF(x - metrics.horizontalAdvance(text) / 2, r.bottom() + 4 + metrics.ascent()),
-                     text);
+    painter.drawText(QPointF(x - metrics.horizontalAdvance(text) / 2, r.bottom() + 4 + metrics.ascent()), text);
   }
 }
 
@@ -100,8 +97,7 @@ void DrawBoxChrome(QPainter& painter, const GraphBox& box, const QFont& captionF
   painter.setPen(kCaption);
   QFontMetricsF metrics(captionFont, painter.device());
   painter.drawText(QPointF(box.rect.left(), box.rect.top() - 8 - metrics.descent()),
-                   QString::fromUtf8(box.caption.data(),
-                                     static_cast<qsizetype>(box.caption.size())));
+                   QString::fromUtf8(box.caption.data(), static_cast<qsizetype>(box.caption.size())));
   painter.restore();
   DrawMarginScales(painter, box);
 }
@@ -149,8 +145,7 @@ void DrawPicture(QPainter& painter, const Airfoil& airfoil, const PlotRequest& r
 }
 
 // One graph alone, filling the picture, as the window shows it.
-void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& request, Graph graph,
-               const QSizeF& size) {
+void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& request, Graph graph, const QSizeF& size) {
   RenderContext context;
   QtSurface surface(painter, QRectF(QPointF(0, 0), size), QGuiApplication::font(), context);
   GraphSurfaces surfaces;
@@ -160,9 +155,8 @@ void DrawGraph(QPainter& painter, const Airfoil& airfoil, const PlotRequest& req
 
 bool EndsWith(const std::string& path, std::string_view suffix) {
   if (path.size() < suffix.size()) return false;
-  return std::equal(suffix.begin(), suffix.end(), path.end() - suffix.size(), [](char a, char b) {
-    return a == std::tolower(static_cast<unsigned char>(b));
-  });
+  return std::equal(suffix.begin(), suffix.end(), path.end() - suffix.size(),
+                    [](char a, char b) { return a == std::tolower(static_cast<unsigned char>(b)); });
 }
 
 enum class PictureFormat { Png, Svg, Pdf, Unknown };
@@ -204,8 +198,8 @@ QByteArray Encode(PictureFormat format, const QSizeF& size, double pixelRatio, c
   } else {
     QPdfWriter pdf(&buffer);
     pdf.setResolution(96);
-    pdf.setPageLayout(QPageLayout(QPageSize(size * 25.4 / 96, QPageSize::Millimeter), QPageLayout::Portrait,
-                                  QMarginsF(0, 0, 0, 0)));
+    pdf.setPageLayout(
+        QPageLayout(QPageSize(size * 25.4 / 96, QPageSize::Millimeter), QPageLayout::Portrait, QMarginsF(0, 0, 0, 0)));
     pdf.setTitle(title);
     pdf.setCreator(QStringLiteral("Tavilo"));
     QPainter painter(&pdf);
@@ -214,8 +208,8 @@ QByteArray Encode(PictureFormat format, const QSizeF& size, double pixelRatio, c
   return bytes;
 }
 
-bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio,
-                  const QString& title, const Paint& paint, Language language, std::string* error) {
+bool WritePicture(const std::string& path, const QSizeF& size, double pixelRatio, const QString& title,
+                  const Paint& paint, Language language, std::string* error) {
   const PictureFormat format = FormatOf(path);
   if (format == PictureFormat::Unknown) {
     if (error) *error = GetResString(Text::UnknownFileFormat, language) + "\r\n'" + path + "'";
@@ -255,24 +249,24 @@ bool EnsureGuiApplication(std::string* error) {
   return true;
 }
 
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, Language language,
-                       std::string* error) {
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, Language language, std::string* error) {
   PlotRequest request;
   request.language = language;
   return RenderPlotsToFile(airfoil, path, request, 1.0, error);
 }
 
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
-                       double pixelRatio, std::string* error) {
-  return WritePicture(path, QSizeF(kPictureWidth, kPictureHeight), pixelRatio, QString::fromStdString(airfoil.Name),
-                      [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, request.language, error);
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, double pixelRatio,
+                       std::string* error) {
+  return WritePicture(
+      path, QSizeF(kPictureWidth, kPictureHeight), pixelRatio, QString::fromStdString(airfoil.Name),
+      [&](QPainter& painter) { DrawPicture(painter, airfoil, request); }, request.language, error);
 }
 
-bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
-                       Graph graph, const QSizeF& size, double pixelRatio, std::string* error) {
-  return WritePicture(path, size, pixelRatio, QString::fromStdString(airfoil.Name),
-                      [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, request.language,
-                      error);
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, Graph graph,
+                       const QSizeF& size, double pixelRatio, std::string* error) {
+  return WritePicture(
+      path, size, pixelRatio, QString::fromStdString(airfoil.Name),
+      [&](QPainter& painter) { DrawGraph(painter, airfoil, request, graph, size); }, request.language, error);
 }
 
 }  // namespace tavilo

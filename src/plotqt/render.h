@@ -18,15 +18,14 @@ namespace tavilo {
 // application object at all, an off-screen one is made for the rest of the
 // run. False with a message in `error` (when given) for another extension or
 // a file that cannot be written; the file is written whole or not at all.
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, Language language,
-                       std::string* error);
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, Language language, std::string* error);
 // The same in the request's views and options (numbers on the axes replace
 // the margin scales); a PNG has `pixelRatio` pixels per picture unit.
-bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
-                       double pixelRatio, std::string* error);
+bool RenderPlotsToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, double pixelRatio,
+                       std::string* error);
 // One graph alone, as the window shows it at `size`.
-bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request,
-                       Graph graph, const QSizeF& size, double pixelRatio, std::string* error);
+bool RenderGraphToFile(const Airfoil& airfoil, const std::string& path, const PlotRequest& request, Graph graph,
+                       const QSizeF& size, double pixelRatio, std::string* error);
 
 // Text needs a QGuiApplication; a converter run from a terminal has none,
 // so one is made off screen and lives until the process ends. False with a

@@ -12,9 +12,7 @@ namespace {
 // fonts and sizes, a redraw only a few hundred texts.
 constexpr qsizetype kMaxTexts = 4096;
 
-QString FromUtf8(std::string_view text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+QString FromUtf8(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
 
 }  // namespace
 

@@ -79,10 +79,8 @@ constexpr Caption kOptions[] = {
 // The polar name field borrows the "Name" of the edit menus: the table has
 // no label text of its own for it.
 constexpr Caption kPolarProps[] = {
-    {"lblName", -1, Text::PolarMenuName, ControlText},
-    {"btnOK", -1, Text::Ok, ControlText},
-    {"btnCancel", -1, Text::Cancel, ControlText},
-    {"lblReNo", -1, Text::ReynoldsNumber, ControlText},
+    {"lblName", -1, Text::PolarMenuName, ControlText}, {"btnOK", -1, Text::Ok, ControlText},
+    {"btnCancel", -1, Text::Cancel, ControlText},      {"lblReNo", -1, Text::ReynoldsNumber, ControlText},
     {"lblMachNo", -1, Text::MachNumber, ControlText},
 };
 
@@ -112,15 +110,12 @@ std::span<const Caption> OptionsCaptions() { return kOptions; }
 std::span<const Caption> ApproxCaptions() { return kApprox; }
 std::span<const Caption> PolarPropsCaptions() { return kPolarProps; }
 
-std::string AboutText(Language language, std::span<const Text> readLines,
-                      std::span<const Text> writtenLines) {
-  const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." +
-                              FormatNumber(TAVILO_VERSION_MINOR, "0") + "." +
-                              FormatNumber(TAVILO_VERSION_PATCH, "0");
+std::string AboutText(Language language, std::span<const Text> readLines, std::span<const Text> writtenLines) {
+  const std::string version = FormatNumber(TAVILO_VERSION_MAJOR, "0") + "." + FormatNumber(TAVILO_VERSION_MINOR, "0") +
+                              "." + FormatNumber(TAVILO_VERSION_PATCH, "0");
   // Extension and description are separated by a tab so the descriptions
   // line up.
-  std::vector<std::string> lines = {"Version " + version,
-                                    GetResString(Text::AboutProgramCan, language),
+  std::vector<std::string> lines = {"Version " + version, GetResString(Text::AboutProgramCan, language),
                                     GetResString(Text::AboutReads, language)};
   for (Text id : readLines) lines.push_back(GetResString(id, language));
   lines.push_back(GetResString(Text::AboutRenameFiles, language));

@@ -40,7 +40,6 @@ inline constexpr std::string_view kGermanMenuCaption = "Deutsch";
 // The About text in `language`, lines joined by CR LF, with the string
 // table's lines `readLines` of the formats read and `writtenLines` of those
 // written (the format table's, fileio/formats_table.h).
-std::string AboutText(Language language, std::span<const Text> readLines,
-                      std::span<const Text> writtenLines);
+std::string AboutText(Language language, std::span<const Text> readLines, std::span<const Text> writtenLines);
 
 }  // namespace tavilo

@@ -17,6 +17,7 @@ struct Entry {
 
 // Texts exactly as the program has always shown them, misspellings and
 // doubled blanks included (German 73, 87, 34; the stray quote of 69).
+// clang-format off
 const Entry kStrings[kLastStringId + 1] = {
     {"-----ENGLISH-----",
      "-----DEUTSCH-----"},  // 0
@@ -205,6 +206,7 @@ const Entry kStrings[kLastStringId + 1] = {
     {"sort on &Mach number",
      "nach &Machzahl sortieren"},  // 92
 };
+// clang-format on
 
 struct LaterEntry {
   int id;
@@ -220,6 +222,7 @@ struct LaterEntry {
 // without polars, the XML limit, file errors, the points table's limit),
 // 280-299 the approximation's bounds, refusals, held values and range.
 // "%1", "%2" ... stand for the arguments of FormatResString.
+// clang-format off
 const LaterEntry kLaterStrings[] = {
     {100, {"&Batch PEF to XML...", "&Stapelumwandlung PEF nach XML..."}},
     {103, {"Eppler input files (.epp) cannot be written yet.",
@@ -401,6 +404,7 @@ const LaterEntry kLaterStrings[] = {
     {371, {"tavilo: unknown option %1 (tavilo --help lists the options)",
            "tavilo: unbekannte Option %1 (tavilo --help zeigt die Optionen)"}},
 };
+// clang-format on
 
 const Entry* FindEntry(int n) {
   if (n >= 0 && n <= kLastStringId) return &kStrings[n];
@@ -418,8 +422,7 @@ const std::string& ResourceString(int key) {
   throw ResourceError(std::to_string(key));
 }
 
-std::string FormatResString(Text id, Language language,
-                            std::initializer_list<std::string_view> arguments) {
+std::string FormatResString(Text id, Language language, std::initializer_list<std::string_view> arguments) {
   const std::string& pattern = GetResString(id, language);
   std::string text;
   for (size_t k = 0; k < pattern.size(); ++k) {
@@ -443,20 +446,13 @@ const std::string& GetResString(Text id, Language language) {
 
 Text MessageText(const RuntimeError& error) {
   switch (error.Kind()) {
-    case ErrorKind::FileNotFound:
-      return Text::FileNotFound;
-    case ErrorKind::Subscript:
-      return Text::SubscriptOutOfRange;
-    case ErrorKind::Overflow:
-      return Text::Overflow;
-    case ErrorKind::DivisionByZero:
-      return Text::DivisionByZero;
-    case ErrorKind::Resource:
-      return Text::ResourceNotFound;
-    case ErrorKind::Named:
-      return error.NamedText();
-    case ErrorKind::Unexpected:
-      break;
+    case ErrorKind::FileNotFound: return Text::FileNotFound;
+    case ErrorKind::Subscript: return Text::SubscriptOutOfRange;
+    case ErrorKind::Overflow: return Text::Overflow;
+    case ErrorKind::DivisionByZero: return Text::DivisionByZero;
+    case ErrorKind::Resource: return Text::ResourceNotFound;
+    case ErrorKind::Named: return error.NamedText();
+    case ErrorKind::Unexpected: break;
   }
   return Text::UnexpectedError;
 }
@@ -464,15 +460,13 @@ Text MessageText(const RuntimeError& error) {
 std::string ErrorText(const std::exception& error, Language language, bool namingFile) {
   if (auto* runtime = dynamic_cast<const RuntimeError*>(&error)) {
     const std::vector<std::string>& arguments = runtime->Arguments();
-    std::string text =
-        FormatResString(MessageText(*runtime), language,
-                        {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
+    std::string text = FormatResString(MessageText(*runtime), language,
+                                       {arguments[0], arguments.size() > 1 ? arguments[1] : std::string()});
     return runtime->File().empty() || !namingFile
                ? text
                : FormatResString(Text::FileAndMessage, language, {runtime->File(), text});
   }
-  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr)
-    return GetResString(Text::OutOfMemory, language);
+  if (dynamic_cast<const std::bad_alloc*>(&error) != nullptr) return GetResString(Text::OutOfMemory, language);
   return FormatResString(Text::UnexpectedError, language, {error.what()});
 }
 

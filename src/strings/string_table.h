@@ -30,8 +30,7 @@ const std::string& GetResString(Text id, Language language);
 
 // GetResString with "%1", "%2" ... replaced by the arguments in order; a
 // "%" followed by anything else stays.
-std::string FormatResString(Text id, Language language,
-                            std::initializer_list<std::string_view> arguments);
+std::string FormatResString(Text id, Language language, std::initializer_list<std::string_view> arguments);
 
 // What went wrong, in `language`: a core run-time error by its own text and
 // detail (after the file it is about, where it names one), running out of

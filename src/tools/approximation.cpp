@@ -19,8 +19,9 @@ constexpr double ApproxValues::*kFields[kApproxFieldCount] = {
 // The second stall drag is named for what it is: its label in the dialog
 // repeats the first one's text.
 constexpr std::string_view kFieldNames[kApproxFieldCount] = {
-    "Cd Tilt",     "Stall Cd at Cl Max", "Stall Cd at Cl Min", "Cd Shift", "Cd Exponent", "Cd Min",
-    "Stall Range Cl Min", "Stall Range Cl Max", "Cl Max", "Cl Min", "Alfa Zero",
+    "Cd Tilt",   "Stall Cd at Cl Max", "Stall Cd at Cl Min", "Cd Shift", "Cd Exponent",
+    "Cd Min",    "Stall Range Cl Min", "Stall Range Cl Max", "Cl Max",   "Cl Min",
+    "Alfa Zero",
 };
 
 constexpr double kDegree = 3.14159265358979323846 / 180;
@@ -69,7 +70,6 @@ ApproxRange ApproxFieldRange(ApproxField field, const ApproxValues& v) {
   }
   return {0, 0};
 }
-
 
 double& ApproxValues::operator[](ApproxField field) { return this->*kFields[static_cast<int>(field)]; }
 double ApproxValues::operator[](ApproxField field) const { return this->*kFields[static_cast<int>(field)]; }

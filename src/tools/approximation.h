@@ -67,8 +67,8 @@ inline constexpr double kApproxLiftSlope = 2 * 3.14159265358979323846 * 3.141592
 inline constexpr double kApproxLinearShare = 0.7;
 inline constexpr double kFlatPlateCd90 = 2.0;
 
-// What is wrong with a set of values: the field to name, the text, whose %1 takes the field's name, and for a value out of its
-// range the range, which the text's %2 and %3 take.
+// What is wrong with a set of values: the field to name, the text, whose %1 takes the field's name, and for a value out
+// of its range the range, which the text's %2 and %3 take.
 struct ApproxProblem {
   ApproxField field;
   Text messageId;
@@ -151,7 +151,7 @@ class ApproxModel {
     double linearEnd;  // angles where the straight line ends, the stall
     double stallAlfa;  // begins and the flat plate takes over
     double plateAlfa;
-    double plateCd;  // the flat plate's drag at plateAlfa
+    double plateCd;      // the flat plate's drag at plateAlfa
     double bucketWidth;  // |clLimit - Cd Shift|
     double bucketRise;   // what the power term adds at clLimit
   };

@@ -36,9 +36,7 @@ PolarPtr BuildEnvelope(const Airfoil& airfoil) {
   }
   const int n = RoundToInt16((clMax - clMin) / 0.05 + 0.5);
   // Its own text (Text::EnvelopeNeedsLiftRange): the user can mend this by ticking other polars.
-  if (n == 0)
-    throw DivisionByZeroError("the selected polars span no lift range",
-                              Text::EnvelopeNeedsLiftRange);
+  if (n == 0) throw DivisionByZeroError("the selected polars span no lift range", Text::EnvelopeNeedsLiftRange);
   const double dCl = (clMax - clMin) / n;
 
   auto envelope = std::make_shared<Polar>();

@@ -56,14 +56,10 @@ std::string KeyOfPolar(const Airfoil& airfoil, const Polar* polar) {
 
 std::string NodeName(std::string_view key, Language language) {
   switch (KindOfKey(key)) {
-    case NodeKind::Root:
-      return GetResString(Text::Airfoil, language);
-    case NodeKind::Set:
-      return "Set" + NumberText(SetIndexOfKey(key));
-    case NodeKind::Polar:
-      return GetResString(Text::Polar, language) + NumberText(PolarIndexOfKey(key));
-    case NodeKind::None:
-      break;
+    case NodeKind::Root: return GetResString(Text::Airfoil, language);
+    case NodeKind::Set: return "Set" + NumberText(SetIndexOfKey(key));
+    case NodeKind::Polar: return GetResString(Text::Polar, language) + NumberText(PolarIndexOfKey(key));
+    case NodeKind::None: break;
   }
   return {};
 }
@@ -105,16 +101,13 @@ void ToggleNode(Airfoil& airfoil, std::vector<TreeNode>& nodes, size_t clicked) 
         if (KindOfKey(nodes[k].key) == NodeKind::Polar) SetPolarSelected(airfoil, nodes[k].key, active);
       }
       break;
-    case NodeKind::None:
-      break;
+    case NodeKind::None: break;
   }
 }
 
 void DeleteNode(Airfoil& airfoil, std::string_view key) {
   switch (KindOfKey(key)) {
-    case NodeKind::Root:
-      airfoil.Delete();
-      break;
+    case NodeKind::Root: airfoil.Delete(); break;
     case NodeKind::Polar: {
       const int setIndex = SetIndexOfKey(key);
       ConfigurationPtr set = airfoil.Configuration(setIndex);
@@ -123,11 +116,8 @@ void DeleteNode(Airfoil& airfoil, std::string_view key) {
       if (set->PolarCount() == 0) airfoil.DeleteConfiguration(setIndex);
       break;
     }
-    case NodeKind::Set:
-      airfoil.DeleteConfiguration(SetIndexOfKey(key));
-      break;
-    case NodeKind::None:
-      break;
+    case NodeKind::Set: airfoil.DeleteConfiguration(SetIndexOfKey(key)); break;
+    case NodeKind::None: break;
   }
 }
 

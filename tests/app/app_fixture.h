@@ -8,22 +8,22 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QDropEvent>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
-#include <QDropEvent>
-#include <QUrl>
 #include <QSettings>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+#include <QUrl>
 #include <memory>
 #include <vector>
 
+#include "app/file_browser.h"
+#include "app/options_dialog.h"
 #include "app/pef_form.h"
 #include "app/qt_user_interface.h"
-#include "app/options_dialog.h"
-#include "app/file_browser.h"
 #include "formats/xml.h"
 #include "model/airfoil.h"
 #include "strings/string_table.h"
@@ -40,9 +40,9 @@ inline std::string WritePolarFile(const TempDir& dir, const std::string& name, c
   auto set = std::make_shared<Configuration>();
   set->Name = "clean";
   for (int p = 0; p < polars; ++p) {
-    set->AddPolar(MakePolar(100000.0 * (p + 1), 0.0, true,
-                            {MakePoint(0, 0.2, 0.01, -0.05), MakePoint(2, 0.4, 0.011, -0.05),
-                             MakePoint(4, 0.6, 0.012, -0.05)}));
+    set->AddPolar(
+        MakePolar(100000.0 * (p + 1), 0.0, true,
+                  {MakePoint(0, 0.2, 0.01, -0.05), MakePoint(2, 0.4, 0.011, -0.05), MakePoint(4, 0.6, 0.012, -0.05)}));
   }
   airfoil.AddConfiguration(set);
   const std::string path = dir.File(name);

@@ -2,16 +2,17 @@
 // until a field changes or the dialog closes, Copy fills the clipboard, Fit
 // takes the tree's current polar and reports, bad input is named,
 // and the main window's keys work while the dialog is active.
+#include "app/approx_dialog.h"
+
 #include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
-#include <QWheelEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTreeWidget>
+#include <QWheelEvent>
 
-#include "app/approx_dialog.h"
 #include "app/caption_apply.h"
 #include "app/graph_widget.h"
 #include "app/tree_controller.h"

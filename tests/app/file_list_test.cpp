@@ -75,8 +75,9 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
   form.Document().OpenFile(wing);
   EXPECT_EQ(shown(), "Tavilo - " + wing + "|Wing");
   form.Document().OpenFile(unknown);
-  form.UserInterfaceImpl().SetFilesChooser(
-      [&](const FileDialogRequest&, const QString&) { return std::vector<std::string>{unknown, tail}; });
+  form.UserInterfaceImpl().SetFilesChooser([&](const FileDialogRequest&, const QString&) {
+    return std::vector<std::string>{unknown, tail};
+  });
   Action("mnuFileImport")->trigger();
   EXPECT_EQ(form.Document().Current().ConfigCount(), 2) << "the good file of the two is imported";
   EXPECT_EQ(shown(), "Tavilo - " + wing + "|Wing");

@@ -1,9 +1,9 @@
 // The main window: a print run, the language switch, the layout on resize.
 #include <QDialog>
 #include <QFile>
-#include <QTimer>
 #include <QPrinter>
 #include <QStatusBar>
+#include <QTimer>
 
 #include "app/caption_apply.h"
 #include "app_fixture.h"
@@ -47,8 +47,8 @@ TEST_F(MainWindow, APrintRunDisablesPrintAloneAndThePreviewPrintsNothing) {
 std::vector<QString> ShownCaptions(QWidget* window) {
   std::vector<QString> shown;
   for (const Caption& caption : MainWindowCaptions()) {
-    QObject* control = FindControl(window, QString::fromLatin1(caption.element.data(), caption.element.size()),
-                                   caption.item);
+    QObject* control =
+        FindControl(window, QString::fromLatin1(caption.element.data(), caption.element.size()), caption.item);
     EXPECT_NE(control, nullptr) << caption.element << " " << caption.item;
     if (control == nullptr) continue;
     shown.push_back(caption.target == CaptionTarget::ToolTip ? qobject_cast<QAction*>(control)->toolTip()

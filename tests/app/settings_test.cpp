@@ -1,11 +1,12 @@
 // Settings: the round trip over exit and restart, how stored texts are read,
 // and defaults where the store holds garbage.
+#include "app/settings.h"
+
 #include <QAbstractButton>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 
 #include "app/file_browser.h"
-#include "app/settings.h"
 #include "app_fixture.h"
 
 namespace tavilo::testing {
@@ -18,8 +19,8 @@ TEST(SettingNumber, ReadsStoredTextsByTheLeadingNumberRule) {
     int expected;
   };
   const Case cases[] = {
-      {"2.9", true, 2},  {"-1", false, -1}, {"abc", true, 0},   {"", false, 0},      {" 1 ", false, 1},
-      {"2.5", false, 2}, {"1e9", false, 0}, {"1,5", true, 1},   {"-0.6", false, -1},
+      {"2.9", true, 2},  {"-1", false, -1}, {"abc", true, 0}, {"", false, 0},      {" 1 ", false, 1},
+      {"2.5", false, 2}, {"1e9", false, 0}, {"1,5", true, 1}, {"-0.6", false, -1},
   };
   for (const Case& c : cases) EXPECT_EQ(SettingNumber(c.text, c.truncate), c.expected) << '"' << c.text << '"';
 }
@@ -50,8 +51,8 @@ TEST_F(SettingsTest, EveryValueIsWrittenAsIntegerTextAndSurvivesExitAndRestart) 
   EXPECT_EQ(second.Language(), Language::German);
   EXPECT_EQ(second.statusBar()->currentMessage(), "Bereit.");
   const OptionsDialog& options = second.Options();
-  EXPECT_EQ(std::vector<int>({options.GridShow(), options.LegendShow(), options.LegendPosition(0),
-                              options.LegendPosition(1)}),
+  EXPECT_EQ(std::vector<int>(
+                {options.GridShow(), options.LegendShow(), options.LegendPosition(0), options.LegendPosition(1)}),
             std::vector<int>({1, 1, 0, -1}));
   EXPECT_EQ(FileList()->item(0)->text(), "other.pol");
 }

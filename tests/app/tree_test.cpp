@@ -4,8 +4,8 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QTest>
 #include <QStatusBar>
+#include <QTest>
 #include <QTreeWidget>
 #include <filesystem>
 
@@ -122,9 +122,9 @@ TEST_F(StructureTree, DeleteByMenuOrKeyAndItsUndoReachEveryView) {
   ASSERT_EQ(window->Document().Current().Configuration(1)->PolarCount(), 1);
   auto dataCommands = [this] {
     std::string enabled;
-    for (const char* name : {"mnuFilePrint", "mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate",
-                             "mnuToolsEnvelope", "mnuToolsSortRe", "mnuToolsSortMach", "Toolbar1_PRINT",
-                             "Toolbar1_SAVE"})
+    for (const char* name :
+         {"mnuFilePrint", "mnuFileExport", "mnuFileSaveGraphs", "mnuToolsApproximate", "mnuToolsEnvelope",
+          "mnuToolsSortRe", "mnuToolsSortMach", "Toolbar1_PRINT", "Toolbar1_SAVE"})
       enabled += Action(name)->isEnabled() ? '+' : '-';
     return enabled;
   };

@@ -21,8 +21,9 @@ TEST_F(UndoInTheWindow, EveryKindOfChangeIsUndoneAndRedoneExactlyByTheKeys) {
   const std::string wing = WritePolarFile(dir, "wing.xml", "Wing", 2);
   const std::string tail = WritePolarFile(dir, "tail.xml", "Tail", 1);
   PEFForm& form = Start();
-  form.UserInterfaceImpl().SetFilesChooser(
-      [&](const FileDialogRequest&, const QString&) { return std::vector<std::string>{tail, tail}; });
+  form.UserInterfaceImpl().SetFilesChooser([&](const FileDialogRequest&, const QString&) {
+    return std::vector<std::string>{tail, tail};
+  });
   form.UserInterfaceImpl().SetInputAnswerer([](const QString&, const QString&, const QString&) { return "renamed"; });
   auto* props = Find<PolarPropsDialog>("frmPolarProps");
   auto trigger = [this](const char* key, const char* action) {
@@ -37,7 +38,12 @@ TEST_F(UndoInTheWindow, EveryKindOfChangeIsUndoneAndRedoneExactlyByTheKeys) {
   } cases[] = {
       {"open", [&] { form.Document().OpenFile(wing); }},
       {"import two files", [&] { Action("mnuFileImport")->trigger(); }},
-      {"paste", [&] { SelectNode("c 1|p 2"); form.Tree().EditCopy(); form.Tree().EditPaste(); }},
+      {"paste",
+       [&] {
+         SelectNode("c 1|p 2");
+         form.Tree().EditCopy();
+         form.Tree().EditPaste();
+       }},
       {"delete a polar", trigger("c 2|p 1", "mnuEditPolarDelete")},
       {"rename a set", trigger("c 1", "mnuEditName")},
       {"polar properties",

@@ -1,3 +1,5 @@
+#include "base/number_text.h"
+
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -10,12 +12,12 @@
 
 #include "base/errors.h"
 #include "base/fixed_number.h"
-#include "base/number_text.h"
 
 namespace tavilo {
 namespace {
 
 TEST(LeadingNumber, TakesTheLongestLeadingNumber) {
+  // clang-format off
   const std::pair<const char*, double> cases[] = {
       {"0.5", 0.5},   {"  \t-2.25abc", -2.25}, {"+3", 3.0},   {".5", 0.5},       {"-.25", -0.25}, {"1.", 1.0},
       {"1.2.3", 1.2}, {"1E3", 1000.0},   {"1e-2", 0.01}, {"2.5D2", 250.0},  {"2.5d-1", 0.25}, {"1.5E", 1.5},
@@ -61,38 +63,43 @@ TEST(FormatNumber, RoundsAsTheDecimalTextShowsIt) {
       {1.5e6 / 1e6, "0.000", "1.500"}, {1e20, "0", "100000000000000000000"},
       {1.23456789012345678, "0.00000", "1.23457"}, {0.000049, "0.0000", "0.0000"}, {0.00005, "0.0000", "0.0001"},
   };
+  // clang-format on
   for (const auto& [value, pattern, text] : cases)
     EXPECT_EQ(FormatNumber(value, pattern), text) << value << " with " << pattern;
 }
 
 TEST(NumberText, PutsABlankBeforeNonNegativeNumbers) {
   const std::pair<double, const char*> cases[] = {
-      {1, " 1"},     {500000, " 500000"}, {-2.5, "-2.5"}, {0, " 0"}, {0.5, " 0.5"}, {1.25e-3, " 0.00125"},
-      {1e15, " 1E+15"}, {123456789012345, " 123456789012345"}, {1e-5, " 1E-05"}, {-3.5e20, "-3.5E+20"},
-      {0.1 + 0.2, " 0.3"}, {1000000, " 1000000"}};
+      {1, " 1"},        {500000, " 500000"},   {-2.5, "-2.5"},      {0, " 0"},
+      {0.5, " 0.5"},    {1.25e-3, " 0.00125"}, {1e15, " 1E+15"},    {123456789012345, " 123456789012345"},
+      {1e-5, " 1E-05"}, {-3.5e20, "-3.5E+20"}, {0.1 + 0.2, " 0.3"}, {1000000, " 1000000"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(NumberText(value), text) << value;
 }
 
 TEST(RestAfterFirstBlank, SkipsTheFirstFieldAndTheBlanksAfterIt) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"4.000   0.812   0.00912", "0.812   0.00912"}, {"0.00912", ""}, {"1.0   ", ""},
-      {" lead", "lead"}, {"a\tb c", "c"},  // only a blank separates
-      {std::string(32766, 'x') + " y", "y"}, {std::string(40000, 'x'), ""}};
+  const std::pair<std::string, std::string> cases[] = {{"4.000   0.812   0.00912", "0.812   0.00912"},
+                                                       {"0.00912", ""},
+                                                       {"1.0   ", ""},
+                                                       {" lead", "lead"},
+                                                       {"a\tb c", "c"},  // only a blank separates
+                                                       {std::string(32766, 'x') + " y", "y"},
+                                                       {std::string(40000, 'x'), ""}};
   for (const auto& [line, rest] : cases) EXPECT_EQ(RestAfterFirstBlank(line), rest) << line.substr(0, 20);
   EXPECT_THROW(RestAfterFirstBlank(std::string(32767, 'x') + " y"), OverflowError);
 }
 
 TEST(ShortestNumberText, ReadsBackExactlyInTheShorterForm) {
   const std::pair<double, const char*> cases[] = {
-      {2, "2"},         {0.0065, "0.0065"}, {-1.25e-05, "-1.25e-05"}, {200000, "2e+05"}, {-1.1, "-1.1"},
-      {0.1 + 0.2, "0.30000000000000004"}, {1234.5, "1234.5"}};
+      {2, "2"},          {0.0065, "0.0065"}, {-1.25e-05, "-1.25e-05"},
+      {200000, "2e+05"}, {-1.1, "-1.1"},     {0.1 + 0.2, "0.30000000000000004"},
+      {1234.5, "1234.5"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(ShortestNumberText(value), text) << text;
 }
 
 TEST(SignificantNumberText, RoundsToTheDigitsAndDropsTrailingZeros) {
   const std::tuple<double, int, const char*> cases[] = {
       {7.999999999999351, 6, "8"}, {0.04242293801386134, 3, "0.0424"}, {-1.2500049e-05, 6, "-1.25e-05"},
-      {0.0999996, 3, "0.1"},      {123456789, 6, "1.23457e+08"},       {-2.1, 6, "-2.1"}};
+      {0.0999996, 3, "0.1"},       {123456789, 6, "1.23457e+08"},      {-2.1, 6, "-2.1"}};
   for (const auto& [value, digits, text] : cases) EXPECT_EQ(SignificantNumberText(value, digits), text) << text;
 }
 
@@ -113,8 +120,8 @@ void ExpectSameText(double value, int decimals) {
 
 TEST(AppendFixedNumber, MatchesFormatNumberOnChosenAndRandomValuesAndNearHalves) {
   constexpr double kInf = std::numeric_limits<double>::infinity();
-  for (double value : {0.0, -0.0, 0.2385, -2.5, -0.0004, -0.0005, 1.0005, -99.999, 1e-300, 99999999.5, 1e15,
-                       -1e20, 0.375, 4.4445, std::nan(""), kInf, -kInf})
+  for (double value : {0.0, -0.0, 0.2385, -2.5, -0.0004, -0.0005, 1.0005, -99.999, 1e-300, 99999999.5, 1e15, -1e20,
+                       0.375, 4.4445, std::nan(""), kInf, -kInf})
     for (int decimals = 0; decimals <= 5; ++decimals) ExpectSameText(value, decimals);
   std::mt19937_64 random(42);
   std::uniform_real_distribution<double> magnitude(-8, 9);

@@ -54,7 +54,10 @@ TEST(WorkerPool, AnExceptionReachesTheCallerAndEndsTheTelling) {
     for (int threads : {1, 3}) {
       int lastTold = -1;
       EXPECT_THROW(pool.ForEach(
-                       100, threads, own, [&](int i, NoWorkerState&) { if (inTask) fail(i); },
+                       100, threads, own,
+                       [&](int i, NoWorkerState&) {
+                         if (inTask) fail(i);
+                       },
                        [&](int i) {
                          if (!inTask) fail(i);
                          lastTold = i;
@@ -62,7 +65,8 @@ TEST(WorkerPool, AnExceptionReachesTheCallerAndEndsTheTelling) {
                    std::runtime_error);
       EXPECT_LE(lastTold, 49) << "in task " << inTask << ", threads " << threads;
       std::atomic<int> calls{0};
-      pool.ForEach(10, threads, own, [&](int, NoWorkerState&) { ++calls; }, [](int) {});
+      pool.ForEach(
+          10, threads, own, [&](int, NoWorkerState&) { ++calls; }, [](int) {});
       EXPECT_EQ(calls, 10);
     }
 }

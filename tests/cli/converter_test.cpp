@@ -1,5 +1,7 @@
 // The converter end to end: in process, and through its real binary where
 // the process itself matters.
+#include "cli/converter.h"
+
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
@@ -10,7 +12,6 @@
 #include <sstream>
 #include <tuple>
 
-#include "cli/converter.h"
 #include "formats/file_text.h"
 #include "formats/pef.h"
 #include "formats/xml.h"

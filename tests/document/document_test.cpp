@@ -86,8 +86,10 @@ TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
     EXPECT_EQ(ContentText(document.Current()), after);
     EXPECT_EQ(document.Redo(), nullptr) << "nothing more to redo";
     document.Undo();
-    EXPECT_EQ(seen, (std::vector<Seen>{{kind, ChangeStep::Do}, {kind, ChangeStep::Undo},
-                                       {kind, ChangeStep::Redo}, {kind, ChangeStep::Undo}}));
+    EXPECT_EQ(
+        seen,
+        (std::vector<Seen>{
+            {kind, ChangeStep::Do}, {kind, ChangeStep::Undo}, {kind, ChangeStep::Redo}, {kind, ChangeStep::Undo}}));
   }
 }
 

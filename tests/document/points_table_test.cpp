@@ -15,8 +15,15 @@ using testing::MakePoint;
 
 TEST(PointsTable, CellsShowAtMostFifteenDigitsAndUnknownAsEmpty) {
   const std::pair<double, const char*> cases[] = {
-      {0.05294000000000001, "0.05294"}, {0.1 + 0.2, "0.3"}, {123456.789012345678, "123456.789012346"},
-      {-0.5, "-0.5"}, {200000, "200000"}, {1e-7, "1e-07"}, {kNoValue, ""}, {-120, ""}, {-99.998, "-99.998"},
+      {0.05294000000000001, "0.05294"},
+      {0.1 + 0.2, "0.3"},
+      {123456.789012345678, "123456.789012346"},
+      {-0.5, "-0.5"},
+      {200000, "200000"},
+      {1e-7, "1e-07"},
+      {kNoValue, ""},
+      {-120, ""},
+      {-99.998, "-99.998"},
   };
   for (const auto& [value, text] : cases) EXPECT_EQ(PointCellText(value), text) << value;
 }
@@ -55,19 +62,21 @@ TEST(PointsTable, SpreadsheetRowsTakeEitherDecimalAndAreRefusedWhole) {
   const std::vector<PolarPoint> copied = {MakePoint(4, 0.6, 0.0125, -0.04, 0.5, 0.75),
                                           MakePoint(2, 0.1 + 0.2, 0.05294000000000001)};
   const int rows[] = {0, 1};
-  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), Language::English).points, copied) << "copied rows come back exactly";
+  EXPECT_EQ(ReadPointRows(PointRowsText(copied, rows), Language::English).points, copied)
+      << "copied rows come back exactly";
   const PastedRows pasted =
       ReadPointRows("alpha\tCL\tCD\r\n\r\n-2,5\t0,1\t0,009\r\n3\t0.5\t0.01\t-0.1\t\t0.9", Language::English);
   ASSERT_EQ(pasted.refusal, "");
-  EXPECT_EQ(pasted.points, (std::vector<PolarPoint>{MakePoint(-2.5, 0.1, 0.009),
-                                                    MakePoint(3, 0.5, 0.01, -0.1, kNoValue, 0.9)}));
+  EXPECT_EQ(pasted.points,
+            (std::vector<PolarPoint>{MakePoint(-2.5, 0.1, 0.009), MakePoint(3, 0.5, 0.01, -0.1, kNoValue, 0.9)}));
   const std::pair<const char*, const char*> refused[] = {
       {"1\t0.1\t0.01\n2\t0.2\n", "Line 2 of the clipboard: Cd needs a value"},
       {"1\t0.1\t0.01\n2\t0.2\tx\n", "Line 2 of the clipboard: 'x' is not a number. A period or a comma"},
       {"1\t1e10\t0.01\n", "Line 1 of the clipboard: Cl must lie between -1000000 and 1000000, not 1e10."},
       {"Alfa\tCl\tCd\n", "The clipboard holds no rows of points"},
-      {"", "The clipboard holds no rows of points: each needs Alfa, Cl and Cd, in this order, separated by tabs; "
-           "a period or a comma may separate the decimals."},
+      {"",
+       "The clipboard holds no rows of points: each needs Alfa, Cl and Cd, in this order, separated by tabs; "
+       "a period or a comma may separate the decimals."},
   };
   for (const auto& [text, refusal] : refused) {
     const PastedRows rows = ReadPointRows(text, Language::English);

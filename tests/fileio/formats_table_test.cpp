@@ -12,9 +12,7 @@
 namespace tavilo {
 namespace {
 
-std::string IdOf(const FileFormat* format) {
-  return format != nullptr ? format->id : "";
-}
+std::string IdOf(const FileFormat* format) { return format != nullptr ? format->id : ""; }
 
 TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
   const struct {
@@ -71,8 +69,9 @@ TEST(FormatTable, AboutListsWhatIsReadAndWrittenInTheCurrentLanguage) {
   const std::string german = AboutText(Language::German, AboutReadLines(), AboutWrittenLines());
   for (const auto& [text, lines] :
        {std::pair{english, "   .DRG\tPrinceton and UIUC drag polar file\r\n   .TXT, .MWK, .CSV\tpolar table"},
-        {english, "...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
-                  "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\nGraphs (from left"},
+        {english,
+         "...export to:\r\n   .XML\tPolar Exchange Format\r\n   .PEF\tolder Polar Exchange Format\r\n"
+         "   .POL\tXfoil 5.4 polar file\r\n   .CSV\tpolar table that Tavilo reads back\r\nGraphs (from left"},
         {german, "...exportieren nach:\r\n   .XML\tPolaren-Austauschformat"},
         {german, "   Lift Coefficient vs. Drag Coefficient"}})
     EXPECT_NE(text.find(lines), std::string::npos) << lines;

@@ -73,12 +73,18 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   const std::tuple<std::string, std::string, std::optional<Text>, bool, bool, int> cases[] = {
       // XML wants its declaration exactly so, and then at least one set.
       {"wing.xml", "<polar-exchange-file/>", Text::NoValidXmlFile, false, false, 0},
-      {"encoding.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", Text::NoValidXmlFile, false, false, 0},
+      {"encoding.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<configurations/>", Text::NoValidXmlFile, false,
+       false, 0},
       {"upper.xml", "<?XML version=\"1.0\"?>\n<configurations/>", Text::NoValidXmlFile, false, false, 0},
       {"wing2.xml", "<?xml version=\"1.0\"?>\r\n<polar-exchange-file/>\r\n", Text::NoDataSets, false, false, 0},
       {"wild.pol", pol, Text::Overflow, true, true, 14},
       {"notes.doc", "", Text::UnknownFileFormat, false, false, 0},
-      {"cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n", {}, false, true, 0},
+      {"cut.drg",
+       "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n200000\n\n2\n\n0 0.1 0.01 0.01 0.01 0.01 0.01\n",
+       {},
+       false,
+       true,
+       0},
       {"fine.pef", "[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=0\r\n", {}, false, false, 0},
       {"empty.pol", "", {}, false, false, 0},  // no points is an error only where asked
   };
@@ -94,7 +100,8 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
   }
   // The wild number keeps the point before it and is named with its line.
   const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
-  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], Language::German).rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
+  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], Language::German)
+                .rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
             0u);
   RecordingUserInterface ui;
   ShowDiagnostics(wild.report, ui);
@@ -116,9 +123,10 @@ TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
 TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
   TempDir dir;
   RecordingUserInterface ui;
-  const std::pair<const char*, const char*> cases[] = {
-      {"out.xml", "<?xml version=\"1.0\"?>\r\n"}, {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
-      {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"}, {"out.CSV", "set_no,set,polar_no,polar,re,mach"}};
+  const std::pair<const char*, const char*> cases[] = {{"out.xml", "<?xml version=\"1.0\"?>\r\n"},
+                                                       {"OUT.PEF", "; This is a polar exchange file (PEF)\r\n"},
+                                                       {"out.Pol", "\r\n       XFOIL         Version 5.4\r\n"},
+                                                       {"out.CSV", "set_no,set,polar_no,polar,re,mach"}};
   for (const auto& [name, start] : cases) {
     EXPECT_TRUE(ExportAirfoil(*Sample("SD7037"), dir.File(name), ui)) << name;
     EXPECT_EQ(dir.Read(name).rfind(start, 0), 0u) << name;
@@ -176,17 +184,22 @@ TEST(Batch, TheWindowsRunGoesOnPastFailuresAndListsThemAndTheWarningsAtTheEnd) {
   longPolar->Configuration(1)->Polar(1)->SetPoints(std::vector<PolarPoint>(1001, MakePoint(1, 0.5, 0.01)));
   // Files (a, c good; b missing; e without polars), language, message (%d: the directory), icon.
   const std::tuple<std::vector<std::string>, Language, std::string, MessageIcon> cases[] = {
-      {{"e.pef"}, Language::German, "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
+      {{"e.pef"},
+       Language::German,
+       "1 Datei konnte nicht umgewandelt werden:\r\ne.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
-      {{"a.pef", "b.pef", "c.pef", "e.pef"}, Language::German,
+      {{"a.pef", "b.pef", "c.pef", "e.pef"},
+       Language::German,
        "2 von 4 Dateien konnten nicht umgewandelt werden:\r\nb.pef: Datei nicht gefunden: %d/b.pef\r\n"
        "e.pef: Datei enthält keine Polaren!",
        MessageIcon::Critical},
-      {{"long.pef", "e.pef"}, Language::English,
+      {{"long.pef", "e.pef"},
+       Language::English,
        "1 of 2 files could not be converted:\r\ne.pef: File contains no polars!\r\n\r\n%d/long.xml holds a polar "
        "of more than 1000 points: readers of the XML format leave out the points past the 1000th.",
        MessageIcon::Critical},
-      {{"long.pef"}, Language::German,
+      {{"long.pef"},
+       Language::German,
        "%d/long.xml enthält eine Polare mit mehr als 1000 Punkten: Leser des XML-Formats lassen die Punkte nach "
        "dem 1000. aus.",
        MessageIcon::Warning},
@@ -219,8 +232,9 @@ TEST(Batch, ParallelJobsWriteNewFilesWithoutEverSettingTheUmask) {
   umaskChanges = 0;
   const int mask = static_cast<int>(::syscall(SYS_umask, 022));
   ::syscall(SYS_umask, mask);
-  ConvertPefDirectory(dir.Path().string(), [](const std::string& path) { return ReadPolarFile(path, nullptr); },
-                      [](const BatchStep&) { return true; }, 8);
+  ConvertPefDirectory(
+      dir.Path().string(), [](const std::string& path) { return ReadPolarFile(path, nullptr); },
+      [](const BatchStep&) { return true; }, 8);
   EXPECT_EQ(umaskChanges, 0);
   for (int k = 0; k < 40; ++k) {
     struct stat info {};

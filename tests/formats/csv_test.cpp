@@ -19,12 +19,14 @@ using testing::SetOf;
 Airfoil Sample() {
   Airfoil airfoil;
   airfoil.Name = "E387";
-  airfoil.AddConfiguration(SetOf("clean", {
-      MakePolar(2e5, 0.1, true, {MakePoint(0.1 + 0.2, 0.5, 0.0125, -0.08, 0.55, 0.9),
-                                 MakePoint(-2, kNoValue, 0.01)}, "tripped \"zz\""),
-      MakePolar(3e5, 0, false, {MakePoint(1, 0.6, 0.02)}),
-      MakePolar(4e5, 0, true, {MakePoint(1, 0.6, -150)}),
-  }));
+  airfoil.AddConfiguration(
+      SetOf("clean", {
+                         MakePolar(2e5, 0.1, true,
+                                   {MakePoint(0.1 + 0.2, 0.5, 0.0125, -0.08, 0.55, 0.9), MakePoint(-2, kNoValue, 0.01)},
+                                   "tripped \"zz\""),
+                         MakePolar(3e5, 0, false, {MakePoint(1, 0.6, 0.02)}),
+                         MakePolar(4e5, 0, true, {MakePoint(1, 0.6, -150)}),
+                     }));
   airfoil.AddConfiguration(SetOf("clean", {MakePolar(1.5e6, 0.2, true, {MakePoint(3, 0.7, 0.009)}, "a, b")}));
   return airfoil;
 }

@@ -83,12 +83,16 @@ TEST(DrgReader, SeveralAirfoilsAskTheUserWithATrailingEmptyEntry) {
 TEST(DrgReader, CutOrForeignInputKeepsWhatWasRead) {
   const std::string full = ReadFileBytes(kUiucData + "E387A.DRG");
   auto before = [&full](const char* text) { return full.substr(0, full.find(text)); };
-  const std::tuple<std::string, int, int> cases[] = {  // text, polars, points of the last
+  const std::tuple<std::string, int, int> cases[] = {
+      // text, polars, points of the last
       {before("  0.81   0.433"), 2, 4},
       {before(" 151600"), 2, 11},
       {before("Number of Reynolds"), 0, 0},
       {"", 0, 0},
-      {std::string("\x7f" "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0", 16), 0, 0},
+      {std::string("\x7f"
+                   "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0",
+                   16),
+       0, 0},
       {"[Airfoil]\r\nName=NACA 0012\r\n", 0, 0},
       {"Airfoil  \n", 0, 0},
   };

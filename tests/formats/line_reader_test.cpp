@@ -17,8 +17,14 @@ using testing::TempDir;
 TEST(LineReader, AcceptsEveryLineEndWholeAndReadInPieces) {
   using V = std::vector<std::string>;
   const std::pair<std::string, V> cases[] = {
-      {"a\nb\n", {"a", "b"}}, {"a\r\nb\r\n", {"a", "b"}}, {"a\rb\r", {"a", "b"}}, {"a\r\n\r\nb", {"a", "", "b"}},
-      {"a\n\rb", {"a", "", "b"}}, {"", {}}, {"\n", {""}}, {"\r", {""}},
+      {"a\nb\n", {"a", "b"}},
+      {"a\r\nb\r\n", {"a", "b"}},
+      {"a\rb\r", {"a", "b"}},
+      {"a\r\n\r\nb", {"a", "", "b"}},
+      {"a\n\rb", {"a", "", "b"}},
+      {"", {}},
+      {"\n", {""}},
+      {"\r", {""}},
       {"long line one\r\n\r\nline three\rfour\nfive\r\n\r\r\nend without a line end",
        {"long line one", "", "line three", "four", "five", "", "", "end without a line end"}},
   };

@@ -19,6 +19,7 @@ using testing::TempDir;
 using namespace std::string_literals;
 
 TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
+  // clang-format off
   const struct {
     const char* name;
     std::string text, section, key, expected;
@@ -39,6 +40,7 @@ TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
       {"BracketKeyMatchesClosingLine", "[A]\r\n[B]=7\r\n", "A", "[B", "7"},
       {"MissingSectionHasNoValues", "[A]\r\nx=1\r\n", "B", "x", ""},
   };
+  // clang-format on
   for (const auto& c : cases) {
     EXPECT_EQ(ReferencePefValue(c.text, c.section, c.key), c.expected) << c.name << ": literal scan";
     EXPECT_EQ(std::string(PefIndex(c.text).Value(c.section, c.key)), c.expected) << c.name << ": index";
@@ -47,7 +49,6 @@ TEST(PefIndex, IndexAndLiteralScanGiveTheExpectedValueOnQuirks) {
   const PefIndex index("[A]\r\nx=1\r\n");
   for (uint32_t section : {1u, 2u, PefIndex::kNoSection}) EXPECT_FALSE(index.FindValue(section, "x")) << section;
 }
-
 
 // PEF-like files from colliding pieces: prefix sections and keys, stray separators, NULs, all line ends.
 struct QuirkyPefGenerator {
@@ -78,12 +79,14 @@ struct QuirkyPefGenerator {
                                 "Set1-Polar1-and-a-long-tail"});
   }
 
+  // clang-format off
   std::string Key() {
     return Choose<std::string>({"Description1", "Description2", "Description", "Origin", "Airfoilname", "NumberSets",
                                 "NumberPolars", "NumberPoints", "ReynoldsNumber", "MachNumber", "Value01", "Value1",
                                 "Value10", "Value100", "Value", "Values", "Value02", "Value011", "", " Value01",
                                 "[Set1", "Value01\0"s, "V\xFFlue", "Value01234567890123"});
   }
+  // clang-format on
 
   std::string Separator() { return Choose<std::string>({"=", "=", " = ", "==", "= =", " ", "", "x", "=\t"}); }
 

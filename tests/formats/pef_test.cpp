@@ -111,10 +111,10 @@ TEST(PefReader, HugeCountsAreBounded) {
 TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
   const std::pair<std::string, bool> cases[] = {
       {ReadFileBytes(TAVILO_TEST_DATA "/golden/sample.pef"), false},
-      {OnePolarFile("NumberPoints=2\r\nValue01=1 2 3\r\n"), true},                 // cut after a point
-      {OnePolarFile("NumberPoints=2\r\nValue02=4 5 6\r\n"), true},                 // a point missing in between
+      {OnePolarFile("NumberPoints=2\r\nValue01=1 2 3\r\n"), true},  // cut after a point
+      {OnePolarFile("NumberPoints=2\r\nValue02=4 5 6\r\n"), true},  // a point missing in between
       {"[Airfoil]\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=2\r\n[Set1-Polar1]\r\n", true},  // a polar
-      {"[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nNumberPolars=0\r\n", true},                    // a set
+      {"[Airfoil]\r\nNumberSets=2\r\n[Set1]\r\nNumberPolars=0\r\n", true},                   // a set
       {OnePolarFile("NumberPoints=100\r\n"), true},  // past the limit of missing items
   };
   for (const auto& [text, warned] : cases) {
@@ -130,8 +130,8 @@ TEST(PefReader, ItemsTheCountsAskForButTheFileLacksWarnQuietly) {
 // Set 1 named, own Description2, one of two polars ticked; set 2 none ticked; set 3 unnamed.
 Airfoil SampleAirfoil() {
   const std::vector<PolarPoint> points = {{4.0, 0.8123, 0.009123, -0.08712, 0.4118, 1.0, 0.5, 0.5}, {}};
-  auto first = testing::SetOf("Flap 0", {MakePolar(1, 0, false, {}, "left out"),
-                                         MakePolar(250000.4, 0.3, true, points, "Re 250k")});
+  auto first = testing::SetOf(
+      "Flap 0", {MakePolar(1, 0, false, {}, "left out"), MakePolar(250000.4, 0.3, true, points, "Re 250k")});
   first->Origin = "Wind tunnel";
   first->Description2 = "smooth";
   return testing::AirfoilOf("Clark Y", {first, testing::SetOf("", {MakePolar(1, 0, false, {}, "hidden")}),
@@ -174,7 +174,7 @@ TEST(PefWriter, WritesTheWholeFileLineForLineAndReadsItBack) {
 
 TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {
   const std::pair<std::string, std::string> cases[] = {
-      {"a\nb", "a\r\nb\r\n"}, {"ab", "ab"}, {"", ""}, {"a\r\nb\n", "a\r\nb\n"}, {"a\rb\n", "a\rb\n"},
+      {"a\nb", "a\r\nb\r\n"},      {"ab", "ab"}, {"", ""}, {"a\r\nb\n", "a\r\nb\n"}, {"a\rb\n", "a\rb\n"},
       {"a\nb\n", "a\r\nb\r\n\r\n"}};  // a final LF gains an empty last line
   TempDir dir;
   for (const auto& [before, after] : cases) {
@@ -186,9 +186,10 @@ TEST(PefFile, OnlyFilesWithoutAnyCarriageReturnAreConverted) {
 
 TEST(PefFile, LfOnlyFileIsRewrittenOrIfThatFailsReadAsItIs) {
   TempDir dir;
-  const std::string text = "[Airfoil]\nDescription1=LF\nNumberSets=1\n[Set1]\nNumberPolars=1\n"
-                           "[Set1-Polar1]\nNumberPoints=1\nValue01=1 2 3\n";
-// A read-only file and one too long a name for a temporary beside it (even for root) read unchanged.
+  const std::string text =
+      "[Airfoil]\nDescription1=LF\nNumberSets=1\n[Set1]\nNumberPolars=1\n"
+      "[Set1-Polar1]\nNumberPoints=1\nValue01=1 2 3\n";
+  // A read-only file and one too long a name for a temporary beside it (even for root) read unchanged.
   const std::string readOnly = dir.Write("ro.pef", text);
   std::filesystem::permissions(readOnly, std::filesystem::perms::owner_read);
   const std::string longName = dir.Write(std::string(248, 'n') + ".pef", text);

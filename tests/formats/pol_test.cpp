@@ -14,8 +14,8 @@
 namespace tavilo {
 namespace {
 
-using testing::ExpectAirfoilMatchesTable;
 using testing::AirfoilOf;
+using testing::ExpectAirfoilMatchesTable;
 using testing::MakePolar;
 using testing::SetOf;
 
@@ -100,11 +100,14 @@ TEST(PolReader, CutShortOrForeignInputKeepsWhatWasRead) {
   const std::string good = Block("First", kMachLine, "1 0.1 0.01 0 0 0.5 0.5\r\n\r\n");
   const std::string first = "Second | : Re 1500000 Ma 0.2 (1 0.1 0.01 0 0.5 0.5)";
   const std::pair<std::string, std::string> cases[] = {
-      {good + Block("Second", "", "").substr(0, 80), first},  // header ends before the Mach line
+      {good + Block("Second", "", "").substr(0, 80), first},                     // header ends before the Mach line
       {good + Block("Second", kMachLine, ""), first + " Re 1500000 Ma 0.2 ()"},  // ends after the dashes
       {good + Block("Second", kMachLine, "1 2 3 4 5 1e999 7\r\n"), first},
       {"", " | :"},
-      {std::string("\x7f" "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0", 16), " | :"},
+      {std::string("\x7f"
+                   "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0",
+                   16),
+       " | :"},
       {"[Airfoil]\r\nName=NACA 0012\r\n[Set1]\r\nDescription1=x\r\n", " | :"},
   };
   for (const auto& [text, expected] : cases) EXPECT_EQ(Read(text), expected) << text.substr(0, 10);
@@ -113,19 +116,21 @@ TEST(PolReader, CutShortOrForeignInputKeepsWhatWasRead) {
 TEST(PolReader, SetNameIsTheFirstHeadingAndAMissingFileRaises) {
   testing::TempDir dir;
   EXPECT_EQ(ReadSetNameFromPOL(kXfoilData + "naca2412_re500k_m0.pol"), "NACA 2412");
-  EXPECT_EQ(ReadSetNameFromPOL(dir.Write("a.pol", "x\r\n Calculated polar for: One  \r\n" + Block("Two", kMachLine, ""))),
-            "One");
+  EXPECT_EQ(
+      ReadSetNameFromPOL(dir.Write("a.pol", "x\r\n Calculated polar for: One  \r\n" + Block("Two", kMachLine, ""))),
+      "One");
   EXPECT_EQ(ReadSetNameFromPOL(dir.Write("b.pol", "no heading\r\n")), "");
   EXPECT_THROW(ReadSetNameFromPOL(dir.File("none.pol")), FileNotFoundError);
 }
 
 Airfoil SampleAirfoil() {
   const std::vector<PolarPoint> points = {{2.5, 0.61234, 0.0081234, -0.05, 0.45, -1, 0, 0},
-                                         {-1.25, -0.1, 0.01, 0.0, -0.05, -0.1, 0, 0}};
-  return AirfoilOf("Test Foil", {SetOf("ignored", {MakePolar(1500000, 0.2, true, points),
-                                                   MakePolar(3e6, 0, false, {{1, 1, 1, 1, 1, 1, 1, 1}})}),
-                                 SetOf("", {MakePolar(1e5, 0, false, {})}),
-                                 SetOf("", {MakePolar(60000, 0, true, {{12, 1.2, 0.05, -0.1, kNoValue, 1.0, 0, 0}})})});
+                                          {-1.25, -0.1, 0.01, 0.0, -0.05, -0.1, 0, 0}};
+  return AirfoilOf(
+      "Test Foil",
+      {SetOf("ignored", {MakePolar(1500000, 0.2, true, points), MakePolar(3e6, 0, false, {{1, 1, 1, 1, 1, 1, 1, 1}})}),
+       SetOf("", {MakePolar(1e5, 0, false, {})}),
+       SetOf("", {MakePolar(60000, 0, true, {{12, 1.2, 0.05, -0.1, kNoValue, 1.0, 0, 0}})})});
 }
 
 // Transition values outside 0..1 or missing are written as 1.

@@ -92,8 +92,8 @@ TEST(TableRoutes, XfoilAndDragFilesGoToTheirOwnReaders) {
       " ------ -------- --------- --------- -------- -------- --------\n"
       "  0.000   0.0000   0.00540   0.00100   0.0000   0.6000   0.6000\n";
   const char* princeton = "Airfoil  SD7037   \r\nPrinceton test 1\r\n2\r\n100000\r\n1\r\n0.50 0.0100 2.0\r\n";
-  const std::string two = std::string(princeton) +
-                          "Airfoil  E374\nclean\nNumber:\n 1\nRe:\n 100000\n 1\n  1.0  0.30  0.0100 0 0 0 0\n";
+  const std::string two =
+      std::string(princeton) + "Airfoil  E374\nclean\nNumber:\n 1\nRe:\n 100000\n 1\n  1.0  0.30  0.0100 0 0 0 0\n";
   EXPECT_EQ(Read(xfoil), "NACA 0012 | : Re 1000000 Ma 0 (0 0 0.0054 0 0.6 0.6)");
   EXPECT_EQ(Read(princeton), "SD7037 | Princeton, Princeton test 1: Re 100000 Ma 0 (2 0.5 0.01)");
   EXPECT_EQ(Read(two, nullptr, 1), "E374 | UIUC, clean: Re 100000 Ma 0 (1 0.3 0.01)");
@@ -114,7 +114,8 @@ TEST(TableReport, NothingReadableGivesMessage77AndAnEmptyAirfoil) {
     EXPECT_EQ(Read(text, &report), "") << what;
     ASSERT_EQ(report.diagnostics.size(), 1u) << what;
     EXPECT_EQ(std::tie(report.diagnostics[0].messageId, report.diagnostics[0].text),
-              std::make_tuple(Text::NoPolars, "/data/wing.txt")) << what;
+              std::make_tuple(Text::NoPolars, "/data/wing.txt"))
+        << what;
   }
 }
 

@@ -26,17 +26,17 @@ using testing::TempDir;
 // Two sets: a named one with two polars (one unselected) and an unnamed one.
 Airfoil SampleAirfoil() {
   const std::vector<PolarPoint> points = {MakePoint(-2, -0.1, 0.0123, -0.0871, 0.6, 0.05),
-                                         MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0)};
-  auto flap = SetOf("flap 0", {MakePolar(2e5, 0.05, true, points, "Re 200k"),
-                               MakePolar(0, 0, false, {}, "not written")});
+                                          MakePoint(4.0, 0.812, 0.00912, -0.0871, 0.412, 1.0)};
+  auto flap =
+      SetOf("flap 0", {MakePolar(2e5, 0.05, true, points, "Re 200k"), MakePolar(0, 0, false, {}, "not written")});
   flap->Origin = "XFOIL";
   return AirfoilOf("Clark Y", {flap, SetOf("", {MakePolar(1e6, 0, true, {MakePoint(0.2385, 0.5, 0.01)})})});
 }
 
 // A document around `body`, which stands inside <configurations>.
 std::string Document(std::string_view body) {
-  return "<?xml version=\"1.0\"?>\n<polar-exchange-file version=\"1.0\">\n<configurations>\n" +
-         std::string(body) + "\n</configurations>\n</polar-exchange-file>\n";
+  return "<?xml version=\"1.0\"?>\n<polar-exchange-file version=\"1.0\">\n<configurations>\n" + std::string(body) +
+         "\n</configurations>\n</polar-exchange-file>\n";
 }
 
 Airfoil Read(std::string_view bytes, RecordingUserInterface& ui) {
@@ -116,7 +116,10 @@ TEST(XmlReader, ReadsAtMostAThousandItemsPerLevelAndWarnsOfTheRest) {
       {set(Repeated(1001, polar(1))), 1, 1000, 1, {Text::PolarsLeftOut}},
       {set(Repeated(1001, polar(1))) + set(Repeated(1000, polar(1))), 2, 1000, 1, {Text::PolarsLeftOut}},
       {set(polar(1)) + Repeated(1000, set("")), 1000, 1, 1, {Text::SetsLeftOut}},
-      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")), 1000, 1000, 1000,
+      {set(polar(1001) + Repeated(1000, polar(1))) + Repeated(1000, set("")),
+       1000,
+       1000,
+       1000,
        {Text::SetsLeftOut, Text::PolarsLeftOut, Text::PointsLeftOut}},
   };
   TempDir dir;
@@ -154,7 +157,9 @@ TEST(XmlWriter, WarnsWhenAWrittenPolarHasMorePointsThanReadersTake) {
 TEST(XmlElements, ContentIsTheTextBetweenTheFirstTagAndItsClosingTag) {
   const std::pair<const char*, const char*> cases[] = {
       {"<name> Clark &amp; Y </name>", " Clark &amp; Y "},  // neither trimmed nor unescaped
-      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"}, {"<name></name>", ""}, {"<name>open", ""},
+      {"<value unit=\"deg\">4.5</value><value>5</value>", "4.5"},
+      {"<name></name>", ""},
+      {"<name>open", ""},
       {"name>x</name>", ""}};
   for (const auto& [element, content] : cases) EXPECT_EQ(XmlElementContent(element), content) << element;
 }

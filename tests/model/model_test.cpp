@@ -78,8 +78,11 @@ PolarPtr ClPolar(double re, std::initializer_list<std::array<double, 3>> clCdAlf
 TEST(InterpolatePolar, LinearInsideAndTheEndPointWithNegatedCdOutside) {
   auto three = ClPolar(2e5, {{0.0, 0.010, 0.0}, {0.5, 0.012, 4.0}, {1.0, 0.020, 8.0}});
   // Asked Cl, then the Cl, Cd and Alfa given back; an inner point ends a segment, the last Cl is outside.
-  const std::array<double, 4> cases[] = {{0.75, 0.75, 0.016, 6.0}, {0.5, 0.5, 0.012, 4.0},   {1.2, 1.0, -0.020, 8.0},
-                                         {1.0, 1.0, -0.020, 8.0},   {-0.1, 0.0, -0.010, 0.0}};
+  const std::array<double, 4> cases[] = {{0.75, 0.75, 0.016, 6.0},
+                                         {0.5, 0.5, 0.012, 4.0},
+                                         {1.2, 1.0, -0.020, 8.0},
+                                         {1.0, 1.0, -0.020, 8.0},
+                                         {-0.1, 0.0, -0.010, 0.0}};
   for (const auto& [cl, expectCl, cd, alfa] : cases) {
     PolarPoint p = three->InterpolateAtCl(cl);
     EXPECT_DOUBLE_EQ(p.Cl, expectCl) << cl;
@@ -99,8 +102,11 @@ TEST(InterpolateSet, BlendsInReAndFlagsOnlyWhenBothSidesAreOut) {
   Configuration set;
   set.AddPolar(ClPolar(100000, {{0.0, 0.010, 0.0}, {1.0, 0.020, 8.0}}));
   set.AddPolar(ClPolar(300000, {{0.0, 0.006, 0.0}, {1.2, 0.012, 10.0}}));
-  const std::array<double, 3> cases[] = {{0.5, 200000, (0.015 + 0.0085) / 2}, {1.1, 200000, (0.020 + 0.0115) / 2},
-               {1.5, 200000, -(0.020 + 0.012) / 2}, {0.5, 500000, 0.0085}, {1.1, 50000, -0.020}};
+  const std::array<double, 3> cases[] = {{0.5, 200000, (0.015 + 0.0085) / 2},
+                                         {1.1, 200000, (0.020 + 0.0115) / 2},
+                                         {1.5, 200000, -(0.020 + 0.012) / 2},
+                                         {0.5, 500000, 0.0085},
+                                         {1.1, 50000, -0.020}};
   for (const auto& [cl, re, cd] : cases) EXPECT_DOUBLE_EQ(set.InterpolateAtCl(cl, re)->Cd, cd) << cl << " " << re;
   set.Polar(2)->ReynoldsNumber = 100000;
   EXPECT_THROW(set.InterpolateAtCl(0.5, 100000), DivisionByZeroError);

@@ -25,10 +25,9 @@ std::vector<SurfaceCall> Vertical(const std::vector<SurfaceCall>& lines, bool ve
 std::vector<SurfaceCall> Horizontal(const std::vector<SurfaceCall>& lines) { return Vertical(lines, false); }
 
 TEST(DragSteps, FirstMatchingRowWinsIncludingItsBound) {
-  const std::tuple<double, double, double> cases[] = {{0.005, 0.0005, 0.002}, {0.01, 0.0005, 0.002},
-                                                      {0.025, 0.001, 0.005},  {0.05, 0.001, 0.005},
-                                                      {0.1, 0.005, 0.01},     {0.2, 0.01, 0.05},
-                                                      {1.0, 0.05, 0.1},       {2.0, 0.05, 0.25}};
+  const std::tuple<double, double, double> cases[] = {
+      {0.005, 0.0005, 0.002}, {0.01, 0.0005, 0.002}, {0.025, 0.001, 0.005}, {0.05, 0.001, 0.005},
+      {0.1, 0.005, 0.01},     {0.2, 0.01, 0.05},     {1.0, 0.05, 0.1},      {2.0, 0.05, 0.25}};
   for (const auto& [cdMax, grid, label] : cases)
     EXPECT_EQ(std::make_pair(DragGridStep(cdMax), DragLabelStep(cdMax)), std::make_pair(grid, label)) << cdMax;
 }
@@ -43,7 +42,8 @@ std::vector<double> Summary(const RecordingSurface& s) {
     summary.push_back(lines.empty() ? 0 : std::round((lines[0].x1 + lines[0].y1) * 1e9) / 1e9);
     summary.push_back(lines.empty() ? 0 : std::round((lines.back().x1 + lines.back().y1) * 1e9) / 1e9);
   }
-  for (const SurfaceCall& axis : s.Lines(kAxisColor)) summary.insert(summary.end(), {axis.x1, axis.y1, axis.x2, axis.y2});
+  for (const SurfaceCall& axis : s.Lines(kAxisColor))
+    summary.insert(summary.end(), {axis.x1, axis.y1, axis.x2, axis.y2});
   return summary;
 }
 
@@ -59,11 +59,11 @@ TEST(Frames, GridLinesAxesAndTheLinesRoundingPushesOutOrKeeps) {
   EXPECT_EQ(clAlfa.calls[0].kind, CallKind::Clear);
   // Cl-Alfa: -10 .. 10, as 15 - 4 stops short of the border; -0.4 .. 1.3, as the
   // running sum reaches 1.4000000000000001, past ClMax - 0.1.
-  EXPECT_EQ(Summary(clAlfa), (std::vector<double>{1.5, -2, 5, -10 + 1.5, 10 + 1.5, 18, -15 - 0.4, -15 + 1.3,
-                                                  -15, 0, 15, 0, 0, 1.5, 0, -0.5}));
+  EXPECT_EQ(Summary(clAlfa), (std::vector<double>{1.5, -2, 5, -10 + 1.5, 10 + 1.5, 18, -15 - 0.4, -15 + 1.3, -15, 0, 15,
+                                                  0, 0, 1.5, 0, -0.5}));
   // Cm-Alfa: a fixed moment range; -0.35 .. 0.3999999999999999 keeps the line on the border.
-  EXPECT_EQ(Summary(cmAlfa), (std::vector<double>{0.4, -0.8, 11, -25 + 0.4, 25 + 0.4, 16, -30 - 0.35, -30 + 0.4,
-                                                  -30, 0, 30, 0, 0, -0.4, 0, 0.4}));
+  EXPECT_EQ(Summary(cmAlfa), (std::vector<double>{0.4, -0.8, 11, -25 + 0.4, 25 + 0.4, 16, -30 - 0.35, -30 + 0.4, -30, 0,
+                                                  30, 0, 0, -0.4, 0, 0.4}));
   EXPECT_EQ(Summary(transition), (std::vector<double>{1.5, -2, 9, 0.1 + 1.5, 0.9 + 1.5, 19, -0.4, 1.4, 0, 0, 1, 0}));
 }
 

@@ -104,8 +104,9 @@ TEST(PlotData, MissingTransitionAndMomentValuesAreNeverPlotted) {
   Graphs g;
   auto airfoil = MakeAirfoil({0});
   airfoil->Configuration(1)->AddPolar(testing::MakePolar(
-      0, 0, true, {MakePoint(0, 0.2, 0.01, -0.05, kNoValue, 0.5), MakePoint(2, 0.4, 0.01, -99.0, -99.0, 0.5),
-                   MakePoint(4, 0.6, 0.01, -98.9, kNoValue, 0.5), MakePoint(6, 0.8, 0.01, -0.07, kNoValue, 0.5)}));
+      0, 0, true,
+      {MakePoint(0, 0.2, 0.01, -0.05, kNoValue, 0.5), MakePoint(2, 0.4, 0.01, -99.0, -99.0, 0.5),
+       MakePoint(4, 0.6, 0.01, -98.9, kNoValue, 0.5), MakePoint(6, 0.8, 0.01, -0.07, kNoValue, 0.5)}));
   PlotData(airfoil.get(), PlotRequest{}, g.All());
   EXPECT_TRUE(PaletteLines(g.blu).empty()) << "no TU at all: the graph stays empty";
   EXPECT_EQ(PaletteLines(g.bll).size(), 3u);
@@ -125,9 +126,10 @@ TEST(Legend, EntriesFormAGridFromTheTopRightOneColumnPerSet) {
   double h = s.TextHeight("\xC3\x9Cg");  // negative: the vertical axis grows upwards
   auto texts = LegendTexts(s);
   ASSERT_EQ(texts.size(), 14u);  // two passes per polar
-  const std::tuple<size_t, std::string, double, double> cases[] = {{0, "Re= 100000", 0.025 - w, 1.5},
-               {10, "Re= 600000", 0.025 - w, 1.5 + 5 * h},  // sixth row, same column
-               {12, "Re= 700000", 0.025 - 2 * w, 1.5}};     // the second set's column
+  const std::tuple<size_t, std::string, double, double> cases[] = {
+      {0, "Re= 100000", 0.025 - w, 1.5},
+      {10, "Re= 600000", 0.025 - w, 1.5 + 5 * h},  // sixth row, same column
+      {12, "Re= 700000", 0.025 - 2 * w, 1.5}};     // the second set's column
   // Each entry is written inset from its cell's corner, first as a halo of
   // the background, then in the polar's colour over it.
   for (const auto& [at, text, x, y] : cases) {

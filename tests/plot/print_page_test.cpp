@@ -30,8 +30,8 @@ PolarPtr Sweep(double reynolds, bool ticked) {
   std::vector<PolarPoint> points;
   for (double alfa = -20; alfa <= 20; alfa += 1) {
     const double cl = 0.09 * (alfa + 2);
-    points.push_back(MakePoint(alfa, cl, 0.006 + 0.014 * cl * cl, -0.05 - 0.002 * alfa, 0.3 + alfa / 100,
-                               0.7 - alfa / 100));
+    points.push_back(
+        MakePoint(alfa, cl, 0.006 + 0.014 * cl * cl, -0.05 - 0.002 * alfa, 0.3 + alfa / 100, 0.7 - alfa / 100));
   }
   return MakePolar(reynolds, 0.1, ticked, points, "free");
 }
@@ -187,8 +187,8 @@ TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
     });
     ASSERT_NE(backing, calls.end());
     for (auto call = backing; call != calls.end(); ++call) {
-      const bool polar = call->color == Color::Palette(1) || call->color == Color::Palette(2) ||
-                         call->color == Color::Palette(3);
+      const bool polar =
+          call->color == Color::Palette(1) || call->color == Color::Palette(2) || call->color == Color::Palette(3);
       if (call->kind != CallKind::Line || !polar) continue;
       EXPECT_TRUE(Grown(page.layout.legend.area, 1).Contains(extent(*call)) ||
                   page.layout.footer.area.Contains(extent(*call)));
@@ -242,8 +242,8 @@ TEST(PageMappings, NominalScalesTimesTheirFactors) {
     float value;
     float unitMM, halfMM;
   } cases[] = {
-      {AlfaMM, 10, 25, 12.5f}, {ClMM, 1, 50, 25},       {CmMM, 0.1f, -25, -12.5f},  // positive moments go down
-      {XcMM, 1, 50, 25},       {CdMM, 0.01f, 50, 100},  // drag takes kd, not k
+      {AlfaMM, 10, 25, 12.5f},    {ClMM, 1, 50, 25},      {CmMM, 0.1f, -25, -12.5f},  // positive moments go down
+      {XcMM, 1, 50, 25},          {CdMM, 0.01f, 50, 100},                             // drag takes kd, not k
       {CdMM, 2.0f, 10000, 20000},
   };
   for (const auto& c : cases) {
@@ -296,16 +296,29 @@ TEST(PrintedAxes, GridCountsAndLabelsOutsideTheFrame) {
     size_t gridLines;
     std::vector<std::string> labels;
   } cases[] = {
-      {AlfaAxis, true, -10, 10, 0, false, true, 21,
+      {AlfaAxis,
+       true,
+       -10,
+       10,
+       0,
+       false,
+       true,
+       21,
        {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
-      {AlfaAxis, true, -10, 10, 5, false, true, 5,
-       {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
+      {AlfaAxis, true, -10, 10, 5, false, true, 5, {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
       // 21 steps of 0.1 less the one at 0, despite rounding.
       {ClAxis, false, -0.5, 1.5, 0, true, true, 20, {"-0.5", "0.0", "0.5", "1.0", "1.5", "Cl"}},
       {CdAxis, true, 0, 0.02, 0, false, true, 21, {"0.000", "0.005", "0.010", "0.015", "0.020", "Cd"}},
       {XcAxis, true, 0, 1, 0, false, false, 0, {"0.0", "0.2", "0.4", "0.6", "0.8", "1.0", "x/c"}},
       // Hundredths first, from the top down, then the tenths.
-      {CmAxis, false, -0.1, 0.1, 0, false, true, 11,
+      {CmAxis,
+       false,
+       -0.1,
+       0.1,
+       0,
+       false,
+       true,
+       11,
        {"0.08", "0.06", "0.04", "0.02", "-0.02", "-0.04", "-0.06", "-0.08", "0.10", "0.00", "-0.10", "Cm"}},
   };
   for (const auto& c : cases) {

@@ -24,8 +24,8 @@ TEST(Zoom, AboutThePointerWithinAThousandthAndTenTimesTheUnzoomedView) {
     double x, y, factor;
     int steps;
     double width, height;
-  } cases[] = {{3, 0.7, 0.8, 1, 24, 1.6},   {-15, -0.5, 0.5, 1, 15, 1},    {14, 1.4, 1.25, 1, 37.5, 2.5},
-               {0, 0, 0.01, 1, 0.3, 0.02},  {5, 1, 1.25, 40, 300, 20},     {5, 1, 0.8, 100, 0.03, 0.002},
+  } cases[] = {{3, 0.7, 0.8, 1, 24, 1.6},  {-15, -0.5, 0.5, 1, 15, 1}, {14, 1.4, 1.25, 1, 37.5, 2.5},
+               {0, 0, 0.01, 1, 0.3, 0.02}, {5, 1, 1.25, 40, 300, 20},  {5, 1, 0.8, 100, 0.03, 0.002},
                {5, 1, 1e9, 1, 300, 20}};
   for (const auto& c : cases) {
     GraphView view = kClAlfa;
@@ -87,8 +87,7 @@ TEST(AxisNumbers, TheFixedStepsUnzoomedWiderStepsWhenCrowdedNeverTouching) {
   std::vector<std::string> texts;
   for (const SurfaceCall& text : Numbers(kClAlfa, 360, 420)) texts.push_back(text.text);
   // Zero lift is the axis itself; the edges stay free.
-  EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5",
-                                             "1.0"}));
+  EXPECT_EQ(texts, (std::vector<std::string>{"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "0.5", "1.0"}));
   const GraphView clCd = DefaultViews(PlotRanges{})[Graph::ClCd];
   const std::pair<GraphView, AxisQuantity> cases[] = {
       {DefaultViews(PlotRanges{3.0, -1.5, 2.0, 90})[Graph::ClAlfa], AxisQuantity::Alfa},

@@ -47,8 +47,8 @@ QRect DrawScene(QImage& image, uint32_t seed, ShapeCache& shapes, bool plainly) 
   auto outline = [&](QPointF centre, double radius, size_t count, QPointF* points) {
     const double turn = uniform(0, 6.3);
     for (size_t k = 0; k + 1 < count; ++k)
-      points[k] = centre + radius * QPointF(std::cos(turn + 6.3 * k / (count - 1)),
-                                            std::sin(turn + 6.3 * k / (count - 1)));
+      points[k] =
+          centre + radius * QPointF(std::cos(turn + 6.3 * k / (count - 1)), std::sin(turn + 6.3 * k / (count - 1)));
     points[count - 1] = points[0];
   };
   QPointF points[DirectRaster::kMaxOutlinePoints];

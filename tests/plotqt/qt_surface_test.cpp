@@ -100,6 +100,7 @@ TEST(QtSurface, AKeptHaloCoversWhatItsEightCopiesWould) {
 // Small scenes on a white image of 300 x 100 and colours at some of their pixels.
 TEST(QtSurface, ScenesShowTheirColours) {
   const QColor white(Qt::white), black(Qt::black), blue(0, 0, 255), green(0, 128, 0), red(255, 0, 0);
+  // clang-format off
   const struct {
     const char* scene;
     std::function<void(QtSurface&)> draw;
@@ -151,6 +152,7 @@ TEST(QtSurface, ScenesShowTheirColours) {
          EXPECT_THROW(s.Figures(centres, 2, offsets, 5), OverflowError);
        }, {{{30, 10}, black}, {{70, 70}, white}, {{32, 50}, black}}},
   };
+  // clang-format on
   for (const auto& c : cases) {
     const QImage image = Drawn(Image(300, 100), c.draw, c.target);
     for (const auto& [at, color] : c.pixels)

@@ -1,3 +1,5 @@
+#include "strings/string_table.h"
+
 #include <gtest/gtest.h>
 
 #include <cerrno>
@@ -9,7 +11,6 @@
 #include "base/errors.h"
 #include "formats/file_text.h"
 #include "formats/pef_index.h"
-#include "strings/string_table.h"
 #include "support/temp_dir.h"
 
 namespace tavilo {
@@ -37,8 +38,11 @@ TEST(StringTable, TextsStandAsTheProgramShowsThemAndIdsOutsideTheTableFail) {
   EXPECT_EQ(DialogTitle("Flap && Slot &Points"), "Flap & Slot Points");
   const int ready = static_cast<int>(Text::Ready);
   // 99 lies between the blocks; language 0 would address ids 0 to 92, which do not exist.
-  for (auto [id, language] : {std::pair{93, Language::English}, {99, Language::German}, {-1, Language::English},
-                              {ready, static_cast<Language>(0)}, {ready, static_cast<Language>(3)}})
+  for (auto [id, language] : {std::pair{93, Language::English},
+                              {99, Language::German},
+                              {-1, Language::English},
+                              {ready, static_cast<Language>(0)},
+                              {ready, static_cast<Language>(3)}})
     EXPECT_THROW(GetResString(static_cast<Text>(id), language), ResourceError) << id;
   EXPECT_THROW(GetResString(Text::Ready, static_cast<Language>(3000000)), OverflowError);
 }

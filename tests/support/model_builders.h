@@ -9,8 +9,8 @@
 
 namespace tavilo::testing {
 
-inline PolarPtr MakePolar(double reynolds, double mach, bool selected,
-                          const std::vector<PolarPoint>& points, const std::string& name = {}) {
+inline PolarPtr MakePolar(double reynolds, double mach, bool selected, const std::vector<PolarPoint>& points,
+                          const std::string& name = {}) {
   auto polar = std::make_shared<Polar>();
   polar->Name = name;
   polar->ReynoldsNumber = reynolds;
@@ -21,8 +21,8 @@ inline PolarPtr MakePolar(double reynolds, double mach, bool selected,
 }
 
 // A point with the given first values; the rest keep the no-value marker.
-inline PolarPoint MakePoint(double alfa, double cl, double cd, double cm = kNoValue,
-                            double tu = kNoValue, double tl = kNoValue) {
+inline PolarPoint MakePoint(double alfa, double cl, double cd, double cm = kNoValue, double tu = kNoValue,
+                            double tl = kNoValue) {
   return {.Alfa = alfa, .Cl = cl, .Cd = cd, .Cm = cm, .TU = tu, .TL = tl};
 }
 

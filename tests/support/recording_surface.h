@@ -20,8 +20,8 @@ struct SurfaceCall {
   double x1 = 0, y1 = 0, x2 = 0, y2 = 0;  // Line points; Scale corners; Print position and far corner
   Color color;                            // Line, Print, ForeColor
   LineKind lineKind = LineKind::Plain;
-  std::string text;                       // Print
-  int value = 0;                          // DrawWidth
+  std::string text;  // Print
+  int value = 0;     // DrawWidth
 
   bool operator==(const SurfaceCall&) const = default;
 };
@@ -59,8 +59,8 @@ class RecordingSurface : public DrawingSurface {
 
   void Print(std::string_view text) override {
     const double width = TextWidth(text), height = TextHeight(text);
-    Record(CallKind::Print, currentX_, currentY_, currentX_ + width, currentY_ + height, foreColor_,
-           LineKind::Plain, text);
+    Record(CallKind::Print, currentX_, currentY_, currentX_ + width, currentY_ + height, foreColor_, LineKind::Plain,
+           text);
     currentX_ += width;
     currentY_ += height / 2;
   }

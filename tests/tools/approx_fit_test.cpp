@@ -26,9 +26,17 @@ Polar SampledPolar(const ApproxValues& values, double first = -25, double last =
 }
 
 // A symmetric section of a sharper bucket and shorter stalls.
-constexpr ApproxValues kSymmetric{.cdTilt = 0, .stallCdAtClMax = 0.04, .stallCdAtClMin = 0.04, .cdShift = 0,
-                                  .cdExponent = 3, .cdMin = 0.008, .stallRangeClMin = 5, .stallRangeClMax = 5,
-                                  .clMax = 1.2, .clMin = -1.2, .alfaZero = 0};
+constexpr ApproxValues kSymmetric{.cdTilt = 0,
+                                  .stallCdAtClMax = 0.04,
+                                  .stallCdAtClMin = 0.04,
+                                  .cdShift = 0,
+                                  .cdExponent = 3,
+                                  .cdMin = 0.008,
+                                  .stallRangeClMin = 5,
+                                  .stallRangeClMax = 5,
+                                  .clMax = 1.2,
+                                  .clMin = -1.2,
+                                  .alfaZero = 0};
 
 // Clean, with noise of 0.01 in lift and 3 % in drag, and with three wild
 // points (and one without drag, which does not count): the values come
@@ -171,9 +179,11 @@ TEST(ApproxFit, FitsRealPolarsWithinTheirCeilings) {
       EXPECT_LE(fit.errors.rmsCl, 0.1) << name;
       EXPECT_LE(fit.errors.rmsCd, ceiling) << name;
       if (std::string(c.file).find("4412") == std::string::npos) continue;
-      const auto [lowest, highest] = std::minmax_element(
-          polar->Points().begin(), polar->Points().end(), [](const PolarPoint& a, const PolarPoint& b) { return a.Cl < b.Cl; });
-      const ApproxErrors attached = ApproxFitErrors(ApproxModel(fit.values), polar->Points(), lowest->Alfa, highest->Alfa);
+      const auto [lowest, highest] =
+          std::minmax_element(polar->Points().begin(), polar->Points().end(),
+                              [](const PolarPoint& a, const PolarPoint& b) { return a.Cl < b.Cl; });
+      const ApproxErrors attached =
+          ApproxFitErrors(ApproxModel(fit.values), polar->Points(), lowest->Alfa, highest->Alfa);
       double leastAttached = INFINITY;
       for (const PolarPoint& p : polar->Points())
         if (p.Alfa >= lowest->Alfa && p.Alfa <= highest->Alfa) leastAttached = std::min(leastAttached, p.Cd);

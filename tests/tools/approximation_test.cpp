@@ -86,8 +86,8 @@ TEST(ApproxModel, JoinsMeetTheirValues) {
     EXPECT_NEAR(model.Cd(model.StallAlfaMax()), values.stallCdAtClMax, 1e-12);
     EXPECT_NEAR(model.Cd(model.StallAlfaMin()), values.stallCdAtClMin, 1e-12);
     // The line has the slope of 2 pi per radian at zero lift.
-    EXPECT_NEAR((model.Cl(values.alfaZero + 1e-3) - model.Cl(values.alfaZero - 1e-3)) / 2e-3,
-                2 * M_PI * M_PI / 180, 1e-9);
+    EXPECT_NEAR((model.Cl(values.alfaZero + 1e-3) - model.Cl(values.alfaZero - 1e-3)) / 2e-3, 2 * M_PI * M_PI / 180,
+                1e-9);
   }
 }
 

@@ -13,7 +13,8 @@ using testing::MakePoint;
 // A polar with Cl from 0 to 1 in steps of 0.25 and Cd = base + slope * Cl^2.
 PolarPtr DragPolar(double re, double base, double slope = 0.01, bool selected = true) {
   std::vector<PolarPoint> points;
-  for (double cl : {0.0, 0.25, 0.5, 0.75, 1.0}) points.push_back(MakePoint(8 * cl, cl, base + slope * cl * cl, -0.05, 0.5, 0.9));
+  for (double cl : {0.0, 0.25, 0.5, 0.75, 1.0})
+    points.push_back(MakePoint(8 * cl, cl, base + slope * cl * cl, -0.05, 0.5, 0.9));
   return testing::MakePolar(re, 0, selected, points);
 }
 
