@@ -4,7 +4,7 @@ GEN := -G Ninja -DTAVILO_WERROR=ON
 FUZZ_SECONDS ?= 60
 PREFIX ?= /usr/local
 
-.PHONY: all deps build run test test-plain asan bench fuzz clean install uninstall package
+.PHONY: all deps build run test test-plain asan bench fuzz clean install uninstall package format format-check
 
 all: build
 
@@ -28,6 +28,14 @@ uninstall:
 # A Debian package in build/, from the build as it is.
 package: build
 	cd build && cpack -G DEB
+
+# The house format (.clang-format) over every C++ file git knows, and the
+# check CI runs.
+format: deps
+	git ls-files '*.cpp' '*.h' | xargs clang-format -i
+
+format-check: deps
+	git ls-files '*.cpp' '*.h' | xargs clang-format --dry-run --Werror
 
 run: build
 	cd examples && ../build/src/app/tavilo

@@ -7,7 +7,7 @@ packages=(
   build-essential cmake ninja-build pkg-config
   qt6-base-dev qt6-svg-dev qt6-base-dev-tools qt6-translations-l10n
   libgtest-dev libgmock-dev libbenchmark-dev time
-  clang libclang-rt-dev
+  clang libclang-rt-dev clang-format
   locales xvfb xauth fonts-dejavu-core poppler-utils
   desktop-file-utils appstream shared-mime-info libglib2.0-bin xdg-utils man-db
 )
