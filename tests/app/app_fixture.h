@@ -17,8 +17,7 @@
 #include <QTimer>
 #include <QTreeWidget>
 #include <QUrl>
-#include <memory>
-#include <vector>
+#include <QWheelEvent>
 
 #include "app/file_browser.h"
 #include "app/options_dialog.h"
@@ -55,8 +54,7 @@ inline std::string WritePolarFile(const TempDir& dir, const std::string& name, c
 class MessageBoxCatcher {
  public:
   struct Seen {
-    QString title;
-    QString text;
+    QString title, text;
     QMessageBox::Icon icon;
     const QWidget* owner;
   };
@@ -89,18 +87,23 @@ inline void Drop(QWidget* target, const QStringList& paths, Qt::KeyboardModifier
   QApplication::sendEvent(target, &drop);
 }
 
+inline void Wheel(QWidget* widget, QPointF at, int notches) {
+  QWheelEvent wheel(at, widget->mapToGlobal(at), QPoint(), QPoint(0, 120 * notches), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(widget, &wheel);
+}
+
 // A main window on an empty settings store whose working directory is a
 // fresh scratch folder.
 class MainWindowTest : public ::testing::Test {
  protected:
   static QSettings Store() { return QSettings(QSettings::NativeFormat, QSettings::UserScope, "Korvend"); }
-  static void ClearSettings() { Store().clear(); }
   static QString StoredSetting(const char* key) { return Store().value(QStringLiteral("Tavilo/") + key).toString(); }
   static void StoreSetting(const char* key, const QString& v) { Store().setValue(QStringLiteral("Tavilo/") + key, v); }
   static QDir DirOf(const TempDir& dir) { return QDir(QString::fromStdString(dir.Path().string())); }
 
   void SetUp() override {
-    ClearSettings();
+    Store().clear();
     previousDirectory_ = QDir::currentPath();
     QDir::setCurrent(QString::fromStdString(dir.Path().string()));
   }
@@ -108,7 +111,7 @@ class MainWindowTest : public ::testing::Test {
   void TearDown() override {
     window.reset();
     QDir::setCurrent(previousDirectory_);
-    ClearSettings();
+    Store().clear();
   }
 
   // With `size` empty the window keeps the size it chose itself.
@@ -145,7 +148,6 @@ class MainWindowTest : public ::testing::Test {
 
   QListWidget* FileList() { return Find<QListWidget>("Datei1"); }
 
-  // The tree node of `key`.
   QTreeWidgetItem* Node(const char* key) {
     for (QTreeWidgetItemIterator it(Find<QTreeWidget>("TreeView1")); *it != nullptr; ++it)
       if ((*it)->data(0, Qt::UserRole).toString() == QLatin1String(key)) return *it;
@@ -156,8 +158,7 @@ class MainWindowTest : public ::testing::Test {
   // Makes tree node `key` the selected one without a click's toggling.
   void SelectNode(const char* key) { Find<QTreeWidget>("TreeView1")->setCurrentItem(Node(key)); }
 
-  // Makes `window` the active window, where the window system sends keys
-  // and whose shortcuts count.
+  // The active window gets the keys, and its shortcuts count.
   static void Activate(QWidget* window) {
     window->activateWindow();
     QApplication::setActiveWindow(window);
@@ -176,14 +177,6 @@ class MainWindowTest : public ::testing::Test {
     const QList<QListWidgetItem*> items = list->findItems(text, Qt::MatchExactly);
     ASSERT_EQ(items.size(), 1) << text.toStdString();
     list->setCurrentItem(items.first());
-  }
-
-  static void PressEnter(QWidget* widget) { QTest::keyClick(widget, Qt::Key_Return); }
-
-  static void DoubleClick(QListWidget* list, QListWidgetItem* item) {
-    const QPoint at = list->visualItemRect(item).center();
-    QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
-    QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
   }
 
   TempDir dir;

@@ -1,7 +1,4 @@
-// frmApprox: opened from the Tools menu, Show draws over both lift graphs
-// until a field changes or the dialog closes, Copy fills the clipboard, Fit
-// takes the tree's current polar and reports, bad input is named,
-// and the main window's keys work while the dialog is active.
+// The approximation dialog (frmApprox) as opened from the Tools menu.
 #include "app/approx_dialog.h"
 
 #include <QCheckBox>
@@ -10,12 +7,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTreeWidget>
-#include <QWheelEvent>
 
 #include "app/caption_apply.h"
 #include "app/graph_widget.h"
-#include "app/tree_controller.h"
 #include "app_fixture.h"
 #include "tools/approximation.h"
 
@@ -54,7 +48,6 @@ class ApproxDialogTest : public MainWindowTest {
 TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilAFieldChangesOrItCloses) {
   QDialog* dialog = Open();
   ASSERT_TRUE(dialog->isVisible());
-  EXPECT_EQ(dialog->windowTitle(), "Polar Approximation");
   auto shown = [&](const char* when, bool expected) {
     for (const char* graph : {"ClCdPicture", "ClAlfaPicture"})
       EXPECT_EQ(OrangePixels(graph) > 100, expected) << graph << " " << when;
@@ -63,9 +56,7 @@ TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilAFieldChangesOrItCloses
   Click("btnShow");
   shown("after Show", true);
   GraphWidget* clCd = Find<GraphWidget>("ClCdPicture");
-  QWheelEvent wheel(QPointF(clCd->width() / 2.0, clCd->height() / 2.0), clCd->mapToGlobal(QPointF()), QPoint(),
-                    QPoint(0, 120), Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
-  QApplication::sendEvent(clCd, &wheel);
+  Wheel(clCd, QPointF(clCd->width() / 2.0, clCd->height() / 2.0), 1);
   ASSERT_TRUE(clCd->View().zoomed);
   Find<QComboBox>("cbClMax")->setCurrentIndex(3);
   window->RefreshPlots();
@@ -80,12 +71,9 @@ TEST_F(ApproxDialogTest, ShowDrawsOverBothLiftGraphsUntilAFieldChangesOrItCloses
 TEST_F(ApproxDialogTest, FitTakesTheTreesCurrentPolarKeepingHeldValuesWithinTheRange) {
   Open();
   auto* fit = Find<QPushButton>("btnFit");
-  auto* tree = Find<QTreeWidget>("TreeView1");
-  tree->setCurrentItem(tree->topLevelItem(0));
+  SelectNode("r");
   EXPECT_FALSE(fit->isEnabled()) << "the airfoil is no polar";
-  QTreeWidgetItem* polar = tree->topLevelItem(0)->child(0)->child(0);
-  ASSERT_EQ(polar->data(0, TreeController::kKeyRole).toString(), "c 1|p 1");
-  tree->setCurrentItem(polar);
+  SelectNode("c 1|p 1");
   ASSERT_TRUE(fit->isEnabled());
   Field(4)->setText("3");
   qobject_cast<QCheckBox*>(FindControl(Find<QDialog>("frmApprox"), "chkHold", 4))->setChecked(true);
@@ -105,21 +93,19 @@ TEST_F(ApproxDialogTest, TheMainWindowsKeysWorkWhileTheDialogIsActive) {
     const Airfoil& airfoil = window->Document().Current();
     return airfoil.ConfigCount() == 0 ? 0 : airfoil.Configuration(1)->PolarCount();
   };
-  ASSERT_EQ(polars(), 1);
+  auto press = [&](QKeyCombination keys) {
+    PressKeys(dialog, QKeySequence(keys));
+    return polars();
+  };
   Field(3)->setFocus();
-  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
-  EXPECT_EQ(polars(), 0) << "Ctrl+Z undid the open";
-  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Y));
-  EXPECT_EQ(polars(), 1);
+  EXPECT_EQ(press(Qt::CTRL | Qt::Key_Z), 0) << "Ctrl+Z undid the open";
+  EXPECT_EQ(press(Qt::CTRL | Qt::Key_Y), 1);
   const QString typed = Field(3)->text();
   QTest::keyClicks(Field(3), "5");
-  PressKeys(dialog, QKeySequence(Qt::CTRL | Qt::Key_Z));
-  EXPECT_EQ(polars(), 1) << "the field's own typing is taken back first";
+  EXPECT_EQ(press(Qt::CTRL | Qt::Key_Z), 1) << "the field's own typing is taken back first";
   EXPECT_EQ(Field(3)->text(), typed);
 }
 
-// Copy writes the fields as read; a field that is no number or an empty
-// range is named in the window's language, and copies nothing.
 TEST_F(ApproxDialogTest, CopyPutsTheFieldsOnTheClipboardAndBadInputIsNamedInTheWindowsLanguage) {
   Open("uiuc/SG6042.DRG");
   Click("Command1");

@@ -1,6 +1,4 @@
-// The file browser and the file commands: what the list shows, opening by
-// double-click and by Enter, the message for files that cannot be read,
-// the dialogs' filters, export, choosing one airfoil of several.
+// The file browser and the file commands.
 #include <QLabel>
 #include <QPushButton>
 
@@ -18,10 +16,8 @@ TEST(QtFileFilter, TurnsPipeJoinedPairsIntoQtFilters) {
     const char* expected;
   };
   const Case cases[] = {
-      {"Polar Exchange File (*.xml)|*.xml", "Polar Exchange File (*.xml)"},
       {"Xfoil Polar File (*.pol)|*.pol|Mses Polar File (polar.*)|polar.*",
        "Xfoil Polar File (*.pol);;Mses Polar File (polar.*)"},
-      {"All polars|*.xml;*.pef", "All polars (*.xml *.pef)"},
       {"Text|*.txt|dangling", "Text (*.txt)"},
       {"", ""},
   };
@@ -39,8 +35,10 @@ QStringList Names(QListWidget* list) {
   return names;
 }
 
-TEST_F(FileCommands, ListsOnlyPolarFilesAndOpensByDoubleClickOrEnter) {
-  for (const char* name : {"c.pol", "d.mwk", "e.drg", "F.POL", "g.txt", "polar.dat", "h.xml.bak"}) dir.Write(name, "");
+TEST_F(FileCommands, ListsOnlyPolarFilesOpensByDoubleClickOrEnterAndAsksWhichOfSeveralAirfoils) {
+  for (const char* name : {"c.pol", "d.mwk", "F.POL", "g.txt", "polar.dat", "h.xml.bak"}) dir.Write(name, "");
+  const std::string uiuc = std::string(TAVILO_TEST_DATA) + "/uiuc/";
+  dir.Write("e.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
   std::filesystem::create_directory(dir.Path() / "sub.xml");
   const std::string path = WritePolarFile(dir, "a.xml", "Clark Y", 2);
   WritePolarFile(dir, "b.xml", "Second");
@@ -48,17 +46,36 @@ TEST_F(FileCommands, ListsOnlyPolarFilesAndOpensByDoubleClickOrEnter) {
   QListWidget* list = FileList();
   EXPECT_EQ(Names(list), QStringList({"a.xml", "b.xml", "c.pol", "d.mwk", "e.drg", "F.POL"}));
 
-  PressEnter(list);  // nothing highlighted
+  QTest::keyClick(list, Qt::Key_Return);  // nothing highlighted
   EXPECT_EQ(form.Document().Current().ConfigCount(), 0);
   Highlight(list, "a.xml");
-  DoubleClick(list, list->currentItem());
+  const QPoint at = list->visualItemRect(list->currentItem()).center();
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
+  QTest::mouseDClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, at);
   EXPECT_EQ(form.Document().Current().Name, "Clark Y");
   EXPECT_EQ(form.windowTitle().toStdString(), "Tavilo - " + path);
 
   Highlight(list, "b.xml");
-  PressEnter(list);
+  QTest::keyClick(list, Qt::Key_Return);
   EXPECT_EQ(form.Document().Current().Name, "Second") << "opened, not imported";
   EXPECT_EQ(form.Document().Current().ConfigCount(), 1);
+
+  QStringList offered;
+  QTimer answer;
+  QObject::connect(&answer, &QTimer::timeout, [&] {
+    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr || dialog->objectName() != "frmAirfoilSelect") return;
+    auto* airfoils = dialog->findChild<QListWidget*>("lstAirfoils");
+    for (int i = 0; i < airfoils->count(); ++i) offered << airfoils->item(i)->text();
+    airfoils->setCurrentRow(1);
+    dialog->findChild<QPushButton*>("btnOkay")->click();
+  });
+  answer.start(5);
+  Highlight(list, "e.drg");
+  QTest::keyClick(list, Qt::Key_Return);
+  answer.stop();
+  EXPECT_EQ(offered, QStringList({"S1223", "WASP", ""}));
+  EXPECT_EQ(Find<QLabel>("ProfilName")->text(), "WASP");
 }
 
 // A message about a file names it and is titled in the window's language;
@@ -98,8 +115,6 @@ TEST_F(FileCommands, MessagesNameTheirFileAndTheTitleFollowsTheOpenedDocument) {
   EXPECT_EQ(boxes.seen.back().title, "Tavilo: Fehler");
 }
 
-// The dialogs offer their formats; a sweep longer than readers of XML take
-// is written whole with a warning.
 TEST_F(FileCommands, ExportWarnsOfASweepTooLongForXmlAndEachDialogOffersItsFormats) {
   Airfoil sweep;
   auto set = std::make_shared<Configuration>();
@@ -108,46 +123,19 @@ TEST_F(FileCommands, ExportWarnsOfASweepTooLongForXmlAndEachDialogOffersItsForma
   WriteToPEF(sweep, dir.File("sweep.pef"));
   PEFForm& form = Start();
   MessageBoxCatcher boxes;
-  std::vector<FileDialogRequest> asked;
-  std::vector<QString> filters;
+  QStringList asked;  // the filters, and whether an existing file is asked about
   form.UserInterfaceImpl().SetFileChooser([&](const FileDialogRequest& request, const QString& qtFilter) {
-    asked.push_back(request);
-    filters.push_back(qtFilter);
+    asked << qtFilter.section(";;", 0, 0) + (request.promptOverwrite ? " overwrite?" : "");
     return request.kind == FileDialogKind::Save ? dir.File("copy.xml") : std::string();
   });
   Action("mnuFileImport")->trigger();
   form.Document().OpenFile(dir.File("sweep.pef"));
   Action("mnuFileExport")->trigger();
-  ASSERT_EQ(asked.size(), 2u);
-  EXPECT_TRUE(filters[0].startsWith("All polar files (*.xml *.pef *.pol polar.* *.drg *.mwk *.txt *.csv);;"));
-  EXPECT_TRUE(asked[1].promptOverwrite);
-  EXPECT_TRUE(filters[1].startsWith("Polar Exchange File (*.xml);;")) << filters[1].toStdString();
+  EXPECT_EQ(asked, QStringList({"All polar files (*.xml *.pef *.pol polar.* *.drg *.mwk *.txt *.csv)",
+                                "Polar Exchange File (*.xml) overwrite?"}));
   ASSERT_EQ(boxes.seen.size(), 1u);
   EXPECT_EQ(boxes.seen[0].icon, QMessageBox::Warning);
   EXPECT_TRUE(boxes.seen[0].text.startsWith(QString::fromStdString(dir.File("copy.xml") + " holds a polar of more")));
-}
-
-TEST_F(FileCommands, DragFileWithSeveralAirfoilsAsksWhichOneToShow) {
-  const std::string uiuc = std::string(TAVILO_TEST_DATA) + "/uiuc/";
-  dir.Write("two.drg", ReadFileBytes(uiuc + "S1223GF1.DRG") + ReadFileBytes(uiuc + "WASP.DRG"));
-  PEFForm& form = Start();
-  QStringList offered;
-  QTimer answer;
-  QObject::connect(&answer, &QTimer::timeout, [&] {
-    auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-    if (dialog == nullptr || dialog->objectName() != "frmAirfoilSelect") return;
-    auto* list = dialog->findChild<QListWidget*>("lstAirfoils");
-    for (int i = 0; i < list->count(); ++i) offered << list->item(i)->text();
-    list->setCurrentRow(1);
-    dialog->findChild<QPushButton*>("btnOkay")->click();
-  });
-  answer.start(5);
-  Highlight(FileList(), "two.drg");
-  PressEnter(FileList());
-  answer.stop();
-  EXPECT_EQ(offered, QStringList({"S1223", "WASP", ""}));
-  EXPECT_EQ(form.Document().Current().Name, "WASP");
-  EXPECT_EQ(Find<QLabel>("ProfilName")->text(), "WASP");
 }
 
 }  // namespace

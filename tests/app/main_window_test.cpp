@@ -1,9 +1,7 @@
-// The main window: a print run, the language switch, the layout on resize.
-#include <QDialog>
+// The main window: a print run, the language switch.
 #include <QFile>
 #include <QPrinter>
 #include <QStatusBar>
-#include <QTimer>
 
 #include "app/caption_apply.h"
 #include "app_fixture.h"
@@ -15,7 +13,6 @@ namespace {
 
 using MainWindow = MainWindowTest;
 
-// A print run to a PDF file: Print alone is disabled while it runs.
 TEST_F(MainWindow, APrintRunDisablesPrintAloneAndThePreviewPrintsNothing) {
   PEFForm& form = StartWith(1);
   const QString pdf = QString::fromStdString(dir.File("page.pdf"));
@@ -25,21 +22,20 @@ TEST_F(MainWindow, APrintRunDisablesPrintAloneAndThePreviewPrintsNothing) {
     printer.setOutputFileName(pdf);
     return answer;
   });
-  std::vector<bool> duringRun;
-  QObject::connect(&form, &PEFForm::PrintRunStarted, [&] {
-    duringRun = {Action("mnuFilePrint")->isEnabled(), Action("Toolbar1_PRINT")->isEnabled(),
-                 Action("Toolbar1_SAVE")->isEnabled(), form.statusBar()->currentMessage() == "Printing...",
-                 QApplication::overrideCursor() != nullptr};
-  });
+  auto state = [&] {  // Print twice, Save, the status text, the busy cursor
+    return std::vector<QVariant>{Action("mnuFilePrint")->isEnabled(), Action("Toolbar1_PRINT")->isEnabled(),
+                                 Action("Toolbar1_SAVE")->isEnabled(), form.statusBar()->currentMessage(),
+                                 QApplication::overrideCursor() != nullptr};
+  };
+  std::vector<QVariant> duringRun;
+  QObject::connect(&form, &PEFForm::PrintRunStarted, [&] { duringRun = state(); });
   Action("mnuFilePrint")->trigger();  // cancelled
   EXPECT_TRUE(duringRun.empty());
   EXPECT_FALSE(QFile::exists(pdf));
   answer = true;
   Action("Toolbar1_PRINT")->trigger();
-  EXPECT_EQ(duringRun, (std::vector<bool>{false, false, true, true, true}));
-  EXPECT_TRUE(Action("mnuFilePrint")->isEnabled());
-  EXPECT_EQ(form.statusBar()->currentMessage(), "Ready.");
-  EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+  EXPECT_EQ(duringRun, (std::vector<QVariant>{false, false, true, "Printing...", true}));
+  EXPECT_EQ(state(), (std::vector<QVariant>{true, true, true, "Ready.", false}));
   EXPECT_EQ(ReadFileBytes(pdf.toStdString()).substr(0, 4), "%PDF");
 }
 
@@ -49,10 +45,9 @@ std::vector<QString> ShownCaptions(QWidget* window) {
   for (const Caption& caption : MainWindowCaptions()) {
     QObject* control =
         FindControl(window, QString::fromLatin1(caption.element.data(), caption.element.size()), caption.item);
-    EXPECT_NE(control, nullptr) << caption.element << " " << caption.item;
-    if (control == nullptr) continue;
-    shown.push_back(caption.target == CaptionTarget::ToolTip ? qobject_cast<QAction*>(control)->toolTip()
-                                                             : ControlText(control));
+    if (control != nullptr)  // a missing one shows as a shorter list
+      shown.push_back(caption.target == CaptionTarget::ToolTip ? qobject_cast<QAction*>(control)->toolTip()
+                                                               : ControlText(control));
   }
   return shown;
 }
@@ -72,32 +67,6 @@ TEST_F(MainWindow, GermanAndBackRestoresEveryCaption) {
   Action("mnuLangEnglish")->trigger();
   EXPECT_EQ(ShownCaptions(window.get()), english);
   EXPECT_EQ(QCoreApplication::translate("QPlatformTheme", "Cancel"), "Cancel");
-}
-
-TEST_F(MainWindow, ResizingKeepsTheGraphsSideBySideTheRangesRightAndAllInsideAtTheMinimum) {
-  Start();
-  window->resize(1500, 1000);
-  QApplication::processEvents();
-  QWidget* client = window->centralWidget();
-  const QRect big = Find("ClCdPicture")->geometry();
-  const QRect strip = Find("theTabStrip")->geometry();
-  EXPECT_LT(big.right(), strip.left());
-  EXPECT_NEAR(big.left() + big.width() + 7, client->width() * 0.7, 2);
-  EXPECT_TRUE(strip.contains(Find("BLLPicture")->geometry()));
-  EXPECT_LT(strip.bottom(), client->height());
-  const QRect column = Find("Label1")->geometry();
-  EXPECT_NEAR(column.right() + 1, client->width() - 8, 1);
-  EXPECT_LT(Find("TreeView1")->geometry().right(), column.left());
-
-  window->resize(400, 300);
-  QApplication::processEvents();
-  EXPECT_EQ(window->size(), QSize(900, 600));
-  for (const char* name : {"ClCdPicture", "ClAlfaPicture", "TreeView1", "Datei1", "cbAlfaMax"}) {
-    const QWidget* widget = Find(name);
-    const QRect inside = widget->geometry().intersected(widget->parentWidget()->rect());
-    EXPECT_GE(inside.width(), 40) << name;
-    EXPECT_GE(inside.height(), 20) << name;
-  }
 }
 
 }  // namespace

@@ -1,14 +1,10 @@
-// The points table in the window: cells typed and refused in a box in front
-// of the table, rows edited each as one step that Ctrl+Z in the table
-// undoes, a table that follows its polar. What a cell shows or takes is the
+// The points table in the window; what a cell shows or takes is the
 // document's points table's to test.
 #include <QClipboard>
 #include <QHeaderView>
 #include <QLineEdit>
-#include <QMenu>
 #include <QPushButton>
 #include <QTableView>
-#include <QTreeWidget>
 
 #include "app/points_window.h"
 #include "app_fixture.h"
@@ -32,7 +28,6 @@ class PointsTable : public MainWindowTest {
   std::vector<PointsWindow*> Tables() { return window->Points().Windows(); }
   static QTableView* Grid(PointsWindow* table) { return table->findChild<QTableView*>("grdPoints"); }
 
-  // The cells of `row` as shown, row 0 at the top.
   static QStringList Row(PointsWindow* table, int row) {
     QStringList cells;
     const QAbstractItemModel* shown = Grid(table)->model();
@@ -56,7 +51,6 @@ class PointsTable : public MainWindowTest {
     QApplication::processEvents();
   }
 
-  // Selects the rows `first` to `last` of the view.
   static void SelectRows(PointsWindow* table, int first, int last) {
     QTableView* grid = Grid(table);
     Activate(table);

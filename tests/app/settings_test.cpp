@@ -40,9 +40,8 @@ TEST_F(SettingsTest, EveryValueIsWrittenAsIntegerTextAndSurvivesExitAndRestart) 
   first.resize(1010, 707);
   Exit();
   QStringList stored;
-  for (const char* key : {"Language", "GridShow", "LegendShow", "LegendPosition1", "LegendPosition2"}) {
+  for (const char* key : {"Language", "GridShow", "LegendShow", "LegendPosition1", "LegendPosition2"})
     stored << StoredSetting(key);
-  }
   EXPECT_EQ(stored, QStringList({"2", "1", "1", "0", "-1"}));
   EXPECT_EQ(QDir(StoredSetting("Path")), DirOf(elsewhere));
 
@@ -50,14 +49,12 @@ TEST_F(SettingsTest, EveryValueIsWrittenAsIntegerTextAndSurvivesExitAndRestart) 
   EXPECT_EQ(second.size(), QSize(1010, 707));
   EXPECT_EQ(second.Language(), Language::German);
   EXPECT_EQ(second.statusBar()->currentMessage(), "Bereit.");
-  const OptionsDialog& options = second.Options();
-  EXPECT_EQ(std::vector<int>(
-                {options.GridShow(), options.LegendShow(), options.LegendPosition(0), options.LegendPosition(1)}),
+  const OptionsDialog& shown = second.Options();
+  EXPECT_EQ(std::vector<int>({shown.GridShow(), shown.LegendShow(), shown.LegendPosition(0), shown.LegendPosition(1)}),
             std::vector<int>({1, 1, 0, -1}));
   EXPECT_EQ(FileList()->item(0)->text(), "other.pol");
 }
 
-// Stored texts are read by the rule above; a language of 0 is English.
 TEST_F(SettingsTest, GarbageOrAVanishedPathInTheStoreReadsAsDefaults) {
   StoreSetting("Language", "zero");
   StoreSetting("GridShow", "yes");

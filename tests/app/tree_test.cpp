@@ -1,12 +1,9 @@
-// The structure tree: its nodes and marks, clicks with either button, the
-// edit commands of its pop-ups and keys, and the envelope it shows.
+// The structure tree: its nodes and marks, clicks, pop-ups and keys.
 #include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QStatusBar>
-#include <QTest>
-#include <QTreeWidget>
 #include <filesystem>
 
 #include "app/icons.h"
@@ -37,11 +34,15 @@ class StructureTree : public MainWindowTest {
     QApplication::processEvents();
   }
 
-  // Selects a node as a right click does, without leaving its pop-up open.
+  // Selects a node by a right click (a middle one on a polar), which opens
+  // the pop-up of its kind; closes the pop-up.
   void Select(const char* key) {
-    Click(key, Qt::RightButton);
-    Find<QMenu>("mnuEdit")->hide();
-    Find<QMenu>("mnuEditPolar")->hide();
+    const bool polar = std::string(key).find('p') != std::string::npos;
+    Click(key, polar ? Qt::MiddleButton : Qt::RightButton);
+    QMenu* popup = Find<QMenu>(polar ? "mnuEditPolar" : "mnuEdit");
+    EXPECT_TRUE(popup->isVisible()) << key;
+    EXPECT_EQ(window->Tree().SelectedKey(), key);
+    popup->hide();
   }
 
   static bool ShowsActive(const QTreeWidgetItem* item) {
@@ -69,27 +70,24 @@ TEST_F(StructureTree, MirrorsTheDocumentAndLeftClicksOrSpaceToggleAPolarOrEveryt
   EXPECT_TRUE(Node("r")->isExpanded() && Node("c 1")->isExpanded());
   EXPECT_EQ(Marks(), "++++");
 
-  Click("c 1|p 2");
-  EXPECT_EQ(Marks().substr(2), "+-");
-  EXPECT_FALSE(PolarAt(1, 2).Selected);
-  Click("r");
-  EXPECT_EQ(Marks(), "----");
-  EXPECT_FALSE(PolarAt(1, 1).Selected);
-  Click("r");
-  EXPECT_EQ(Marks(), "++++");
-  EXPECT_TRUE(PolarAt(1, 1).Selected && PolarAt(1, 2).Selected);
-
+  // The marks, then whether each polar is selected.
+  auto state = [&] {
+    return Marks() + "|" + (PolarAt(1, 1).Selected ? "+" : "-") + (PolarAt(1, 2).Selected ? "+" : "-");
+  };
+  for (const auto& [key, expected] : {std::pair{"c 1|p 2", "+++-|+-"}, {"r", "----|--"}, {"r", "++++|++"}}) {
+    Click(key);
+    EXPECT_EQ(state(), expected) << key;
+  }
   // The arrows only move; Space ticks the current node.
   Tree()->setFocus();
   Tree()->setCurrentItem(Node("r"));
   QTest::keyClick(Tree(), Qt::Key_Down);
   QTest::keyClick(Tree(), Qt::Key_Down);
   EXPECT_EQ(Tree()->currentItem(), Node("c 1|p 1"));
-  EXPECT_EQ(Marks(), "++++");
   QTest::keyClick(Tree(), Qt::Key_Space);
-  EXPECT_FALSE(PolarAt(1, 1).Selected);
+  EXPECT_EQ(state(), "++-+|-+");
   QTest::keyClick(Tree(), Qt::Key_Space);
-  EXPECT_TRUE(PolarAt(1, 1).Selected);
+  EXPECT_EQ(state(), "++++|++");
   // Copy and paste append a duplicate to the same set.
   QTest::keyClick(Tree(), Qt::Key_C, Qt::ControlModifier);
   QTest::keyClick(Tree(), Qt::Key_V, Qt::ControlModifier);
@@ -97,19 +95,6 @@ TEST_F(StructureTree, MirrorsTheDocumentAndLeftClicksOrSpaceToggleAPolarOrEveryt
 
   Action("Toolbar1_NEW")->trigger();
   EXPECT_EQ(Tree()->topLevelItemCount(), 0);
-}
-
-TEST_F(StructureTree, OtherButtonsOpenThePopupOfTheNodeKindWithoutToggling) {
-  StartWith(1);
-  for (const char* key : {"c 1|p 1", "c 1", "r"}) {
-    const bool polar = std::string(key).ends_with("p 1");
-    Click(key, polar ? Qt::MiddleButton : Qt::RightButton);
-    EXPECT_EQ(Find<QMenu>("mnuEditPolar")->isVisible(), polar) << key;
-    EXPECT_EQ(Find<QMenu>("mnuEdit")->isVisible(), !polar) << key;
-    EXPECT_EQ(window->Tree().SelectedKey(), key);
-    Find<QMenu>(polar ? "mnuEditPolar" : "mnuEdit")->hide();
-  }
-  EXPECT_EQ(Marks(), "+++");
 }
 
 // A deletion by menu or key, and its undo, reach the tree, its marks and
@@ -161,6 +146,7 @@ TEST_F(StructureTree, RenameAsksForRootAndSetAndAnEmptyAnswerChangesNothing) {
     answer = "";
   }
   EXPECT_EQ(asked, QStringList({"Change Airfoil Name: Wing", "Change Set Description: clean"}));
+  EXPECT_EQ(Marks(), "+++") << "other buttons than the left toggle nothing";
   EXPECT_EQ(Node("r")->text(0).toStdString(), "Flying wing");
   EXPECT_EQ(Node("c 1")->text(0).toStdString(), "Set 1: clean");
 }
@@ -181,13 +167,10 @@ TEST_F(StructureTree, PolarPropertiesTakeTheEditsEvenOnCancel) {
   QTest::keyClick(Tree(), Qt::Key_F2);
 
   EXPECT_EQ(shown, QStringList({"123457", "0.1235"}));
-  EXPECT_EQ(PolarAt(1, 1).Name, "tripped");
-  EXPECT_EQ(PolarAt(1, 1).ReynoldsNumber, 123457.0);
-  EXPECT_EQ(PolarAt(1, 1).MachNumber, 0.1235);
+  const Polar& polar = PolarAt(1, 1);
+  EXPECT_EQ(std::tuple(polar.Name, polar.ReynoldsNumber, polar.MachNumber), std::tuple("tripped", 123457.0, 0.1235));
 }
 
-// The set is shown whether or not its file could be written; the status
-// bar or the message names the file.
 TEST_F(StructureTree, TheEnvelopeIsShownBeforeItIsWrittenAndItsPathAfterwards) {
   PEFForm& form = StartWith(2);
   const std::string path = std::filesystem::absolute("Envelope.pef").string();

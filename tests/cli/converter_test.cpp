@@ -112,7 +112,6 @@ TEST(Converter, ApproxFitsEachLongEnoughPolarAsCText) {
   EXPECT_NE(result.err.find("Keine Polare hat die 8 Punkte"), std::string::npos) << result.err;
 }
 
-// A PEF file of one polar of one point.
 const std::string kOnePointPef =
     "[Airfoil]\r\nDescription1=A\r\nNumberSets=1\r\n[Set1]\r\nNumberPolars=1\r\n[Set1-Polar1]\r\n"
     "NumberPoints=1\r\nValue01=1 0.1 0.01\r\n";
@@ -142,12 +141,9 @@ TEST(Converter, DrawsThroughTheRendererBesideItAndLinksNoQtItself) {
             "Tavilo: Error: File contains no polars! (" + empty + ")\n");
 }
 
-// A warning, of the reader or of the writer, is one line on standard error;
-// the file is converted all the same.
 TEST(Converter, AWarnedFileIsConvertedWithOneLineOnStandardError) {
   TempDir dir;
   const std::string drg = dir.Write("cut.drg", "Airfoil: E387\nUIUC\n\n\n\n1\n\n\n2e5\n\n2\n\n0 0.1 0.01 0.01 0 0 0\n");
-  // A sweep longer than readers of XML take.
   Airfoil sweep;
   auto set = std::make_shared<Configuration>();
   set->AddPolar(testing::MakePolar(1e5, 0, true, std::vector<PolarPoint>(1001, testing::MakePoint(1, 0.1, 0.01))));
@@ -274,31 +270,27 @@ TEST(Converter, BatchGoesOnPastFailuresListsThemAtTheEndAndPrintsAsOneJob) {
   EXPECT_TRUE(std::get<2>(run("de", "3")).ends_with("4 von 40 Dateien konnten nicht umgewandelt werden:" + failures));
 }
 
-// The text a poppler tool prints for `pdf`.
-std::string Poppler(const TempDir& dir, const std::string& tool, const std::string& pdf) {
-  const std::string out = dir.File(tool + ".txt");
-  const std::string command = tool + " '" + pdf + "' " + (tool == "pdftotext" ? "- " : "") + "> '" + out + "' 2>&1";
-  EXPECT_EQ(std::system(command.c_str()), 0) << tool << " is missing: scripts/install-deps.sh installs poppler-utils";
-  return dir.Read(tool + ".txt");
-}
-
 TEST(Converter, PrintWritesTheGraphPageAsAOnePageA4Pdf) {
   TempDir dir;
+  auto poppler = [&](const std::string& tool, const std::string& pdf) {  // scripts/install-deps.sh installs them
+    const std::string command =
+        tool + " '" + pdf + "' " + (tool == "pdftotext" ? "- " : "") + "> '" + dir.File("poppler.txt") + "' 2>&1";
+    EXPECT_EQ(std::system(command.c_str()), 0) << tool;
+    return dir.Read("poppler.txt");
+  };
   const std::string uiuc = TAVILO_TEST_DATA "/uiuc/E387A.DRG";
   for (const auto& [language, heading] : {std::pair{"en", "Airfoil: E387 (A)"}, {"de", "Profil: E387 (A)"}}) {
     const std::string pdf = dir.File(std::string("page ") + language + ".pdf");
-    Result result = Convert(dir, {"--print", pdf, "--grid", "--legend", "ul", "--lang", language, uiuc});
+    const Result result = Convert(dir, {"--print", pdf, "--grid", "--legend", "ul", "--lang", language, uiuc});
     ASSERT_EQ(result.status, 0) << result.err;
-    const std::string info = Poppler(dir, "pdfinfo", pdf);
-    EXPECT_NE(info.find("Pages:           1\n"), std::string::npos) << info;
-    EXPECT_NE(info.find("(A4)"), std::string::npos) << info;
-    const std::string text = Poppler(dir, "pdftotext", pdf);
-    EXPECT_NE(text.find(heading), std::string::npos) << text;
-    for (const char* re : {"Re= 61000", "Re= 101000", "Re= 151600", "Re= 202300", "Re= 303000", "Cl-Cd", "TL-x/c"})
-      EXPECT_NE(text.find(re), std::string::npos) << re;
+    const std::string info = poppler("pdfinfo", pdf), text = poppler("pdftotext", pdf);
+    EXPECT_TRUE(info.find("Pages:           1\n") != std::string::npos && info.find("(A4)") != std::string::npos);
+    for (const char* shown :
+         {heading, "Re= 61000", "Re= 101000", "Re= 151600", "Re= 202300", "Re= 303000", "Cl-Cd", "TL-x/c"})
+      EXPECT_NE(text.find(shown), std::string::npos) << shown << text;
   }
   EXPECT_EQ(Convert(dir, {"--print", dir.File("x.pdf"), "--legend", "middle", uiuc}).status, 2);
-  Result unwritable = Convert(dir, {"--print", dir.File("no/such/dir/x.pdf"), uiuc});
+  const Result unwritable = Convert(dir, {"--print", dir.File("no/such/dir/x.pdf"), uiuc});
   EXPECT_EQ(unwritable.status, 1);
   EXPECT_NE(unwritable.err.find("x.pdf"), std::string::npos) << unwritable.err;
 }
