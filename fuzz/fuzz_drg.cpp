@@ -1,5 +1,4 @@
-// Any bytes as a drag polar file: one set or an overflow, never a crash. The
-// first byte answers the airfoil choice.
+// Any bytes as a drag polar file (the first answers the airfoil choice): one set or an overflow.
 #include "fuzz_input.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {

@@ -1,6 +1,5 @@
 #pragma once
-// What the readers' fuzz targets share: the bytes as text, and a byte that
-// answers the airfoil choice of a drag file.
+// Shared by the fuzz targets: the bytes as text, and a byte that answers a drag file's airfoil choice.
 #include <cstdint>
 #include <string_view>
 

@@ -1,5 +1,4 @@
-// The PEF reader on arbitrary bytes: it must not crash, hang or exhaust
-// memory, and its index must answer like the literal line-by-line scan.
+// Any bytes as PEF: no crash, hang or runaway memory, and the index answers like the literal scan.
 #include <cstdlib>
 #include <string>
 

@@ -1,6 +1,4 @@
-// Any bytes read as an XFOIL polar file must give an airfoil (possibly
-// empty) without a crash, a hang or a sanitizer report; what was read must
-// write out again.
+// Any bytes as an XFOIL polar file give one set (maybe empty) that writes out again.
 #include "formats/pol.h"
 #include "fuzz_input.h"
 

@@ -1,6 +1,4 @@
-// Any bytes as a polar table: polars with points, or an empty airfoil and
-// message 77, never a crash or a raised error. The first byte answers the
-// airfoil choice of a drag file.
+// Any bytes as a polar table (the first answers the airfoil choice): polars, or none and message 77.
 #include <algorithm>
 #include <cmath>
 #include <vector>

@@ -1,5 +1,4 @@
-// Any byte sequence must give a model, a report, or one of the core's typed
-// errors: never a crash, a hang or a sanitizer report.
+// Any bytes as XML give a model that writes out again, or one of the core's typed errors.
 #include <string>
 
 #include "formats/xml.h"
@@ -9,7 +8,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   tavilo::Airfoil airfoil;
   try {
     tavilo::ReadFromXMLText(airfoil, std::string(tavilo::fuzz::Text(data, size)));
-    // What was read must also write.
     (void)tavilo::XmlText(airfoil);
   } catch (const tavilo::RuntimeError&) {
   }

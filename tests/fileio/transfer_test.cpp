@@ -12,6 +12,7 @@
 #include "base/errors.h"
 #include "fileio/clipboard.h"
 #include "fileio/load.h"
+#include "formats/airfoil_summary.h"
 #include "formats/pef.h"
 #include "formats/xml.h"
 #include "strings/string_table.h"
@@ -35,12 +36,8 @@ using testing::TempDir;
 
 // An airfoil named `name` with one set of one selected polar of two points.
 AirfoilPtr Sample(const std::string& name, double re = 200000) {
-  auto airfoil = std::make_shared<Airfoil>();
-  airfoil->Name = name;
-  auto set = std::make_shared<Configuration>();
-  set->AddPolar(testing::MakePolar(re, 0, true, {MakePoint(0, 0, 0.01), MakePoint(4, 0.4, 0.01)}, "clean"));
-  airfoil->AddConfiguration(set);
-  return airfoil;
+  const PolarPtr polar = testing::MakePolar(re, 0, true, {MakePoint(0, 0, 0.01), MakePoint(4, 0.4, 0.01)}, "clean");
+  return std::make_shared<Airfoil>(testing::AirfoilOf(name, {testing::SetOf("", {polar})}));
 }
 
 TEST(LoadFile, ShowsProgressAndEveryReaderNamesAMissingFile) {
@@ -98,14 +95,9 @@ TEST(ReadPolarFile, EachReaderReportsWhatWentWrongWithoutShowingIt) {
     const Diagnostic& d = report.diagnostics[0];
     EXPECT_EQ(std::tie(d.messageId, d.quiet, d.file, d.line), std::tie(*messageId, quiet, path, line)) << name;
   }
-  // The wild number keeps the point before it and is named with its line.
-  const LoadResult wild = ReadPolarFile(dir.File("wild.pol"), {});
-  EXPECT_EQ(DiagnosticText(wild.report.diagnostics[0], Language::German)
-                .rfind(dir.File("wild.pol") + ", Zeile 14: Überlauf", 0),
-            0u);
   RecordingUserInterface ui;
-  ShowDiagnostics(wild.report, ui);
-  EXPECT_TRUE(ui.messages.empty()) << "the window stays silent about it";
+  ShowDiagnostics(ReadPolarFile(dir.File("wild.pol"), {}).report, ui);
+  EXPECT_TRUE(ui.messages.empty()) << "the window stays silent about a quiet one";
 }
 
 TEST(Import, AnEmptyAirfoilTakesTheNameAndSharesTheSetsAnotherKeepsItsName) {
@@ -131,7 +123,6 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
     EXPECT_TRUE(ExportAirfoil(*Sample("SD7037"), dir.File(name), ui)) << name;
     EXPECT_EQ(dir.Read(name).rfind(start, 0), 0u) << name;
   }
-  EXPECT_TRUE(ui.messages.empty());
   for (const char* name : {"polar.dat", "wing.epp"}) {
     EXPECT_FALSE(ExportAirfoil(*Sample("x"), dir.File(name), ui));
     EXPECT_FALSE(std::filesystem::exists(dir.File(name)));
@@ -154,8 +145,6 @@ TEST(Export, EveryWritableFormatByItsExtensionAndNothingForOthers) {
 }
 
 TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
-  EXPECT_EQ(BatchTargetName("wing.PEF"), "wing.xml");
-  EXPECT_EQ(BatchTargetName("Flügel.pef.Pef"), "Flügel.pef.xml");
   TempDir dir;
   WriteToPEF(*Sample("B", 300000), dir.File("b wing.PEF"));
   WriteToPEF(*Sample("A"), dir.File("a.pef"));
@@ -170,9 +159,8 @@ TEST(Batch, ConvertsEveryPefFileOfTheDirectoryAndReportsEach) {
   EXPECT_EQ(back.Configuration(1)->Polar(1)->ReynoldsNumber, 300000);
   EXPECT_FALSE(std::filesystem::exists(dir.File("notes.xml")));
 
-  TempDir none;
   RecordingUserInterface quiet;
-  BatchConvertDirectory(none.Path().string(), quiet);
+  BatchConvertDirectory(TempDir().Path().string(), quiet);
   EXPECT_EQ(quiet.statusTexts, (std::vector<std::string>{"Ready."}));
   EXPECT_THROW(BatchConvertDirectory("/nonexistent/dir", quiet), FileNotFoundError);
   EXPECT_EQ(quiet.statusTexts.back(), "Ready.");
@@ -236,11 +224,9 @@ TEST(Batch, ParallelJobsWriteNewFilesWithoutEverSettingTheUmask) {
       dir.Path().string(), [](const std::string& path) { return ReadPolarFile(path, nullptr); },
       [](const BatchStep&) { return true; }, 8);
   EXPECT_EQ(umaskChanges, 0);
-  for (int k = 0; k < 40; ++k) {
-    struct stat info {};
-    ASSERT_EQ(::stat(dir.File("p" + std::to_string(k) + ".xml").c_str(), &info), 0);
-    EXPECT_EQ(info.st_mode & 0777, 0666 & ~mask) << k;
-  }
+  for (int k = 0; k < 40; ++k)
+    EXPECT_EQ(int(std::filesystem::status(dir.File("p" + std::to_string(k) + ".xml")).permissions()), 0666 & ~mask)
+        << k;
 }
 
 TEST(Clipboard, CopyAndPasteGiveADuplicateOfThePolar) {

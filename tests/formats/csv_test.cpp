@@ -17,31 +17,24 @@ using testing::SetOf;
 
 // Two sets of one name, an unticked polar, quoted names, 17-digit values, unknowns of every kind.
 Airfoil Sample() {
-  Airfoil airfoil;
-  airfoil.Name = "E387";
-  airfoil.AddConfiguration(
-      SetOf("clean", {
-                         MakePolar(2e5, 0.1, true,
-                                   {MakePoint(0.1 + 0.2, 0.5, 0.0125, -0.08, 0.55, 0.9), MakePoint(-2, kNoValue, 0.01)},
-                                   "tripped \"zz\""),
-                         MakePolar(3e5, 0, false, {MakePoint(1, 0.6, 0.02)}),
-                         MakePolar(4e5, 0, true, {MakePoint(1, 0.6, -150)}),
-                     }));
-  airfoil.AddConfiguration(SetOf("clean", {MakePolar(1.5e6, 0.2, true, {MakePoint(3, 0.7, 0.009)}, "a, b")}));
-  return airfoil;
+  return testing::AirfoilOf(
+      "E387",
+      {SetOf("clean",
+             {MakePolar(2e5, 0.1, true,
+                        {MakePoint(0.1 + 0.2, 0.5, 0.0125, -0.08, 0.55, 0.9), MakePoint(-2, kNoValue, 0.01)},
+                        "tripped \"zz\""),
+              MakePolar(3e5, 0, false, {MakePoint(1, 0.6, 0.02)}), MakePolar(4e5, 0, true, {MakePoint(1, 0.6, -150)})}),
+       SetOf("clean", {MakePolar(1.5e6, 0.2, true, {MakePoint(3, 0.7, 0.009)}, "a, b")})});
 }
 
-TEST(CsvWriter, WritesOneQuotedRowPerPointOfEachTickedPolar) {
+TEST(CsvWriter, WritesOneQuotedRowPerPointOfEachTickedPolarAndReadsBack) {
   EXPECT_EQ(CsvText(Sample()),
             "set_no,set,polar_no,polar,re,mach,alpha,cl,cd,cm,top_xtr,bot_xtr\r\n"
             "1,\"clean\",1,\"tripped \"\"zz\"\"\",2e+05,0.1,0.30000000000000004,0.5,0.0125,-0.08,0.55,0.9\r\n"
             "1,\"clean\",1,\"tripped \"\"zz\"\"\",2e+05,0.1,-2,,0.01,,,\r\n"
             "1,\"clean\",3,\"\",4e+05,0,1,0.6,,,,\r\n"
             "2,\"clean\",1,\"a, b\",1500000,0.2,3,0.7,0.009,,,\r\n");
-}
-
-// Read back, only the left-out polar's number changes (a drag below the marker reads as unknown).
-TEST(CsvWriter, ReadsBackIntoTheSameSetsAndPolars) {
+  // Read back, only the left-out polar's number changes (a drag below the marker reads as unknown).
   testing::TempDir dir;
   const std::string path = dir.File("e387.csv");
   testing::RecordingUserInterface ui;

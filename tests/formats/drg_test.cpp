@@ -89,10 +89,7 @@ TEST(DrgReader, CutOrForeignInputKeepsWhatWasRead) {
       {before(" 151600"), 2, 11},
       {before("Number of Reynolds"), 0, 0},
       {"", 0, 0},
-      {std::string("\x7f"
-                   "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0",
-                   16),
-       0, 0},
+      {std::string("\177ELF\2\1\1\0\0\0\377\376\r\r\n\0", 16), 0, 0},
       {"[Airfoil]\r\nName=NACA 0012\r\n", 0, 0},
       {"Airfoil  \n", 0, 0},
   };

@@ -16,18 +16,13 @@ using testing::TempDir;
 // Pieces may end inside a line, between CR and LF, or after a final CR.
 TEST(LineReader, AcceptsEveryLineEndWholeAndReadInPieces) {
   using V = std::vector<std::string>;
+  // clang-format off
   const std::pair<std::string, V> cases[] = {
-      {"a\nb\n", {"a", "b"}},
-      {"a\r\nb\r\n", {"a", "b"}},
-      {"a\rb\r", {"a", "b"}},
-      {"a\r\n\r\nb", {"a", "", "b"}},
-      {"a\n\rb", {"a", "", "b"}},
-      {"", {}},
-      {"\n", {""}},
-      {"\r", {""}},
+      {"a\nb\n", {"a", "b"}}, {"a\r\nb\r\n", {"a", "b"}}, {"a\rb\r", {"a", "b"}}, {"a\r\n\r\nb", {"a", "", "b"}},
+      {"a\n\rb", {"a", "", "b"}}, {"", {}}, {"\n", {""}}, {"\r", {""}},
       {"long line one\r\n\r\nline three\rfour\nfive\r\n\r\r\nend without a line end",
-       {"long line one", "", "line three", "four", "five", "", "", "end without a line end"}},
-  };
+       {"long line one", "", "line three", "four", "five", "", "", "end without a line end"}}};
+  // clang-format on
   TempDir dir;
   for (const auto& [text, expected] : cases) {
     const InputFile file(dir.Write("t.txt", text));

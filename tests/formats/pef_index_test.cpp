@@ -56,12 +56,9 @@ struct QuirkyPefGenerator {
 
   std::string File() {
     std::string text;
-    const int lines = Pick(0, 60);
     const std::string lineEnd = Choose<std::string>({"\r\n", "\n", "\r", "mixed"});
-    for (int i = 0; i < lines; ++i) {
-      text += Line();
-      text += lineEnd == "mixed" ? Choose<std::string>({"\r\n", "\n", "\r"}) : lineEnd;
-    }
+    for (int i = 0, lines = Pick(0, 60); i < lines; ++i)
+      text += Line() + (lineEnd == "mixed" ? Choose<std::string>({"\r\n", "\n", "\r"}) : lineEnd);
     if (Pick(0, 3) == 0) text += Line();  // no line end after the last line
     return text;
   }

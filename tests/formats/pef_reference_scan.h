@@ -3,7 +3,7 @@
 // line by line from the top for every value. The fast index must answer
 // exactly like it.
 
-#include <optional>
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -11,31 +11,24 @@
 
 namespace tavilo::testing {
 
-// The raw rest of the first matching key line, or nothing.
-inline std::optional<std::string> ReferencePefScan(std::string_view text, std::string_view section,
-                                                   std::string_view key) {
+// The rest of the first matching key line, trimmed and without one final NUL, or "".
+inline std::string ReferencePefValue(std::string_view text, std::string_view section, std::string_view key) {
   LineReader lines(text);
   std::string_view line;
   bool inSection = false;
   while (!inSection && lines.Next(line))
     inSection = line.substr(0, 1) == "[" && line.substr(1, section.size()) == section;
-  if (!inSection) return std::nullopt;
-  while (lines.Next(line)) {
+  while (inSection && lines.Next(line)) {
     if (line.substr(0, key.size()) == key) {
-      std::string value = key.size() + 1 > line.size() ? "" : std::string(line.substr(key.size() + 1));
-      while (!value.empty() && (value[0] == ' ' || value[0] == '=')) value.erase(0, 1);
-      return value;
+      std::string value(line.substr(std::min(line.size(), key.size() + 1)));
+      value.erase(0, value.find_first_not_of(" ="));
+      value.erase(value.find_last_not_of(' ') + 1);
+      if (!value.empty() && value.back() == '\0') value.pop_back();
+      return value.erase(value.find_last_not_of(' ') + 1);
     }
-    if (line.substr(0, 1) == "[") return std::nullopt;
+    if (line.substr(0, 1) == "[") break;
   }
-  return std::nullopt;
-}
-
-inline std::string ReferencePefValue(std::string_view text, std::string_view section, std::string_view key) {
-  std::string value = ReferencePefScan(text, section, key).value_or("");
-  value.erase(value.find_last_not_of(' ') + 1);
-  if (!value.empty() && value.back() == '\0') value.pop_back();
-  return value.erase(value.find_last_not_of(' ') + 1);
+  return "";
 }
 
 }  // namespace tavilo::testing

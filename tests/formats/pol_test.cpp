@@ -65,12 +65,11 @@ TEST(PolReader, SeveralPolarsInOneFileEachWithItsHeading) {
   ReadFromPOLText(airfoil, ReadFileBytes(kXfoilData + "naca2412_re500k_m0.pol") +
                                ReadFileBytes(kXfoilData + "naca4412_re50k_stall.pol") +
                                ReadFileBytes(kXfoilData + "naca0012_re3m_m05.pol"));
-  ASSERT_EQ(airfoil.ConfigCount(), 1);
-  const Configuration& config = *airfoil.Configuration(1);
-  ASSERT_EQ(config.PolarCount(), 3);
-  EXPECT_EQ(std::make_tuple(config.Polar(1)->PointCount(), config.Polar(2)->PointCount(), config.Polar(3)->PointCount(),
-                            config.Polar(2)->ReynoldsNumber, config.Polar(3)->MachNumber, airfoil.Name),
-            std::make_tuple(5, 1, 4, 50000.0, 0.5, "NACA 0012"));  // the last heading names the airfoil
+  std::string read = airfoil.Name;  // the last heading names the airfoil
+  for (const PolarPtr& polar : airfoil.Configuration(1)->Polars())
+    read += " | " + testing::NumberOf(polar->ReynoldsNumber) + " " + testing::NumberOf(polar->MachNumber) + " " +
+            std::to_string(polar->PointCount());
+  EXPECT_EQ(read, "NACA 0012 | 500000 0 5 | 50000 0 1 | 3000000 0.5 4");
 }
 
 // A block in the layout the writer uses, with `points` after the heading.
@@ -104,10 +103,7 @@ TEST(PolReader, CutShortOrForeignInputKeepsWhatWasRead) {
       {good + Block("Second", kMachLine, ""), first + " Re 1500000 Ma 0.2 ()"},  // ends after the dashes
       {good + Block("Second", kMachLine, "1 2 3 4 5 1e999 7\r\n"), first},
       {"", " | :"},
-      {std::string("\x7f"
-                   "ELF\x02\x01\x01\0\0\0\xff\xfe\r\r\n\0",
-                   16),
-       " | :"},
+      {std::string("\177ELF\2\1\1\0\0\0\377\376\r\r\n\0", 16), " | :"},
       {"[Airfoil]\r\nName=NACA 0012\r\n[Set1]\r\nDescription1=x\r\n", " | :"},
   };
   for (const auto& [text, expected] : cases) EXPECT_EQ(Read(text), expected) << text.substr(0, 10);
