@@ -95,9 +95,9 @@ TEST(InterpolateSet, BlendsInReAndFlagsOnlyWhenBothSidesAreOut) {
   set.AddPolar(ClPolar(100000, {{0.0, 0.010, 0.0}, {1.0, 0.020, 8.0}}));
   set.AddPolar(ClPolar(300000, {{0.0, 0.006, 0.0}, {1.2, 0.012, 10.0}}));
   // clang-format off
-  const std::array<double, 3> cases[] = {{0.5, 200000, (0.015 + 0.0085) / 2}, {1.1, 200000, (0.020 + 0.0115) / 2},
-                                         {1.5, 200000, -(0.020 + 0.012) / 2}, {0.5, 500000, 0.0085},
-                                         {1.1, 50000, -0.020}};
+  const std::array<double, 3> cases[] = {{0.5, 150000, 0.015 + (0.0085 - 0.015) / 4},
+                                         {1.1, 200000, (0.020 + 0.0115) / 2}, {1.5, 200000, -(0.020 + 0.012) / 2},
+                                         {0.5, 500000, 0.0085}, {1.1, 50000, -0.020}};
   // clang-format on
   for (const auto& [cl, re, cd] : cases) EXPECT_DOUBLE_EQ(set.InterpolateAtCl(cl, re)->Cd, cd) << cl << " " << re;
   set.Polar(2)->ReynoldsNumber = 100000;

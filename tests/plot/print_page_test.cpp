@@ -272,6 +272,7 @@ struct Page {
 
 // Labels and titles stand outside the frame edge, wherever the origin is.
 TEST(PrintedAxes, GridCountsAndLabelsOutsideTheFrame) {
+  const std::vector<std::string> degrees = {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"};
   const struct {
     void (*draw)(const PageAxis&, bool, bool);
     bool horizontal;
@@ -281,8 +282,8 @@ TEST(PrintedAxes, GridCountsAndLabelsOutsideTheFrame) {
     std::vector<std::string> labels;
   } cases[] = {
       // clang-format off
-      {AlfaAxis, true, -10, 10, 0, false, true, 21, {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
-      {AlfaAxis, true, -10, 10, 5, false, true, 5, {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
+      {AlfaAxis, true, -10, 10, 0, false, true, 21, degrees},
+      {AlfaAxis, true, -10, 10, 5, false, true, 5, degrees},
       // 21 steps of 0.1 less the one at 0, despite rounding.
       {ClAxis, false, -0.5, 1.5, 0, true, true, 20, {"-0.5", "0.0", "0.5", "1.0", "1.5", "Cl"}},
       {CdAxis, true, 0, 0.02, 0, false, true, 21, {"0.000", "0.005", "0.010", "0.015", "0.020", "Cd"}},
