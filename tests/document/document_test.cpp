@@ -1,6 +1,3 @@
-// Every edit of the document as a step: one notification each, undo and
-// redo that give back exactly the airfoil there was, ticks that are no
-// step, the bounds of the history and the names the Edit menu shows.
 #include "document/document.h"
 
 #include <gtest/gtest.h>
@@ -60,8 +57,7 @@ class DocumentEdits : public ::testing::Test {
 // The window's tests take every kind through the keys; these also check the
 // notifications and the airfoil object an undo gives back.
 TEST_F(DocumentEdits, EachStepNotifiesOnceAndUndoAndRedoRestoreItExactly) {
-  const std::string other = dir.File("other.xml");
-  WriteToXML(*TwoSets(), other);
+  const std::string other = dir.Write("other.xml", XmlText(*TwoSets()));
   std::vector<PolarPoint> edited(PolarAt(1, 2)->Points().begin(), PolarAt(1, 2)->Points().end());
   edited[1].Cm = -0.08;
   const std::pair<EditKind, std::function<CommandPtr()>> cases[] = {
@@ -144,25 +140,20 @@ TEST_F(DocumentEdits, AFileWithoutPointsIsReportedByNameAndChangesNothing) {
   }
 }
 
-TEST_F(DocumentEdits, AFailingFileEndsAnImportOfSeveralWithTheFilesBeforeItAsOneStep) {
-  const std::string a = dir.File("a.xml"), b = dir.File("b.xml");
-  WriteToXML(*TwoSets(), a);
-  WriteToXML(*TwoSets(), b);
+// The names say what an undo would take, as the Edit menu shows them.
+TEST_F(DocumentEdits, AFailingFileEndsAnImportOfSeveralWithTheFilesBeforeItAsOneNamedStep) {
+  const std::string a = dir.Write("a.xml", XmlText(*TwoSets())), b = dir.Write("b.xml", XmlText(*TwoSets()));
   ui.fileListReplies.push_back({a, dir.File("gone.xml"), b});
   EXPECT_THROW(document.Import(ui), FileNotFoundError);
   EXPECT_EQ(document.Current().ConfigCount(), 4);
   EXPECT_EQ(document.Steps().NextUndo()->Files(), std::vector<std::string>{a});
   document.Undo();
   EXPECT_EQ(document.Current().ConfigCount(), 2);
-}
-
-TEST_F(DocumentEdits, StepNamesSayWhatAnUndoWouldTake) {
-  document.SetPoints(EditKind::PastePoints, PolarAt(1, 3), {});
-  EXPECT_EQ(StepName(*document.Steps().NextUndo(), Language::English), "Paste Points into Polar 3");
-  const std::string wing = dir.Write("wing.xml", XmlText(*TwoSets()));
-  ui.fileListReplies.push_back({wing, wing});
+  ui.fileListReplies.push_back({a, b});
   document.Import(ui);
   EXPECT_EQ(StepName(*document.Steps().NextUndo(), Language::German), "2 Dateien importieren");
+  document.SetPoints(EditKind::PastePoints, PolarAt(1, 3), {});
+  EXPECT_EQ(StepName(*document.Steps().NextUndo(), Language::English), "Paste Points into Polar 3");
 }
 
 TEST(DocumentHistory, KeepsAtMostItsStepsAndBytesDroppingTheOldest) {

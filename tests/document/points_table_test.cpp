@@ -14,17 +14,15 @@ namespace {
 using testing::MakePoint;
 
 TEST(PointsTable, CellsShowAtMostFifteenDigitsAndUnknownAsEmpty) {
-  const std::pair<double, const char*> cases[] = {
-      {0.05294000000000001, "0.05294"},
-      {0.1 + 0.2, "0.3"},
-      {123456.789012345678, "123456.789012346"},
-      {-0.5, "-0.5"},
-      {200000, "200000"},
-      {1e-7, "1e-07"},
-      {kNoValue, ""},
-      {-120, ""},
-      {-99.998, "-99.998"},
-  };
+  const std::pair<double, const char*> cases[] = {{0.05294000000000001, "0.05294"},
+                                                  {0.1 + 0.2, "0.3"},
+                                                  {123456.789012345678, "123456.789012346"},
+                                                  {-0.5, "-0.5"},
+                                                  {200000, "200000"},
+                                                  {1e-7, "1e-07"},
+                                                  {kNoValue, ""},
+                                                  {-120, ""},
+                                                  {-99.998, "-99.998"}};
   for (const auto& [value, text] : cases) EXPECT_EQ(PointCellText(value), text) << value;
 }
 
@@ -51,9 +49,7 @@ TEST(PointsTable, EntriesAreNumbersWithAPeriodAndOnlyCmTuTlMayBeEmpty) {
     const CellReading reading = ReadPointCell(column, text, Language::English, comma);
     EXPECT_EQ(reading.refusal.substr(0, refusal.size()), refusal) << text;
     EXPECT_EQ(reading.Accepted(), refusal.empty()) << text;
-    if (reading.Accepted()) {
-      EXPECT_EQ(reading.value, value) << text;
-    }
+    EXPECT_EQ(reading.Accepted() ? reading.value : value, value) << text;
   }
   EXPECT_EQ(ReadPointCell(1, "", Language::German).refusal.rfind("Cl braucht einen Wert über -99.999", 0), 0u);
 }

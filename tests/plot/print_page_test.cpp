@@ -66,6 +66,11 @@ struct Printed {
 
 PageRect TextRect(const SurfaceCall& text) { return {text.x1, text.y2, text.x2, text.y1}; }
 
+PageRect Extent(const SurfaceCall& line) {
+  return {std::min(line.x1, line.x2), std::min(line.y1, line.y2), std::max(line.x1, line.x2),
+          std::max(line.y1, line.y2)};
+}
+
 PageRect Grown(const PageRect& r, double by) { return {r.left - by, r.bottom - by, r.right + by, r.top + by}; }
 
 const PlotRanges kWidest{3.0, -1.5, 2.0, 90.0};
@@ -89,13 +94,11 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
     PaperSize paper;
     LegendCorner corner;
     double angleLabelStep;  // widened only where 5 degrees would crowd the recorder's wide type
-  } cases[] = {
-      {PlotRanges{}, kA4Landscape, LegendCorner::LowerRight, 5},
-      {PlotRanges{}, kLetterLandscape, LegendCorner::UpperLeft, 10},
-      {kWidest, kA4Landscape, LegendCorner::UpperLeft, 30},
-      {kWidest, kLetterLandscape, LegendCorner::LowerRight, 45},
-      {kNarrowest, kA4Landscape, LegendCorner::LowerRight, 5},
-  };
+  } cases[] = {{PlotRanges{}, kA4Landscape, LegendCorner::LowerRight, 5},
+               {PlotRanges{}, kLetterLandscape, LegendCorner::UpperLeft, 10},
+               {kWidest, kA4Landscape, LegendCorner::UpperLeft, 30},
+               {kWidest, kLetterLandscape, LegendCorner::LowerRight, 45},
+               {kNarrowest, kA4Landscape, LegendCorner::LowerRight, 5}};
   const tavilo::Airfoil airfoil = Airfoil(4);
   for (const auto& c : cases) {
     SCOPED_TRACE(c.ranges.alfaMax + c.paper.width);
@@ -123,10 +126,8 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
     for (const PlacedGraph& graph : page.layout.graphs) allowed.push_back(graph.plot);
     for (int polar = 1; polar <= 4; ++polar) {
       for (const SurfaceCall& line : page.surface.Lines(Color::Palette(polar))) {
-        const PageRect extent{std::min(line.x1, line.x2), std::min(line.y1, line.y2), std::max(line.x1, line.x2),
-                              std::max(line.y1, line.y2)};
         bool inside = false;
-        for (const PageRect& area : allowed) inside = inside || Grown(area, 1.5).Contains(extent);
+        for (const PageRect& area : allowed) inside = inside || Grown(area, 1.5).Contains(Extent(line));
         ASSERT_TRUE(inside) << line.x1 << "," << line.y1 << " " << line.x2 << "," << line.y2;
       }
     }
@@ -149,9 +150,8 @@ TEST(PrintedPage, GraphsFillTheirBoxesTitledWithTextsOutsideTheFramesAndNoTwoTex
 TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
   const tavilo::Airfoil airfoil = Airfoil(3);
   auto gridLines = [](const Printed& page) {
-    int count = 0;
-    for (const SurfaceCall& line : page.surface.Lines(kPageGridColor)) count += line.lineKind == LineKind::Plain;
-    return count;
+    const std::vector<SurfaceCall> lines = page.surface.Lines(kPageGridColor);
+    return std::count_if(lines.begin(), lines.end(), [](auto& line) { return line.lineKind == LineKind::Plain; });
   };
   PageRequest request;
   EXPECT_EQ(gridLines(Printed(airfoil, request)), 0);
@@ -176,22 +176,16 @@ TEST(PrintedPage, TheGridSwitchAndTheLegendCorner) {
     }
     EXPECT_EQ(inLegend, 3);
     // On white, after every curve: only samples follow its backing.
-    auto extent = [](const SurfaceCall& line) {
-      return PageRect{std::min(line.x1, line.x2), std::min(line.y1, line.y2), std::max(line.x1, line.x2),
-                      std::max(line.y1, line.y2)};
-    };
     const auto& calls = page.surface.calls;
     auto backing = std::find_if(calls.begin(), calls.end(), [&](const SurfaceCall& call) {
       return call.kind == CallKind::Line && call.lineKind == LineKind::Box &&
-             extent(call).Contains(page.layout.legend.area) && Grown(page.layout.legend.area, 1).Contains(extent(call));
+             Extent(call).Contains(page.layout.legend.area) && Grown(page.layout.legend.area, 1).Contains(Extent(call));
     });
     ASSERT_NE(backing, calls.end());
     for (auto call = backing; call != calls.end(); ++call) {
-      const bool polar =
-          call->color == Color::Palette(1) || call->color == Color::Palette(2) || call->color == Color::Palette(3);
-      if (call->kind != CallKind::Line || !polar) continue;
-      EXPECT_TRUE(Grown(page.layout.legend.area, 1).Contains(extent(*call)) ||
-                  page.layout.footer.area.Contains(extent(*call)));
+      EXPECT_TRUE(call->kind != CallKind::Line || !call->color.IsPalette() ||
+                  Grown(page.layout.legend.area, 1).Contains(Extent(*call)) ||
+                  page.layout.footer.area.Contains(Extent(*call)));
     }
   }
 }
@@ -208,26 +202,19 @@ TEST(PrintedPage, OnlyTickedPolarsAreDrawnAndListed) {
 }
 
 TEST(PrintedPage, ManyPolarsFlowIntoColumnsAndEndInACountOfTheRest) {
-  const struct {
-    int polars;
-    bool overflows;
-  } cases[] = {{2, false}, {30, false}, {400, true}};
-  for (const auto& c : cases) {
+  for (const auto& c : {std::pair{2, false}, {30, false}, {400, true}}) {
     PageRequest request;
     request.options.legend = true;
-    Printed page(Airfoil(c.polars), request);
+    Printed page(Airfoil(c.first), request);
     for (const ListBlock* list : {&page.layout.footer, &page.layout.legend}) {
       EXPECT_GE(list->points, kMinListPoints);
-      EXPECT_EQ(list->total, c.polars);
-      if (list->shown < list->total) {
-        EXPECT_EQ(page.Count("+ " + std::to_string(list->total - list->shown) + " more"), 1) << c.polars;
-      }
+      EXPECT_EQ(list->total, c.first);
+      EXPECT_EQ(page.Count("+ " + std::to_string(list->total - list->shown) + " more"), list->shown < list->total)
+          << c.first;
     }
-    EXPECT_EQ(page.layout.footer.shown < c.polars, c.overflows) << c.polars;
-    EXPECT_EQ(page.Count("+ "), c.overflows ? 2 : (page.layout.legend.shown < c.polars ? 1 : 0)) << c.polars;
-    if (c.polars == 30) {
-      EXPECT_GT(page.layout.footer.columns, 1);
-    }
+    EXPECT_EQ(page.layout.footer.shown < c.first, c.second) << c.first;
+    EXPECT_EQ(page.Count("+ "), c.second ? 2 : (page.layout.legend.shown < c.first ? 1 : 0)) << c.first;
+    EXPECT_TRUE(c.first != 30 || page.layout.footer.columns > 1);
   }
   PageRequest german;
   german.language = Language::German;
@@ -257,17 +244,14 @@ TEST(PageMappings, NominalScalesTimesTheirFactors) {
   EXPECT_THROW(CdMM(std::numeric_limits<float>::max(), unit), OverflowError);
 }
 
-// A moved rectangle fills its new place at its old size.
 TEST(PageRectangle, MovedItFillsItsNewPlaceAtItsSize) {
   RecordingSurface surface;
   Rectangle box{10, 20, 30, -5};
   box.Translate(3, -4);
   box.Fill(surface, Color::Rgb(255, 255, 255));
-  const std::vector<SurfaceCall> boxes = surface.Calls(CallKind::Line);
-  ASSERT_EQ(boxes.size(), 1u);
-  EXPECT_EQ(boxes[0].lineKind, LineKind::Box);
-  EXPECT_EQ((std::vector<double>{boxes[0].x1, boxes[0].y1, boxes[0].x2, boxes[0].y2}),
-            (std::vector<double>{23, 6, 53, 1}));
+  const SurfaceCall drawn = surface.Calls(CallKind::Line).at(0);
+  EXPECT_EQ((std::vector<double>{drawn.x1, drawn.y1, drawn.x2, drawn.y2, double(drawn.lineKind == LineKind::Box)}),
+            (std::vector<double>{23, 6, 53, 1, 1}));
 }
 
 // A page of 200 x 280 mm with its vertical axis growing upwards, the origin
@@ -288,6 +272,7 @@ struct Page {
 
 // Labels and titles stand outside the frame edge, wherever the origin is.
 TEST(PrintedAxes, GridCountsAndLabelsOutsideTheFrame) {
+  const std::vector<std::string> degrees = {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"};
   const struct {
     void (*draw)(const PageAxis&, bool, bool);
     bool horizontal;
@@ -296,30 +281,17 @@ TEST(PrintedAxes, GridCountsAndLabelsOutsideTheFrame) {
     size_t gridLines;
     std::vector<std::string> labels;
   } cases[] = {
-      {AlfaAxis,
-       true,
-       -10,
-       10,
-       0,
-       false,
-       true,
-       21,
-       {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
-      {AlfaAxis, true, -10, 10, 5, false, true, 5, {"-10\u00B0", "-5\u00B0", "0\u00B0", "5\u00B0", "10\u00B0", "Alfa"}},
+      // clang-format off
+      {AlfaAxis, true, -10, 10, 0, false, true, 21, degrees},
+      {AlfaAxis, true, -10, 10, 5, false, true, 5, degrees},
       // 21 steps of 0.1 less the one at 0, despite rounding.
       {ClAxis, false, -0.5, 1.5, 0, true, true, 20, {"-0.5", "0.0", "0.5", "1.0", "1.5", "Cl"}},
       {CdAxis, true, 0, 0.02, 0, false, true, 21, {"0.000", "0.005", "0.010", "0.015", "0.020", "Cd"}},
       {XcAxis, true, 0, 1, 0, false, false, 0, {"0.0", "0.2", "0.4", "0.6", "0.8", "1.0", "x/c"}},
       // Hundredths first, from the top down, then the tenths.
-      {CmAxis,
-       false,
-       -0.1,
-       0.1,
-       0,
-       false,
-       true,
-       11,
+      {CmAxis, false, -0.1, 0.1, 0, false, true, 11,
        {"0.08", "0.06", "0.04", "0.02", "-0.02", "-0.04", "-0.06", "-0.08", "0.10", "0.00", "-0.10", "Cm"}},
+      // clang-format on
   };
   for (const auto& c : cases) {
     Page page;

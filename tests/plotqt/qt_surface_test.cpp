@@ -7,7 +7,6 @@
 #include <functional>
 
 #include "base/errors.h"
-#include "plot/frames.h"
 #include "plot/symbol.h"
 
 namespace tavilo {
@@ -34,20 +33,6 @@ QImage Drawn(QImage image, Draw draw, QRectF target = {}) {
     draw(surface);
   }  // the surface draws what it queued, the painter ends
   return image;
-}
-
-TEST(QtSurface, AnAxisIsCrispOnOrdinaryAndDoubleDensityScreens) {
-  for (double ratio : {1.0, 2.0}) {
-    const QImage image = Drawn(Image(300, 200, ratio),
-                               [](QtSurface& s) { DrawClAlfaFrame(s, DefaultViews(PlotRanges{})[Graph::ClAlfa]); });
-    // The Alfa = 0 axis: a column of exactly black device pixels, one or two wide.
-    int x = 0, width = 0;
-    while (x < image.width() && image.pixelColor(x, 20) != QColor(Qt::black)) ++x;
-    ASSERT_LT(x, image.width()) << ratio;
-    while (image.pixelColor(x + width, 20) == QColor(Qt::black)) ++width;
-    EXPECT_EQ(width, int(ratio)) << ratio;
-    EXPECT_EQ(image.pixelColor(x - 1, 20), QColor(Qt::white)) << ratio;
-  }
 }
 
 // On a dense screen lines and markers are a logical pixel wide, as QPainter

@@ -20,20 +20,10 @@ ApproxValues With(ApproxField field, double value, ApproxValues values = {}) {
 // The initial values, a symmetric section, a tilt that takes the bucket
 // down to its floor, and short stalls.
 std::vector<ApproxValues> ModelCases() {
-  ApproxValues symmetric;
-  symmetric.cdTilt = 0;
-  symmetric.cdShift = 0;
-  symmetric.clMin = -symmetric.clMax;
-  symmetric.alfaZero = 0;
-  symmetric.stallCdAtClMin = symmetric.stallCdAtClMax;
-  ApproxValues floored;
-  floored.cdMin = 0.001;
-  floored.cdShift = 1;
-  floored.cdTilt = 0.00049;
-  floored.cdExponent = 8;
-  floored.stallCdAtClMin = 0.0011;
-  ApproxValues abrupt = With(StallRangeClMax, 2, With(StallRangeClMin, 2));
-  return {ApproxValues{}, symmetric, floored, abrupt};
+  return {ApproxValues{},
+          {.cdTilt = 0, .stallCdAtClMin = 0.035, .cdShift = 0, .clMin = -1.45, .alfaZero = 0},
+          {.cdTilt = 0.00049, .stallCdAtClMin = 0.0011, .cdShift = 1, .cdExponent = 8, .cdMin = 0.001},
+          {.stallRangeClMin = 2, .stallRangeClMax = 2}};
 }
 
 // Valid values drawn over all of their ranges, the dependent ones last.
@@ -59,7 +49,7 @@ ApproxValues RandomValidValues(std::mt19937& random) {
   }
 }
 
-TEST(ApproxModel, LiftAndDragAreContinuousOverTheWholeRange) {
+TEST(ApproxModel, LiftAndDragAreContinuousOverTheWholeRangeAndJoinsMeetTheirValues) {
   // Neighbours a ten-thousandth of a degree apart may differ by at most
   // what a slope of five per degree gives: no join can hide a jump.
   for (const ApproxValues& values : ModelCases()) {
@@ -74,12 +64,6 @@ TEST(ApproxModel, LiftAndDragAreContinuousOverTheWholeRange) {
       cl = nextCl;
       cd = nextCd;
     }
-  }
-}
-
-TEST(ApproxModel, JoinsMeetTheirValues) {
-  for (const ApproxValues& values : ModelCases()) {
-    const ApproxModel model(values);
     EXPECT_NEAR(model.Cl(values.alfaZero), 0, 1e-15);
     EXPECT_DOUBLE_EQ(model.Cl(model.StallAlfaMax()), values.clMax);
     EXPECT_DOUBLE_EQ(model.Cl(model.StallAlfaMin()), values.clMin);
@@ -107,8 +91,7 @@ TEST(ApproxModel, DragRisesOutwardsAndLiftMeetsThePlateSmoothly) {
       ASSERT_GE(drag[k], drag[inner] - 1e-12) << "Cd at " << -90 + k * 0.01 << ", set " << n;
     }
     for (double plate : {ApproxPlateAlfaMax(values), ApproxPlateAlfaMin(values)}) {
-      const double h = 1e-6;
-      const double plateSlope = 2 * M_PI / 180 * std::cos(2 * plate * M_PI / 180);
+      const double h = 1e-6, plateSlope = 2 * M_PI / 180 * std::cos(2 * plate * M_PI / 180);
       EXPECT_NEAR(model.Cl(plate), FlatPlateCl(plate), 1e-12) << "set " << n;
       EXPECT_NEAR((model.Cl(plate) - model.Cl(plate - h)) / h, plateSlope, 1e-4) << "set " << n << " at " << plate;
       EXPECT_NEAR((model.Cl(plate + h) - model.Cl(plate)) / h, plateSlope, 1e-4) << "set " << n << " at " << plate;
@@ -122,8 +105,11 @@ TEST(ApproxModel, BeyondTheStallRangesIsTheFlatPlate) {
     EXPECT_DOUBLE_EQ(model.Cl(alfa), std::sin(2 * alfa * M_PI / 180)) << alfa;
     EXPECT_DOUBLE_EQ(model.Cd(alfa), 2 * std::pow(std::sin(alfa * M_PI / 180), 2)) << alfa;
   }
-  EXPECT_NEAR(model.Cl(90), 0, 1e-15);
-  EXPECT_NEAR(model.Cl(-90), 0, 1e-15);
+  EXPECT_NEAR(model.Cl(90) - model.Cl(-90), 0, 1e-15);
+  // Drawn from -90 to 90 by degrees.
+  const std::vector<PolarPoint> curve = model.Curve();
+  EXPECT_EQ((std::vector<double>{double(curve.size()), curve[0].Alfa, curve[92].Alfa, curve[92].Cl, curve[92].Cm}),
+            (std::vector<double>{181, -90, 2, model.Cl(2), kNoValue}));
 }
 
 TEST(ApproxModel, WithoutTiltTheBucketBottomsOutAtTheShiftAndASteepTiltAtHalfCdMin) {
@@ -158,9 +144,8 @@ TEST(ApproxModel, AValuePastItsRangeIsRefusedNamingFieldAndRange) {
         ASSERT_TRUE(problem) << ApproxFieldName(field) << " " << beyond;
         EXPECT_EQ(problem->field, field) << ApproxFieldName(field);
         if (field == CdShift) continue;  // its own text, "between Cl Min and Cl Max"
-        EXPECT_EQ(problem->messageId, Text::ApproxOutOfRange);
-        EXPECT_EQ(problem->low, range.low);
-        EXPECT_EQ(problem->high, range.high);
+        EXPECT_EQ(std::tuple(problem->messageId, problem->low, problem->high),
+                  std::tuple(Text::ApproxOutOfRange, range.low, range.high));
       }
     }
   }
@@ -170,30 +155,12 @@ TEST(ApproxModel, AValuePastItsRangeIsRefusedNamingFieldAndRange) {
   EXPECT_THROW(ApproxModel{nan}, ApproxInputError);
 }
 
-TEST(ApproxModel, CurveRunsFromMinusToPlusNinetyByDegrees) {
-  const std::vector<PolarPoint> curve = ApproxModel{ApproxValues{}}.Curve();
-  ASSERT_EQ(curve.size(), 181u);
-  EXPECT_EQ(curve.front().Alfa, -90);
-  EXPECT_EQ(curve[92].Alfa, 2);
-  EXPECT_EQ(curve[92].Cl, ApproxModel{ApproxValues{}}.Cl(2));
-  EXPECT_EQ(curve[92].Cm, kNoValue);
-}
-
 TEST(ApproxInitializer, WritesOneCommentedValueALine) {
   EXPECT_EQ(ApproxInitializer(ApproxValues{}),
-            "static const double approx[11] = {\n"
-            "    0.002, /* Cd Tilt */\n"
-            "    0.035, /* Stall Cd at Cl Max */\n"
-            "    0.03, /* Stall Cd at Cl Min */\n"
-            "    0.3, /* Cd Shift */\n"
-            "    2.4, /* Cd Exponent */\n"
-            "    0.0065, /* Cd Min */\n"
-            "    6, /* Stall Range Cl Min */\n"
-            "    8, /* Stall Range Cl Max */\n"
-            "    1.45, /* Cl Max */\n"
-            "    -1.1, /* Cl Min */\n"
-            "    -2.1 /* Alfa Zero */\n"
-            "};\n");
+            "static const double approx[11] = {\n    0.002, /* Cd Tilt */\n    0.035, /* Stall Cd at Cl Max */\n"
+            "    0.03, /* Stall Cd at Cl Min */\n    0.3, /* Cd Shift */\n    2.4, /* Cd Exponent */\n"
+            "    0.0065, /* Cd Min */\n    6, /* Stall Range Cl Min */\n    8, /* Stall Range Cl Max */\n"
+            "    1.45, /* Cl Max */\n    -1.1, /* Cl Min */\n    -2.1 /* Alfa Zero */\n};\n");
   const std::string text = ApproxInitializer(With(CdTilt, -1.25e-05, With(AlfaZero, 0.1 + 0.2)), "approx_2");
   EXPECT_EQ(text.substr(0, 37), "static const double approx_2[11] = {\n");
   EXPECT_NE(text.find("    -1.25e-05, /* Cd Tilt */\n"), std::string::npos);
