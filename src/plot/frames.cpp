@@ -96,6 +96,18 @@ void ZoomedGrid(DrawingSurface& surface, const GraphView& view) {
                 [&](double y) { surface.Line(view.left, y, view.right, y, kGridColor); });
 }
 
+// What every graph's frame does: clear it, draw its grid (`unzoomedGrid`
+// until it is zoomed) and the horizontal axis through zero.
+template <class Grid>
+void DrawFrame(DrawingSurface& surface, const GraphView& view, Grid unzoomedGrid) {
+  StartFrame(surface, view);
+  if (view.zoomed)
+    ZoomedGrid(surface, view);
+  else
+    unzoomedGrid();
+  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+}
+
 std::string TitleText(std::string_view airfoilName, Language language) {
   std::string title = GetResString(Text::Airfoil, language);
   title += ": ";
@@ -106,15 +118,11 @@ std::string TitleText(std::string_view airfoilName, Language language) {
 }  // namespace
 
 void DrawClCdFrame(DrawingSurface& surface, const GraphView& view) {
-  StartFrame(surface, view);
-  if (view.zoomed) {
-    ZoomedGrid(surface, view);
-  } else {
+  DrawFrame(surface, view, [&] {
     double grid = DragGridStep(view.Width());
     VerticalGrid(surface, view.left + grid, grid, view.right - 0.5 * grid, view.top, view.bottom);
     HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top, view.left, view.right);
-  }
-  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  });
 }
 
 GraphView ClCdTitleBox(const DrawingSurface& surface, const GraphView& view, std::string_view airfoilName,
@@ -133,38 +141,26 @@ void DrawClCdTexts(DrawingSurface& surface, const GraphView& view, std::string_v
 }
 
 void DrawClAlfaFrame(DrawingSurface& surface, const GraphView& view) {
-  StartFrame(surface, view);
-  if (view.zoomed) {
-    ZoomedGrid(surface, view);
-  } else {
+  DrawFrame(surface, view, [&] {
     AlfaGrid(surface, view);
     HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top - 0.1, view.left, view.right);
-  }
-  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  });
   surface.Line(0, view.top, 0, view.bottom, kAxisColor);
 }
 
 void DrawCmAlfaFrame(DrawingSurface& surface, const GraphView& view) {
-  StartFrame(surface, view);
-  if (view.zoomed) {
-    ZoomedGrid(surface, view);
-  } else {
+  DrawFrame(surface, view, [&] {
     AlfaGrid(surface, view);
     HorizontalGrid(surface, view.bottom + 0.05, 0.05, view.top, view.left, view.right);
-  }
-  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  });
   surface.Line(0, view.bottom, 0, view.top, kAxisColor);
 }
 
 void DrawTransitionFrame(DrawingSurface& surface, const GraphView& view) {
-  StartFrame(surface, view);
-  if (view.zoomed) {
-    ZoomedGrid(surface, view);
-  } else {
+  DrawFrame(surface, view, [&] {
     VerticalGrid(surface, view.left + 0.1, 0.1, view.right - 0.1, view.top, view.bottom);
     HorizontalGrid(surface, view.bottom + 0.1, 0.1, view.top, view.left, view.right);
-  }
-  surface.Line(view.left, 0, view.right, 0, kAxisColor);
+  });
 }
 
 namespace {
