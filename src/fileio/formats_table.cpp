@@ -68,28 +68,26 @@ std::vector<FileFormat> MakeFileFormats() {
       {.id = "drag",
        .kind = FormatKind::Polars,
        .names = {{.text = ".drg", .readOrder = 5, .lists = kReadLists}},
-       .read =
-           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-             return ReadFromDRG(airfoil, path, arguments.choose);
-           },
+       .read = [](Airfoil& airfoil, const std::string& path,
+                  const ReaderArguments& arguments) { return ReadFromDRG(airfoil, path, arguments.choose); },
        .aboutReadLine = Text::AboutReadsDrg,
        .airfoilNames = DrgAirfoilNames},
       {.id = "table",
        .kind = FormatKind::Polars,
        .names = {{.text = ".mwk", .readOrder = 2, .lists = kReadLists},
                  {.text = ".txt", .readOrder = 6, .lists = kAllPolarFiles | kImportFilter},
-                 {.text = ".csv",
-                  .readOrder = 7,
-                  .written = true,
-                  .lists = kAllPolarFiles | kCsvExportFilter}},
-       .read =
-           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
-             return ReadFromTable(airfoil, path, arguments.choose);
-           },
+                 {.text = ".csv", .readOrder = 7, .written = true, .lists = kAllPolarFiles | kCsvExportFilter}},
+       .read = [](Airfoil& airfoil, const std::string& path,
+                  const ReaderArguments& arguments) { return ReadFromTable(airfoil, path, arguments.choose); },
        .write = Quietly<WriteToCSV>,
        .aboutReadLine = Text::AboutReadsTable,
        .aboutWrittenLine = Text::AboutWritesCsv,
        .usageHeading = "the polar tables"},
+      // The airfoil of an XFOIL run, Selig or Lednicer: on no polar list.
+      {.id = "coordinates",
+       .kind = FormatKind::Coordinates,
+       .names = {{.text = ".dat", .readOrder = 8}, {.text = ".txt", .readOrder = 9}},
+       .readOutline = ReadCoordinates},
   };
 }
 
