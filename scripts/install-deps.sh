@@ -9,6 +9,7 @@ packages=(
   libgtest-dev libgmock-dev libbenchmark-dev time
   clang libclang-rt-dev
   locales xvfb xauth fonts-dejavu-core poppler-utils
+  xfoil xfonts-base parallel
 )
 
 missing=()
