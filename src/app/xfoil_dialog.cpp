@@ -24,7 +24,7 @@ class OutlineView : public QWidget {
  public:
   explicit OutlineView(QWidget* parent) : QWidget(parent) {
     setObjectName("picOutline");
-    setMinimumSize(320, 80);
+    setMinimumSize(320, 90);
   }
   void SetOutline(AirfoilOutline outline) {
     outline_ = std::move(outline);
@@ -37,7 +37,10 @@ class OutlineView : public QWidget {
     painter.fillRect(rect(), Qt::white);
     if (outline_.points.empty()) return;
     painter.setRenderHint(QPainter::Antialiasing);
-    const double scale = (width() - 16) * 1.0, middle = height() / 2.0;
+    double low = 0, high = 0;
+    for (const OutlinePoint& p : outline_.points) low = std::min(low, p.y), high = std::max(high, p.y);
+    const double scale = std::min(width() - 16.0, (height() - 8.0) / std::max(high - low, 1e-3));
+    const double middle = height() / 2.0 + (high + low) / 2 * scale;
     painter.setPen(QPen(Qt::lightGray, 1, Qt::DashLine));
     painter.drawLine(QPointF(8, middle), QPointF(8 + scale, middle));
     QPainterPath path;

@@ -73,10 +73,12 @@ bool RunsRound(const std::vector<OutlinePoint>& points, size_t le) {
   return std::abs(area) > 1e-4;
 }
 
-// Scales and moves the outline so that the leading edge lies at 0 and the
-// trailing edge at x = 1; the shape is kept.
+// Scales and moves the outline so that the leading edge lies at x = 0 and
+// the trailing edge at x = 1, the trailing edge's middle at y = 0; the shape
+// is kept. (The leading edge's own y would shift a cambered section whose
+// nose reaches forward of x = 0 on the upper side.)
 void ScaleToChord(std::vector<OutlinePoint>& points, size_t le) {
-  const double x0 = points[le].x, y0 = points[le].y;
+  const double x0 = points[le].x, y0 = (points.front().y + points.back().y) / 2;
   const double chord = std::max(points.front().x, points.back().x) - x0;
   for (OutlinePoint& p : points) p = {(p.x - x0) / chord, (p.y - y0) / chord};
 }
