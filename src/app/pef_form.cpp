@@ -5,10 +5,10 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QMimeData>
 #include <QLabel>
 #include <QListWidget>
 #include <QMenu>
-#include <QMimeData>
 #include <QScreen>
 #include <QStatusBar>
 #include <QTabBar>
@@ -18,6 +18,7 @@
 
 #include "about_dialog.h"
 #include "approx_dialog.h"
+#include "xfoil_dialog.h"
 #include "base/errors.h"
 #include "base/number_text.h"
 #include "caption_apply.h"
@@ -37,7 +38,6 @@
 #include "tree/structure_tree.h"
 #include "tree_controller.h"
 #include "undo_actions.h"
-#include "xfoil_dialog.h"
 
 namespace tavilo {
 
@@ -153,10 +153,12 @@ void PEFForm::SwitchLanguage() {
       ->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
   auto text = [language](Text id) { return QString::fromStdString(GetResString(id, language)); };
   findChild<QMenu*>("mnuView")->setTitle(text(Text::ViewMenu));
-  const std::pair<const char*, Text> later[] = {
-      {"mnuFilePrintPreview", Text::PrintPreview}, {"mnuFileSaveGraphs", Text::SaveGraphsAs},
-      {"mnuViewAxisNumbers", Text::AxisNumbers},   {"mnuViewReadableColors", Text::ReadableColours},
-      {"mnuViewResetZoom", Text::ResetZoom},       {"mnuToolsRunXfoil", Text::RunXfoilMenu}};
+  const std::pair<const char*, Text> later[] = {{"mnuFilePrintPreview", Text::PrintPreview},
+                                                {"mnuFileSaveGraphs", Text::SaveGraphsAs},
+                                                {"mnuViewAxisNumbers", Text::AxisNumbers},
+                                                {"mnuViewReadableColors", Text::ReadableColours},
+                                                {"mnuViewResetZoom", Text::ResetZoom},
+                                                {"mnuToolsRunXfoil", Text::RunXfoilMenu}};
   for (const auto& [name, id] : later) findChild<QAction*>(name)->setText(text(id));
   graphController_->SwitchLanguage(language);
   if (xfoil_ != nullptr) xfoil_->SwitchLanguage(language);

@@ -14,22 +14,8 @@
 namespace tavilo {
 
 enum class EditKind {
-  Open,
-  New,
-  Import,
-  Paste,
-  Delete,
-  Rename,
-  PolarProperties,
-  SortReynolds,
-  SortMach,
-  Envelope,
-  Tick,
-  EditPoint,
-  AddPoint,
-  DeletePoints,
-  PastePoints,
-  XfoilRun
+  Open, New, Import, Paste, Delete, Rename, PolarProperties, SortReynolds, SortMach, Envelope, Tick,
+  EditPoint, AddPoint, DeletePoints, PastePoints, XfoilRun
 };
 
 // What a change touched; a view redraws what it shows of it.

@@ -68,17 +68,24 @@ std::vector<FileFormat> MakeFileFormats() {
       {.id = "drag",
        .kind = FormatKind::Polars,
        .names = {{.text = ".drg", .readOrder = 5, .lists = kReadLists}},
-       .read = [](Airfoil& airfoil, const std::string& path,
-                  const ReaderArguments& arguments) { return ReadFromDRG(airfoil, path, arguments.choose); },
+       .read =
+           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
+             return ReadFromDRG(airfoil, path, arguments.choose);
+           },
        .aboutReadLine = Text::AboutReadsDrg,
        .airfoilNames = DrgAirfoilNames},
       {.id = "table",
        .kind = FormatKind::Polars,
        .names = {{.text = ".mwk", .readOrder = 2, .lists = kReadLists},
                  {.text = ".txt", .readOrder = 6, .lists = kAllPolarFiles | kImportFilter},
-                 {.text = ".csv", .readOrder = 7, .written = true, .lists = kAllPolarFiles | kCsvExportFilter}},
-       .read = [](Airfoil& airfoil, const std::string& path,
-                  const ReaderArguments& arguments) { return ReadFromTable(airfoil, path, arguments.choose); },
+                 {.text = ".csv",
+                  .readOrder = 7,
+                  .written = true,
+                  .lists = kAllPolarFiles | kCsvExportFilter}},
+       .read =
+           [](Airfoil& airfoil, const std::string& path, const ReaderArguments& arguments) {
+             return ReadFromTable(airfoil, path, arguments.choose);
+           },
        .write = Quietly<WriteToCSV>,
        .aboutReadLine = Text::AboutReadsTable,
        .aboutWrittenLine = Text::AboutWritesCsv,
