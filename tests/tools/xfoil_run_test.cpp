@@ -104,15 +104,23 @@ std::vector<PolarPoint> DirectRun(const std::string& commands, const std::string
 
 TEST_F(XfoilRunTest, RealXfoilGivesWhatItGivesRunDirectly) {
   if (FindProgram("xfoil").empty() || FindProgram("xvfb-run").empty()) GTEST_SKIP() << "xfoil not installed";
-  AirfoilOutline outline = NacaOutline("4412");
-  const XfoilAirfoil airfoils[] = {{"2412", {}}, {"", outline}};
+  // The same outline from a Selig and from a Lednicer file.
+  const AirfoilOutline naca = NacaOutline("4412");
+  const size_t le = naca.points.size() / 2;
+  std::string lednicer = "NACA 4412\n" + std::to_string(le + 1) + " " + std::to_string(le + 1) + "\n";
+  for (size_t k = le + 1; k-- > 0;) lednicer += SeligText({"", {naca.points[k]}}).substr(8);
+  for (size_t k = le; k < naca.points.size(); ++k) lednicer += SeligText({"", {naca.points[k]}}).substr(8);
+  AirfoilOutline selig, fromLednicer;
+  ASSERT_FALSE(ReadCoordinatesText(selig, SeligText(naca)).HasError());
+  ASSERT_FALSE(ReadCoordinatesText(fromLednicer, lednicer).HasError());
+  const XfoilAirfoil airfoils[] = {{"2412", {}}, {"", selig}, {"", fromLednicer}};
   const XfoilConditions conditions = Short(-1, 2, 1);
   for (const XfoilAirfoil& airfoil : airfoils) {
     const XfoilRun run = RunXfoil(airfoil, conditions, 1);
     ASSERT_EQ(run.jobs.size(), 1u);
     EXPECT_EQ(run.jobs[0].end, JobEnd::Done);
     const std::vector<PolarPoint> direct =
-        DirectRun(XfoilCommands(airfoil, conditions, 2e5), airfoil.designation.empty() ? SeligText(outline) : "");
+        DirectRun(XfoilCommands(airfoil, conditions, 2e5), airfoil.designation.empty() ? SeligText(naca) : "");
     const auto points = run.jobs[0].polar->Points();
     ASSERT_EQ(points.size(), direct.size());
     ASSERT_EQ(points.size(), 4u);
