@@ -12,6 +12,7 @@
 #include <chrono>
 #include <cmath>
 #include <filesystem>
+#include <optional>
 #include <thread>
 
 #include "base/number_text.h"
@@ -31,6 +32,7 @@ using Clock = std::chrono::steady_clock;
 
 constexpr const char* kFolderPrefix = "tavilo-xfoil-";
 constexpr const char* kPolarFile = "polar.txt";
+constexpr const char* kRetryFile = "retry.txt";
 
 // Angles as xfoil is given them: exact, locale-free.
 std::string Angle(double value) {
@@ -151,10 +153,37 @@ struct RunningJob {
   pid_t pid = -1;
   Clock::time_point started;
   int pointsSeen = 0;
+  bool retrying = false;  // the second process, for the angles the first missed
 };
 
-// The job's points, sorted by angle, and the angles that are missing.
-void CollectJob(XfoilJob& job, const fs::path& folder, const std::vector<double>& angles, XfoilRun& run) {
+bool Near(double a, double b) {
+  return std::abs(a - b) < 5e-4;
+}
+
+// The job's points, sorted by angle, and the angles that are missing; after
+// a retry, the retry's points at missing angles join them.
+void CollectJob(XfoilJob& job, const fs::path& folder, const std::vector<double>& angles, XfoilRun& run, bool retried) {
+  if (retried) {
+    Airfoil retry;
+    std::error_code error;
+    try {
+      if (fs::exists(folder / kRetryFile, error)) ReadFromPOL(retry, (folder / kRetryFile).string());
+    } catch (const std::exception&) {
+    }
+    if (retry.ConfigCount() == 0 || retry.Configuration(1)->PolarCount() == 0) return;
+    std::vector<PolarPoint> points(job.polar->Points().begin(), job.polar->Points().end());
+    for (const PolarPoint& point : retry.Configuration(1)->Polar(1)->Points()) {
+      auto missed = std::find_if(job.missedAngles.begin(), job.missedAngles.end(),
+                                 [&point](double angle) { return Near(point.Alfa, angle); });
+      if (missed == job.missedAngles.end()) continue;  // a step on the way, or one converged already
+      points.push_back(point);
+      job.missedAngles.erase(missed);
+    }
+    std::stable_sort(points.begin(), points.end(),
+                     [](const PolarPoint& a, const PolarPoint& b) { return a.Alfa < b.Alfa; });
+    job.polar->SetPoints(points);
+    return;
+  }
   Airfoil read;
   const fs::path file = folder / kPolarFile;
   std::error_code error;
@@ -176,8 +205,8 @@ void CollectJob(XfoilJob& job, const fs::path& folder, const std::vector<double>
                    [](const PolarPoint& a, const PolarPoint& b) { return a.Alfa < b.Alfa; });
   job.polar->SetPoints(points);
   for (double angle : angles) {
-    const bool found = std::any_of(points.begin(), points.end(),
-                                   [angle](const PolarPoint& p) { return std::abs(p.Alfa - angle) < 5e-4; });
+    const bool found =
+        std::any_of(points.begin(), points.end(), [angle](const PolarPoint& p) { return Near(p.Alfa, angle); });
     if (!found) job.missedAngles.push_back(angle);
   }
 }
@@ -205,8 +234,12 @@ std::vector<double> SweepAngles(double from, double to, double step) {
   return angles;
 }
 
-std::string XfoilCommands(const XfoilAirfoil& airfoil, const XfoilConditions& c, double reynolds) {
-  const std::vector<double> angles = SweepAngles(c.alphaFrom, c.alphaTo, c.alphaStep);
+namespace {
+
+// Everything before the first angle: the airfoil, the conditions, and the
+// point accumulation into `polarFile`.
+std::string SetupCommands(const XfoilAirfoil& airfoil, const XfoilConditions& c, double reynolds,
+                          const char* polarFile) {
   std::string text = airfoil.designation.empty() ? "LOAD airfoil.dat\n" : "NACA " + airfoil.designation + "\n";
   if (c.repanel) text += "PANE\n";
   text += "OPER\n";
@@ -216,7 +249,15 @@ std::string XfoilCommands(const XfoilAirfoil& airfoil, const XfoilConditions& c,
   text += "VPAR\nN " + ShortestNumberText(c.ncrit) + "\nXTR " + ShortestNumberText(c.tripTop) + " " +
           ShortestNumberText(c.tripBottom) + "\n\n";
   text += "ITER " + std::to_string(c.iterations) + "\n";
-  text += std::string("PACC\n") + kPolarFile + "\n\n";
+  text += std::string("PACC\n") + polarFile + "\n\n";
+  return text;
+}
+
+}  // namespace
+
+std::string XfoilCommands(const XfoilAirfoil& airfoil, const XfoilConditions& c, double reynolds) {
+  const std::vector<double> angles = SweepAngles(c.alphaFrom, c.alphaTo, c.alphaStep);
+  std::string text = SetupCommands(airfoil, c, reynolds, kPolarFile);
   if (!angles.empty()) {
     size_t start = 0;
     for (size_t k = 1; k < angles.size(); ++k)
@@ -231,6 +272,29 @@ std::string XfoilCommands(const XfoilAirfoil& airfoil, const XfoilConditions& c,
   }
   text += "PACC\n\nQUIT\n";
   return text;
+}
+
+std::string RetryCommands(const XfoilAirfoil& airfoil, const XfoilConditions& c, double reynolds,
+                          const std::vector<double>& converged, const std::vector<double>& missed) {
+  std::string sweeps;
+  const double fine = c.alphaStep / 4;
+  for (double angle : missed) {
+    // The converged neighbour on the side of zero lift, where the sweep came from.
+    std::optional<double> from;
+    for (double done : converged) {
+      const bool towardZero = angle >= 0 ? done < angle : done > angle;
+      if (towardZero && (!from || std::abs(done - angle) < std::abs(*from - angle))) from = done;
+    }
+    if (!from) continue;
+    const double step = angle > *from ? fine : -fine;
+    // INIT toggles xfoil's flag that the boundary layer is ready: before the
+    // first solution it would mark a layer that does not exist, and xfoil
+    // dies of a floating-point exception.
+    sweeps += std::string(sweeps.empty() ? "" : "INIT\n") + "ASEQ " + Angle(*from) + " " + Angle(angle) + " " +
+              Angle(step) + "\n";
+  }
+  if (sweeps.empty()) return "";
+  return SetupCommands(airfoil, c, reynolds, kRetryFile) + sweeps + "PACC\n\nQUIT\n";
 }
 
 std::string FindProgram(const std::string& program) {
@@ -304,6 +368,20 @@ XfoilRun RunXfoil(const XfoilAirfoil& airfoil, const XfoilConditions& conditions
     jobFolders.push_back(jobFolder);
   }
 
+  auto Launch = [&](const fs::path& folder, const char* commandFile) {
+    const std::string dir = folder.string();
+    const std::string commands = (folder / commandFile).string();
+    return StartChild(program, argv, envp.data(), SIGKILL, [&dir, &commands] {
+      if (chdir(dir.c_str()) != 0) _exit(126);
+      const int in = open(commands.c_str(), O_RDONLY);
+      if (in < 0) _exit(126);
+      dup2(in, 0);
+      // xfoil's screen output is not needed: the polar file is what counts.
+      ToDevNull(1, O_WRONLY);
+      ToDevNull(2, O_WRONLY);
+    });
+  };
+
   std::vector<RunningJob> running;
   size_t next = 0;
   int finishedPoints = 0;
@@ -313,18 +391,7 @@ XfoilRun RunXfoil(const XfoilAirfoil& airfoil, const XfoilConditions& conditions
     const bool cancelNow = cancel != nullptr && cancel->load();
     if (cancelNow) run.cancelled = true;
     while (!run.cancelled && next < run.jobs.size() && static_cast<int>(running.size()) < std::max(jobs, 1)) {
-      const std::string dir = jobFolders[next].string();
-      const std::string commands = (jobFolders[next] / "commands.txt").string();
-      const pid_t pid = StartChild(program, argv, envp.data(), SIGKILL, [&dir, &commands] {
-        if (chdir(dir.c_str()) != 0) _exit(126);
-        const int in = open(commands.c_str(), O_RDONLY);
-        if (in < 0) _exit(126);
-        dup2(in, 0);
-        // xfoil's screen output is not needed: the polar file is what counts.
-        ToDevNull(1, O_WRONLY);
-        ToDevNull(2, O_WRONLY);
-      });
-      running.push_back({next, pid, Clock::now(), 0});
+      running.push_back({next, Launch(jobFolders[next], "commands.txt"), Clock::now(), 0});
       ++next;
     }
     if (run.cancelled && next < run.jobs.size()) {
@@ -346,12 +413,27 @@ XfoilRun RunXfoil(const XfoilAirfoil& airfoil, const XfoilConditions& conditions
         result.end = ended > 0 && WIFEXITED(status) && WEXITSTATUS(status) == 0 ? JobEnd::Done : JobEnd::Crashed;
       }
       if (over) {
-        CollectJob(result, jobFolders[job.index], angles, run);
+        CollectJob(result, jobFolders[job.index], angles, run, job.retrying);
+        // One more process for the angles missed, each approached in finer
+        // steps from its converged neighbour, within the same time limit.
+        if (!job.retrying && result.end == JobEnd::Done && !result.missedAngles.empty()) {
+          std::vector<double> converged;
+          for (const PolarPoint& point : result.polar->Points()) converged.push_back(point.Alfa);
+          const std::string retry = RetryCommands(airfoil, conditions, result.reynolds, converged, result.missedAngles);
+          if (!retry.empty()) {
+            WriteFileAtomically((jobFolders[job.index] / "retry-commands.txt").string(), retry);
+            job.pid = Launch(jobFolders[job.index], "retry-commands.txt");
+            job.retrying = true;
+            livePoints += job.pointsSeen;
+            ++r;
+            continue;
+          }
+        }
         finishedPoints += perJob;
         running.erase(running.begin() + static_cast<long>(r));
         continue;
       }
-      job.pointsSeen = std::min(PointLines(jobFolders[job.index] / kPolarFile), perJob);
+      if (!job.retrying) job.pointsSeen = std::min(PointLines(jobFolders[job.index] / kPolarFile), perJob);
       livePoints += job.pointsSeen;
       ++r;
     }

@@ -56,6 +56,13 @@ std::vector<double> SweepAngles(double from, double to, double step);
 // polar file "polar.txt".
 std::string XfoilCommands(const XfoilAirfoil& airfoil, const XfoilConditions& conditions, double reynolds);
 
+// The commands of a second process for the angles `missed` by the first:
+// each approached from its converged neighbour on the side of zero (among
+// `converged`) in quarter steps, re-initialised between them, into
+// "retry.txt"; "" when no missed angle has such a neighbour.
+std::string RetryCommands(const XfoilAirfoil& airfoil, const XfoilConditions& conditions, double reynolds,
+                          const std::vector<double>& converged, const std::vector<double>& missed);
+
 // What stops a run before it starts: xfoil or the virtual display missing.
 // `id` takes `detail` as its "%1".
 struct XfoilSetupError : std::runtime_error {

@@ -84,6 +84,15 @@ TEST(XfoilCommands, SweepUpFromNearestZeroThenDownAfterReinit) {
   }
 }
 
+TEST(XfoilCommands, RetryApproachesEachMissedAngleFromItsNeighbourTowardZero) {
+  const std::string commands = RetryCommands({"2412", {}}, Short(-4, 4, 1), 2e5, {-2, 0, 1, 2}, {-3, -1, 4});
+  const size_t start = commands.find("\n\n", commands.find("PACC")) + 2;
+  EXPECT_EQ(commands.substr(start, commands.find("PACC", start) - start),
+            "ASEQ -2 -3 -0.25\nINIT\nASEQ 0 -1 -0.25\nINIT\nASEQ 2 4 0.25\n");
+  EXPECT_NE(commands.find("retry.txt"), std::string::npos);
+  EXPECT_EQ(RetryCommands({"2412", {}}, Short(-4, 4, 1), 2e5, {}, {1}), "");  // nothing to start from
+}
+
 // The points of xfoil run directly on `commands` in a folder of its own,
 // in angle order.
 std::vector<PolarPoint> DirectRun(const std::string& commands, const std::string& outline) {
