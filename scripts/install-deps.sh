@@ -10,6 +10,7 @@ packages=(
   clang libclang-rt-dev clang-format
   locales xvfb xauth fonts-dejavu-core poppler-utils
   desktop-file-utils appstream shared-mime-info libglib2.0-bin xdg-utils man-db
+  xfoil xfonts-base parallel
 )
 
 missing=()

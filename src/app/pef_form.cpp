@@ -37,6 +37,7 @@
 #include "tree/structure_tree.h"
 #include "tree_controller.h"
 #include "undo_actions.h"
+#include "xfoil_dialog.h"
 
 namespace tavilo {
 
@@ -147,13 +148,13 @@ void PEFForm::SwitchLanguage() {
   findChild<QAction*>("mnuBatch")->setText(QString::fromStdString(GetResString(Text::BatchPefToXml, language)));
   auto text = [language](Text id) { return QString::fromStdString(GetResString(id, language)); };
   findChild<QMenu*>("mnuView")->setTitle(text(Text::ViewMenu));
-  const std::pair<const char*, Text> later[] = {{"mnuFilePrintPreview", Text::PrintPreview},
-                                                {"mnuFileSaveGraphs", Text::SaveGraphsAs},
-                                                {"mnuViewAxisNumbers", Text::AxisNumbers},
-                                                {"mnuViewReadableColors", Text::ReadableColours},
-                                                {"mnuViewResetZoom", Text::ResetZoom}};
+  const std::pair<const char*, Text> later[] = {
+      {"mnuFilePrintPreview", Text::PrintPreview}, {"mnuFileSaveGraphs", Text::SaveGraphsAs},
+      {"mnuViewAxisNumbers", Text::AxisNumbers},   {"mnuViewReadableColors", Text::ReadableColours},
+      {"mnuViewResetZoom", Text::ResetZoom},       {"mnuToolsRunXfoil", Text::RunXfoilMenu}};
   for (const auto& [name, id] : later) findChild<QAction*>(name)->setText(text(id));
   graphController_->SwitchLanguage(language);
+  if (xfoil_ != nullptr) xfoil_->SwitchLanguage(language);
   InstallQtTranslation(qtTranslator_, language);
   if (QAction* help = findChild<QAction*>("Toolbar1_HELP"))
     help->setToolTip(QString::fromStdString(GetResString(Text::AboutTitle, language)));
@@ -205,6 +206,18 @@ void PEFForm::ToolbarButtonClick(const QString& key) {
     about_->SwitchLanguage(Language());
     about_->exec();
   }
+}
+
+void PEFForm::OpenXfoil() {
+  if (xfoil_ == nullptr) {
+    xfoil_ = new XfoilDialog(
+        Language(), [this](const Airfoil& run) { document_->Edits().AddXfoilRun(run); }, this);
+    LendKeysTo(xfoil_);
+  }
+  xfoil_->SwitchLanguage(Language());
+  xfoil_->show();
+  xfoil_->raise();
+  xfoil_->activateWindow();
 }
 
 void PEFForm::OpenApproximation() {

@@ -111,6 +111,8 @@ class PEFForm : public QMainWindow {
   void PlaceReadouts();
   void ShowTab(int index);
   void SwitchLanguage();
+  // Tools > Run XFOIL...: the dialog, made at its first opening.
+  void OpenXfoil();
   // Shows a change of the document: tree, graphs, menus, title.
   void DocumentChanged(const DocumentChange& change);
   // The title names the file the document was opened from ("Tavilo" alone
@@ -140,6 +142,7 @@ class PEFForm : public QMainWindow {
   OptionsDialog* options_ = nullptr;
   AboutDialog* about_ = nullptr;
   ApproxDialog* approx_ = nullptr;
+  class XfoilDialog* xfoil_ = nullptr;
   TreeController* treeController_ = nullptr;
   GraphController* graphController_ = nullptr;
   UndoActions* undo_ = nullptr;

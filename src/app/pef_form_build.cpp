@@ -96,6 +96,7 @@ void PEFForm::BuildMenus() {
   QAction* envelope = AddAction(tools, "mnuToolsEnvelope", nullptr);
   connect(envelope, &QAction::triggered, this, [this] { document_->Envelope(); });
   AddAction(tools, "mnuToolsApproximate", &PEFForm::OpenApproximation);
+  AddAction(tools, "mnuToolsRunXfoil", &PEFForm::OpenXfoil);
   QAction* sortRe = AddAction(tools, "mnuToolsSortRe", nullptr);
   QAction* sortMach = AddAction(tools, "mnuToolsSortMach", nullptr);
   connect(sortRe, &QAction::triggered, this, [this] { document_->SortReynolds(); });

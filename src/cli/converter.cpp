@@ -16,6 +16,7 @@
 #include "base/errors.h"
 #include "base/number_text.h"
 #include "cli/approx_mode.h"
+#include "cli/xfoil_mode.h"
 #include "fileio/file_names.h"
 #include "fileio/formats_table.h"
 #include "fileio/heap.h"
@@ -42,19 +43,31 @@ constexpr const char* kUsageModes =
     "       tavilo-convert [options] --print OUT.pdf INPUT\n"
     "                                                  print the page of the graphs to a PDF\n"
 #endif
+    "       tavilo-convert [options] --xfoil AIRFOIL --re RE,RE... OUTPUT\n"
+    "                                                  run XFOIL, one polar per Reynolds number\n"
+    "       tavilo-convert [options] --merge OUTPUT INPUT...\n"
+    "                                                  join files, such as --print-jobs outputs\n"
     "\n";
 constexpr const char* kUsageOptions =
     "\n"
     "Options:\n"
     "  --airfoil N   read airfoil N (from 1) of a drag file with several; --info lists them\n"
-    "  -j N          --batch: convert N files at a time (default: one per core; -j 1 one by one)\n"
+    "  -j N          --batch, --xfoil: N files or Reynolds numbers at a time (default: one per core)\n"
     "  --lang de     German messages (--lang en: English, the default)\n"
     "  --grid        --print: draw the grid\n"
     "  --legend ul   --print: a legend in the upper left (lr: lower right) of Cl-Cd\n"
+    "  --alpha F:T:S --xfoil: angles from F to T in steps of S degrees (default -5:15:0.5)\n"
+    "  --mach M      --xfoil: Mach number (0)\n"
+    "  --ncrit N     --xfoil: transition amplification Ncrit (9)\n"
+    "  --xtr T,B     --xfoil: transition trips top and bottom as x/c (1,1: free transition)\n"
+    "  --iter N      --xfoil: viscous iterations per angle (100)\n"
+    "  --timeout S   --xfoil: time limit per Reynolds number in seconds (120)\n"
+    "  --print-jobs  --xfoil: print one shell command line per Reynolds number, run nothing\n"
     "  --help        show this text\n"
     "  --version     show the version\n"
     "\n"
-    "Exit status: 0 done, 1 a file could not be read or written, 2 bad usage.\n";
+    "Exit status: 0 done, 1 a file could not be read or written (--xfoil: a Reynolds number gave\n"
+    "no converged point, or xfoil is missing), 2 bad usage.\n";
 
 // How a name is written in the usage: its pattern without a leading "*"
 // (".pol", "polar.*").
@@ -171,12 +184,13 @@ struct LateUsageError {
 };
 
 struct Options {
-  enum class Mode { Convert, Batch, Info, Plot, Print, Approx, Help, Version } mode = Mode::Convert;
+  enum class Mode { Convert, Batch, Info, Plot, Print, Approx, Xfoil, Merge, Help, Version } mode = Mode::Convert;
   std::vector<std::string> files;
   std::optional<int> airfoil;                                                      // 1-based, when given
   int jobs = static_cast<int>(std::max(std::thread::hardware_concurrency(), 1u));  // --batch
   Language language = Language::English;
   PrintOptions print;  // --print: as a first start has them unless asked
+  XfoilCliOptions xfoil;
 };
 
 // A number of up to five digits, from 1; nothing for anything else.
@@ -211,6 +225,15 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       if (!corner || (*corner != "ul" && *corner != "lr")) return "--legend takes ul or lr";
       options.print.legend = true;
       options.print.legendCorner = *corner == "ul" ? LegendCorner::UpperLeft : LegendCorner::LowerRight;
+    } else if (IsXfoilOption(arg)) {
+      auto given = value();
+      if (!given) return arg + " takes a value";
+      if (auto problem = ParseXfoilOption(arg, *given, options.xfoil)) return *problem;
+      if (arg == "--xfoil") options.mode = Options::Mode::Xfoil;
+    } else if (arg == "--print-jobs") {
+      options.xfoil.printJobs = true;
+    } else if (arg == "--merge") {
+      options.mode = Options::Mode::Merge;
     } else if (arg == "--approx") {
       options.mode = Options::Mode::Approx;
     } else if (arg == "--lang") {
@@ -236,6 +259,12 @@ std::optional<std::string> Parse(const std::vector<std::string>& args, Options& 
       mode == Options::Mode::Convert || mode == Options::Mode::Plot || mode == Options::Mode::Print  ? 2
       : mode == Options::Mode::Batch || mode == Options::Mode::Info || mode == Options::Mode::Approx ? 1
                                                                                                      : 0;
+  if (mode == Options::Mode::Merge)
+    return options.files.size() >= 2 ? std::nullopt : std::optional<std::string>("wrong number of file names");
+  if (mode == Options::Mode::Xfoil && !options.xfoil.reynoldsGiven) return "--xfoil needs --re";
+  if (mode != Options::Mode::Xfoil && (options.xfoil.reynoldsGiven || options.xfoil.printJobs))
+    return "--re and --print-jobs go with --xfoil";
+  if (mode == Options::Mode::Xfoil && options.files.size() == 1) return std::nullopt;
   if (options.files.size() != wanted) return "wrong number of file names";
   return std::nullopt;
 }
@@ -422,6 +451,37 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
         messages.Error(ErrorText(error, messages.Language()), output);
         return kExitFileError;
       }
+    }
+    case Options::Mode::Xfoil: {
+      const std::string& output = options.files[0];
+      if (!options.xfoil.printJobs && FormatToWrite(output) == nullptr) {
+        messages.Line("tavilo-convert: OUTPUT must be a file name that a format writes");
+        return kExitUsage;
+      }
+      XfoilCliOutput tell;
+      tell.error = [&](const std::string& text, const std::string& file) { messages.Error(text, file); };
+      tell.warning = [&](const std::string& text, const std::string& file) { messages.Warning(text, file); };
+      tell.write = [&](const Airfoil& airfoil, const std::string& path) {
+        ConsoleUserInterface ui(messages, path);
+        return ExportAirfoil(airfoil, path, ui);
+      };
+      return RunXfoilMode(options.xfoil, options.jobs, output, options.language, out, tell);
+    }
+    case Options::Mode::Merge: {
+      std::vector<std::pair<std::string, AirfoilPtr>> inputs;
+      for (size_t k = 1; k < options.files.size(); ++k) {
+        std::optional<LoadResult> input = reader.ReadInput(options.files[k]);
+        if (!input) return kExitFileError;
+        inputs.emplace_back(options.files[k], input->airfoil);
+      }
+      Airfoil merged;
+      if (auto problem = MergeAirfoils(inputs, merged)) {
+        messages.Error(*problem, "");
+        return kExitFileError;
+      }
+      const std::string& output = options.files[0];
+      ConsoleUserInterface ui(messages, output);
+      return ExportAirfoil(merged, output, ui) ? kExitDone : kExitFileError;
     }
     case Options::Mode::Approx: {
       std::optional<LoadResult> input = reader.ReadInput(options.files[0]);

@@ -69,6 +69,7 @@ std::string StepName(const Command& command, Language language) {
       {EditKind::SortReynolds, Text::StepSortOnReynolds},
       {EditKind::SortMach, Text::StepSortOnMach},
       {EditKind::Envelope, Text::StepEnvelope},
+      {EditKind::XfoilRun, Text::RunXfoilTitle},
       {EditKind::EditPoint, Text::StepEditPoint},
       {EditKind::AddPoint, Text::StepAddPoint},
       {EditKind::DeletePoints, Text::StepDeletePoints},

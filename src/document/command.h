@@ -28,7 +28,8 @@ enum class EditKind {
   EditPoint,
   AddPoint,
   DeletePoints,
-  PastePoints
+  PastePoints,
+  XfoilRun
 };
 
 // What a change touched; a view redraws what it shows of it.

@@ -159,6 +159,12 @@ CommandPtr Document::Envelope(const std::string& path) {
   return command;
 }
 
+CommandPtr Document::AddXfoilRun(const Airfoil& run) {
+  return Execute(EditKind::XfoilRun, [&](AirfoilPtr& airfoil) {
+    if (run.ConfigCount() > 0 && run.Configuration(1)->PolarCount() > 0) ImportInto(*airfoil, run);
+  });
+}
+
 CommandPtr Document::SetPoints(EditKind kind, const PolarPtr& polar, std::vector<PolarPoint> points) {
   return Execute(
       kind, [&](AirfoilPtr&) { polar->SetPoints(std::move(points)); }, KeyOfPolar(*current_, polar.get()), polar);

@@ -92,6 +92,9 @@ class Document {
   // shows it, and then writes that set alone to `path`; unchanged when
   // nothing is ticked. A failed write raises with the set added and shown.
   CommandPtr Envelope(const std::string& path);
+  // Adds the sets of an XFOIL run's airfoil (RunAirfoil) as one step, as an
+  // import does; unchanged when it holds no polar.
+  CommandPtr AddXfoilRun(const Airfoil& run);
   // Gives `polar` of the current airfoil the points `points`, as a step of
   // `kind` (EditPoint, AddPoint, DeletePoints or PastePoints). OverflowError
   // past 32767 points, with nothing changed.

@@ -81,6 +81,11 @@ std::vector<FileFormat> MakeFileFormats() {
        .aboutReadLine = Text::AboutReadsTable,
        .aboutWrittenLine = Text::AboutWritesCsv,
        .usageHeading = "the polar tables"},
+      // The airfoil of an XFOIL run, Selig or Lednicer: on no polar list.
+      {.id = "coordinates",
+       .kind = FormatKind::Coordinates,
+       .names = {{.text = ".dat", .readOrder = 8}, {.text = ".txt", .readOrder = 9}},
+       .readOutline = ReadCoordinates},
   };
 }
 

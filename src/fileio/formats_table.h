@@ -10,6 +10,7 @@
 #include <string_view>
 #include <vector>
 
+#include "formats/coordinates.h"
 #include "formats/drg.h"
 #include "formats/read_report.h"
 #include "model/airfoil.h"
@@ -17,9 +18,10 @@
 
 namespace tavilo {
 
-// What a file of the format holds. Polar files fill an Airfoil; another kind
-// (airfoil coordinates) would have readers of its own shape.
-enum class FormatKind { Polars };
+// What a file of the format holds. Polar files fill an Airfoil; coordinate
+// files an AirfoilOutline, through a reader of their own shape, and are
+// never offered where polars are opened or imported.
+enum class FormatKind { Polars, Coordinates };
 
 // How a name picks its format.
 enum class NameTest {
@@ -77,6 +79,8 @@ struct FileFormat {
   // The airfoils of a file that may hold several, from its bytes; null
   // where a file holds one.
   std::vector<std::string> (*airfoilNames)(std::string_view bytes) = nullptr;
+  // Fills the outline from a coordinate file (FormatKind::Coordinates).
+  ReadReport (*readOutline)(AirfoilOutline& outline, const std::string& path) = nullptr;
   // The converter's usage lists this row's names after the others', after
   // ", and " and this heading (null: among the others).
   const char* usageHeading = nullptr;

@@ -35,11 +35,13 @@ TEST(FormatTable, TheNameAloneChoosesReaderAndWriter) {
       {"sheet.CSV", "table", "table"},
       {"input.epp", "", "eppler"},  // offered on export, not written yet
       {"pef", "", ""},
+      {"naca4412.dat", "", ""},  // coordinates: never read as polars
   };
   for (const auto& c : cases) {
     EXPECT_EQ(IdOf(FormatToRead(c.name)), c.reader) << c.name;
     EXPECT_EQ(IdOf(FormatToWrite(c.name)), c.writer) << c.name;
   }
+  EXPECT_EQ(IdOf(FormatToRead("naca4412.dat", FormatKind::Coordinates)), "coordinates");
 }
 
 // The patterns of a filter "Label|pattern|..." (every second) or of a list "a;b".
