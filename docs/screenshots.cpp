@@ -1,6 +1,7 @@
 // Renders the main window with a file loaded, in English and in German, to
 // PNG files for a look by eye:  tavilo_screenshots <file> <out-prefix>
 // [<file to import>...]; the structure tree views import the further files.
+// With --xfoil <coordinate file> <out-prefix>, the XFOIL run instead.
 // It uses a private settings store, never the user's own.
 #include <QApplication>
 #include <QComboBox>
@@ -9,10 +10,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMouseEvent>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QScreen>
 #include <QSettings>
@@ -24,6 +27,7 @@
 #include <QTreeWidget>
 #include <QWheelEvent>
 #include <iostream>
+#include <string>
 
 #include "app/pef_form.h"
 #include "app/points_window.h"
@@ -236,14 +240,57 @@ void SaveErrorBoxes(tavilo::PEFForm& window, const QString& prefix) {
   window.SetLanguage(tavilo::Language::English);
 }
 
+void Type(QDialog* dialog, const char* field, const char* text) {
+  auto* edit = dialog->findChild<QLineEdit*>(field);
+  edit->setText(QString::fromUtf8(text));
+  emit edit->editingFinished();
+}
+
+// Lets the event loop run until `done` holds or `ms` have passed.
+template <class Condition>
+void WaitFor(Condition done, int ms) {
+  for (int waited = 0; !done() && waited < ms; waited += 50) QTest::qWait(50);
+}
+
+// Tools > Run XFOIL... while it runs (the real xfoil), its report and the
+// polars it added to the graphs.
+void SaveXfoilRun(const char* coordinates, const QString& prefix) {
+  tavilo::PEFForm window;
+  window.resize(1280, 860);
+  window.show();
+  window.findChild<QAction*>("mnuToolsRunXfoil")->trigger();
+  auto* dialog = window.findChild<QDialog*>("frmXfoil");
+  dialog->move(window.x() + 700, window.y() + 80);
+  Type(dialog, "txtAirfoil", coordinates);
+  Type(dialog, "txtReynolds", "1e5, 2e5, 3e5, 5e5, 1e6");
+  Type(dialog, "txtAlphaFrom", "-6");
+  Type(dialog, "txtAlphaTo", "16");
+  Type(dialog, "txtAlphaStep", "0.5");
+  dialog->findChild<QPushButton*>("cmdRun")->click();
+  auto* progress = dialog->findChild<QProgressBar*>("prgRun");
+  WaitFor([&] { return progress->value() * 3 > progress->maximum(); }, 120000);
+  Save(dialog, prefix + "-running.png");
+  WaitFor([&] { return dialog->findChild<QPushButton*>("cmdRun")->isEnabled(); }, 600000);
+  QApplication::processEvents();
+  Save(dialog, prefix + "-done.png");
+  dialog->hide();
+  QApplication::processEvents();
+  Save(&window, prefix + "-graphs.png");
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   QTemporaryDir settingsHome;
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, settingsHome.path());
   QApplication app(argc, argv);
+  if (argc == 4 && std::string(argv[1]) == "--xfoil") {
+    SaveXfoilRun(argv[2], QString::fromLocal8Bit(argv[3]));
+    return 0;
+  }
   if (argc < 3) {
-    std::cerr << "usage: tavilo_screenshots <polar file> <output prefix> [<file to import>...]\n";
+    std::cerr << "usage: tavilo_screenshots <polar file> <output prefix> [<file to import>...]\n"
+                 "       tavilo_screenshots --xfoil <coordinate file> <output prefix>\n";
     return 2;
   }
   const QFileInfo file(QString::fromLocal8Bit(argv[1]));
