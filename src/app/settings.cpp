@@ -78,4 +78,18 @@ void WriteWindowGeometry(const QByteArray& geometry) {
   store.setValue("TaviloWindow/Geometry", geometry);
 }
 
+QMap<QString, QString> ReadXfoilFields() {
+  QSettings store = OpenStore();
+  store.beginGroup("TaviloXfoil");
+  QMap<QString, QString> fields;
+  for (const QString& key : store.childKeys()) fields[key] = store.value(key).toString();
+  return fields;
+}
+
+void WriteXfoilFields(const QMap<QString, QString>& fields) {
+  QSettings store = OpenStore();
+  store.beginGroup("TaviloXfoil");
+  for (auto field = fields.begin(); field != fields.end(); ++field) store.setValue(field.key(), field.value());
+}
+
 }  // namespace tavilo

@@ -4,6 +4,7 @@
 // store under application "Korvend", section "Tavilo", every value as text.
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
@@ -35,6 +36,11 @@ void WriteSettings(const AppSettings& settings);
 // The main window's size and place, kept apart from the six keys above.
 QByteArray ReadWindowGeometry();
 void WriteWindowGeometry(const QByteArray& geometry);
+
+// The fields of Run XFOIL... as its last run left them, text by object
+// name, kept apart from the keys above.
+QMap<QString, QString> ReadXfoilFields();
+void WriteXfoilFields(const QMap<QString, QString>& fields);
 
 // The numeric value of a stored text by the readers' leading-number rule;
 // 0 for a text without a number or one beyond the 16-bit range.

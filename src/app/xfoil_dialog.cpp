@@ -15,6 +15,7 @@
 #include <filesystem>
 
 #include "base/number_text.h"
+#include "settings.h"
 #include "strings/string_table.h"
 
 namespace tavilo {
@@ -161,8 +162,27 @@ XfoilDialog::XfoilDialog(Language language, Apply apply, QWidget* parent)
     airfoilField_->setText(path);
     AirfoilChanged();
   });
+  RestoreFields();
   SwitchLanguage(language);
   AirfoilChanged();
+}
+
+void XfoilDialog::RestoreFields() {
+  const QMap<QString, QString> saved = ReadXfoilFields();
+  for (QLineEdit* field : findChildren<QLineEdit*>())
+    if (saved.contains(field->objectName())) field->setText(saved[field->objectName()]);
+  const int type = saved.value(polarType_->objectName(), "0").toInt();
+  if (type >= 0 && type < polarType_->count()) polarType_->setCurrentIndex(type);
+  repanel_->setChecked(saved.value(repanel_->objectName(), "1") != "0");
+}
+
+void XfoilDialog::SaveFields() const {
+  QMap<QString, QString> fields;
+  for (const QLineEdit* field : findChildren<QLineEdit*>())
+    if (!field->objectName().isEmpty()) fields[field->objectName()] = field->text();
+  fields[polarType_->objectName()] = QString::number(polarType_->currentIndex());
+  fields[repanel_->objectName()] = repanel_->isChecked() ? "1" : "0";
+  WriteXfoilFields(fields);
 }
 
 XfoilDialog::~XfoilDialog() {
@@ -267,6 +287,7 @@ void XfoilDialog::Run() {
   if (!airfoilValid_) return;
   const std::optional<XfoilConditions> conditions = ReadConditions();
   if (!conditions) return;
+  SaveFields();
   XfoilAirfoil airfoil = airfoil_;
   if (!airfoil.designation.empty()) airfoil.outline = {};
   cancel_ = false;

@@ -42,6 +42,9 @@ class XfoilDialog : public QDialog {
 
  private:
   void AirfoilChanged();
+  // The fields as the last run left them, so that a user picks up there.
+  void RestoreFields();
+  void SaveFields() const;
   std::optional<XfoilConditions> ReadConditions();
   void Finished(const XfoilRun& run, const XfoilConditions& conditions, const std::string& setupError);
   void Report(const std::string& text);

@@ -1,6 +1,8 @@
 // frmXfoil: a run from the window arrives as one undo step, with the
 // window responsive meanwhile; a bad coordinate file is named before any
 // run. xfoil itself is a fake here; the core's tests run the real one.
+#include "app/xfoil_dialog.h"
+
 #include <sys/stat.h>
 
 #include <QLabel>
@@ -63,7 +65,10 @@ TEST_F(XfoilDialogTest, RunAddsOneSetAsOneUndoStep) {
   EXPECT_TRUE(Find<QLabel>("lblReport")->text().contains("no convergence at 2"));
   window->Document().Edits().Undo();
   EXPECT_EQ(window->Document().Current().ConfigCount(), sets);
-  (void)dialog;
+  // The next dialog, in this session or the next, starts where this run left off.
+  XfoilDialog next(Language::English, [](const Airfoil&) {});
+  for (const char* field : {"txtProgram", "txtReynolds", "txtAlphaFrom"})
+    EXPECT_EQ(next.findChild<QLineEdit*>(field)->text(), dialog->findChild<QLineEdit*>(field)->text()) << field;
 }
 
 TEST_F(XfoilDialogTest, BadCoordinateFileIsNamedWithItsLine) {
