@@ -156,53 +156,53 @@ struct RunningJob {
 
 bool Near(double a, double b) { return std::abs(a - b) < 5e-4; }
 
+// The first polar of the polar file `file` as xfoil left it, or null when
+// there is none: a crash may leave the file cut short or missing.
+PolarPtr ReadJobPolar(const fs::path& file, Airfoil& read) {
+  std::error_code error;
+  try {
+    if (fs::exists(file, error)) ReadFromPOL(read, file.string());
+  } catch (const std::exception&) {
+  }
+  if (read.ConfigCount() == 0 || read.Configuration(1)->PolarCount() == 0) return nullptr;
+  return read.Configuration(1)->Polar(1);
+}
+
+void SetPointsByAngle(Polar& polar, std::vector<PolarPoint> points) {
+  std::stable_sort(points.begin(), points.end(),
+                   [](const PolarPoint& a, const PolarPoint& b) { return a.Alfa < b.Alfa; });
+  polar.SetPoints(points);
+}
+
 // The job's points, sorted by angle, and the angles that are missing; after
 // a retry, the retry's points at missing angles join them.
 void CollectJob(XfoilJob& job, const fs::path& folder, const std::vector<double>& angles, XfoilRun& run, bool retried) {
+  Airfoil read;
   if (retried) {
-    Airfoil retry;
-    std::error_code error;
-    try {
-      if (fs::exists(folder / kRetryFile, error)) ReadFromPOL(retry, (folder / kRetryFile).string());
-    } catch (const std::exception&) {
-    }
-    if (retry.ConfigCount() == 0 || retry.Configuration(1)->PolarCount() == 0) return;
+    const PolarPtr retry = ReadJobPolar(folder / kRetryFile, read);
+    if (!retry) return;
     std::vector<PolarPoint> points(job.polar->Points().begin(), job.polar->Points().end());
-    for (const PolarPoint& point : retry.Configuration(1)->Polar(1)->Points()) {
+    for (const PolarPoint& point : retry->Points()) {
       auto missed = std::find_if(job.missedAngles.begin(), job.missedAngles.end(),
                                  [&point](double angle) { return Near(point.Alfa, angle); });
       if (missed == job.missedAngles.end()) continue;  // a step on the way, or one converged already
       points.push_back(point);
       job.missedAngles.erase(missed);
     }
-    std::stable_sort(points.begin(), points.end(),
-                     [](const PolarPoint& a, const PolarPoint& b) { return a.Alfa < b.Alfa; });
-    job.polar->SetPoints(points);
+    SetPointsByAngle(*job.polar, std::move(points));
     return;
   }
-  Airfoil read;
-  const fs::path file = folder / kPolarFile;
-  std::error_code error;
-  if (fs::exists(file, error)) {
-    try {
-      ReadFromPOL(read, file.string());
-    } catch (const std::exception&) {
-    }
-  }
-  if (read.ConfigCount() > 0 && read.Configuration(1)->PolarCount() > 0) {
-    job.polar = read.Configuration(1)->Polar(1);
+  job.polar = ReadJobPolar(folder / kPolarFile, read);
+  if (job.polar) {
     if (run.airfoilName.empty()) run.airfoilName = read.Name, run.setName = read.Configuration(1)->Name;
   } else {
     job.polar = std::make_shared<Polar>();
     job.polar->ReynoldsNumber = job.reynolds;
   }
-  std::vector<PolarPoint> points(job.polar->Points().begin(), job.polar->Points().end());
-  std::stable_sort(points.begin(), points.end(),
-                   [](const PolarPoint& a, const PolarPoint& b) { return a.Alfa < b.Alfa; });
-  job.polar->SetPoints(points);
+  SetPointsByAngle(*job.polar, std::vector<PolarPoint>(job.polar->Points().begin(), job.polar->Points().end()));
   for (double angle : angles) {
-    const bool found =
-        std::any_of(points.begin(), points.end(), [angle](const PolarPoint& p) { return Near(p.Alfa, angle); });
+    const bool found = std::any_of(job.polar->Points().begin(), job.polar->Points().end(),
+                                   [angle](const PolarPoint& p) { return Near(p.Alfa, angle); });
     if (!found) job.missedAngles.push_back(angle);
   }
 }
