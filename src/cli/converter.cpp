@@ -475,7 +475,7 @@ int Run([[maybe_unused]] const std::vector<std::string>& args, const Options& op
         inputs.emplace_back(options.files[k], input->airfoil);
       }
       Airfoil merged;
-      if (auto problem = MergeAirfoils(inputs, merged)) {
+      if (auto problem = MergeAirfoils(inputs, merged, messages.Language())) {
         messages.Error(*problem, "");
         return kExitFileError;
       }

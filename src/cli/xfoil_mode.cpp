@@ -156,8 +156,8 @@ int RunXfoilMode(const XfoilCliOptions& options, int jobs, const std::string& ou
   return allGavePoints ? 0 : 1;
 }
 
-std::optional<std::string> MergeAirfoils(const std::vector<std::pair<std::string, AirfoilPtr>>& inputs,
-                                         Airfoil& merged) {
+std::optional<std::string> MergeAirfoils(const std::vector<std::pair<std::string, AirfoilPtr>>& inputs, Airfoil& merged,
+                                         Language language) {
   std::map<std::string, int> setSources;  // set name -> the inputs it came from
   std::map<std::tuple<std::string, double, double>, std::string> seen;
   for (const auto& [file, airfoil] : inputs) {
@@ -175,8 +175,9 @@ std::optional<std::string> MergeAirfoils(const std::vector<std::pair<std::string
       for (const PolarPtr& polar : set->Polars()) {
         const auto key = std::make_tuple(set->Name, polar->ReynoldsNumber, polar->MachNumber);
         if (seen.count(key) > 0)
-          return "the polar Re=" + ReText(polar->ReynoldsNumber) + ", Mach=" + ReText(polar->MachNumber) + " of set " +
-                 set->Name + " is in " + seen[key] + " and in " + file;
+          return FormatResString(
+              Text::MergeDuplicatePolar, language,
+              {ReText(polar->ReynoldsNumber), ReText(polar->MachNumber), set->Name, seen[key], file});
         seen[key] = file;
         target->AddPolar(polar);
       }

@@ -44,8 +44,8 @@ int RunXfoilMode(const XfoilCliOptions& options, int jobs, const std::string& ou
 // Joins the airfoils read from the named files into `merged` (the first
 // one's name): sets of one name become one set, polars sorted by Reynolds
 // number; other sets follow in input order. The error text when two inputs
-// give the same polar (set, Reynolds and Mach number).
-std::optional<std::string> MergeAirfoils(const std::vector<std::pair<std::string, AirfoilPtr>>& inputs,
-                                         Airfoil& merged);
+// give the same polar (set, Reynolds and Mach number), in `language`.
+std::optional<std::string> MergeAirfoils(const std::vector<std::pair<std::string, AirfoilPtr>>& inputs, Airfoil& merged,
+                                         Language language);
 
 }  // namespace tavilo

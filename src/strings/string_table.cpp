@@ -418,6 +418,7 @@ const LaterEntry kLaterStrings[] = {
     {351, {"Running XFOIL...", "XFOIL rechnet..."}},
     {352, {"Give at least one Reynolds number.", "Bitte mindestens eine Reynoldszahl angeben."}},
     {353, {"'%1' is neither a NACA designation of 4 or 5 digits nor a coordinate file.", "'%1' ist weder eine NACA-Bezeichnung mit 4 oder 5 Ziffern noch eine Koordinatendatei."}},
+    {354, {"The polar Re=%1, Mach=%2 of set %3 is in %4 and in %5.", "Die Polare Re=%1, Mach=%2 der Konfiguration %3 steht in %4 und in %5."}},
     {370, {"Usage: tavilo [options] [FILE...]\n"
            "\n"
            "Opens the first FILE that holds polars, as a double click in the file list does,\n"

@@ -276,6 +276,7 @@ enum class Text : int16_t {
   XfoilRunning = 351,
   XfoilNoReynolds = 352,
   XfoilUnknownAirfoil = 353,
+  MergeDuplicatePolar = 354,
 
   // 370-389: the program's own command line (tavilo --help, FILE...).
   CommandLineUsage = 370,
