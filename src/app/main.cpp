@@ -38,8 +38,9 @@ int main(int argc, char** argv) {
   const QStringList arguments = QApplication::arguments();
   for (qsizetype i = 1; i < arguments.size(); ++i) args.push_back(arguments[i].toStdString());
   const tavilo::CommandLine line = tavilo::ParseCommandLine(args);
-  if (const std::optional<int> status = tavilo::AnswerCommandLine(line, StoredLanguage(), std::cout, std::cerr))
-    return *status;
+  // Only an answer on the terminal needs the language before the window reads its settings.
+  if (line.action != tavilo::CommandLine::Action::Run)
+    return *tavilo::AnswerCommandLine(line, StoredLanguage(), std::cout, std::cerr);
 
   tavilo::PEFForm window;
   window.show();
